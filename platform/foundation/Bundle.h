@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tidewell {
+
+/// What the program knows of itself: the information dictionary that is installed with it.
+/// Immutable after creation; any thread.
+class Bundle {
+public:
+    /// The strings of the dictionary; entries of other types are left out by whoever reads the
+    /// file. Empty stands for a dictionary that is missing.
+    using InfoDictionary = std::map<std::string, std::string, std::less<>>;
+
+    explicit Bundle(InfoDictionary info)
+        : info_(std::move(info)) {}
+
+    /// The text under `key`; empty when there is none.
+    std::optional<std::string> infoString(std::string_view key) const {
+        const auto found = info_.find(key);
+        return found == info_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    /// The bundle identifier that the dictionary gives ("CFBundleIdentifier").
+    std::optional<std::string> identifier() const { return infoString("CFBundleIdentifier"); }
+
+private:
+    InfoDictionary info_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+namespace tidewell {
+
+enum class Appearance { light, dark };
+
+/// A colour of the interface, with the value that each appearance gives it: 0xRRGGBB, opaque.
+struct Colour {
+    std::uint32_t light;
+    std::uint32_t dark;
+
+    constexpr std::uint32_t in(Appearance appearance) const {
+        return appearance == Appearance::dark ? dark : light;
+    }
+    bool operator==(const Colour&) const = default;
+};
+
+/// The named colours that models use. Text on the window takes darker or lighter variants of the
+/// same colours, which are the interface's own concern.
+namespace colours {
+inline constexpr Colour primary{0x1d1d1f, 0xf5f5f7}; ///< text; "primary foreground" of the figures
+inline constexpr Colour systemRed{0xff3b30, 0xff453a};
+inline constexpr Colour systemOrange{0xff9500, 0xff9f0a};
+inline constexpr Colour systemGreen{0x34c759, 0x30d158};
+inline constexpr Colour lightGray{0xaaaaaa, 0xaaaaaa};
+} // namespace colours
+
+} // namespace tidewell
+
+template <>
+struct std::hash<tidewell::Colour> {
+    std::size_t operator()(const tidewell::Colour& colour) const noexcept {
+        return std::hash<std::uint64_t>()(std::uint64_t{colour.light} << 32U | colour.dark);
+    }
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tidewell {
+
+/// A universally unique identifier (RFC 4122).
+class UUID {
+public:
+    /// A fresh random identifier (version 4). Any thread.
+    static UUID random();
+    /// Reads the canonical form, in upper or lower case; empty for anything else.
+    static std::optional<UUID> parse(std::string_view text);
+
+    /// The canonical form: 8-4-4-4-12 upper-case hexadecimal digits.
+    std::string text() const;
+
+    auto operator<=>(const UUID&) const = default;
+
+private:
+    using Bytes = std::array<std::uint8_t, 16>;
+    explicit UUID(const Bytes& bytes)
+        : bytes_(bytes) {}
+    friend struct std::hash<UUID>;
+
+    Bytes bytes_;
+};
+
+} // namespace tidewell
+
+template <>
+struct std::hash<tidewell::UUID> {
+    std::size_t operator()(const tidewell::UUID& uuid) const noexcept;
+};

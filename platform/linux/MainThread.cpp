@@ -1,0 +1,17 @@
+#include "platform/linux/MainThread.h"
+
+#include <QMetaObject>
+
+namespace tidewell {
+
+void MainThread::post(std::function<void()> job) {
+    QMetaObject::invokeMethod(&context_, std::move(job), Qt::QueuedConnection);
+}
+
+ClockDriver::ClockDriver(TimerFdClock& clock)
+    : notifier_(clock.fileDescriptor(), QSocketNotifier::Read) {
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
+                     [&clock] { clock.ringDueAlarms(); });
+}
+
+} // namespace tidewell

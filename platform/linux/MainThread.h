@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/runtime/Executor.h"
+#include "platform/runtime/linux/TimerFdClock.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+
+namespace tidewell {
+
+/// The main thread as an executor: jobs run in the toolkit's event loop. Created on the main
+/// thread, after the application object.
+class MainThread final : public Executor {
+public:
+    void post(std::function<void()> job) override;
+
+private:
+    QObject context_; // lives on the main thread; jobs are dropped with it
+};
+
+/// Lets a clock's alarms ring in the event loop of the thread that creates this, which must be the
+/// one that destroys it. The clock must outlive it.
+class ClockDriver final {
+public:
+    explicit ClockDriver(TimerFdClock& clock);
+
+private:
+    QSocketNotifier notifier_;
+};
+
+} // namespace tidewell

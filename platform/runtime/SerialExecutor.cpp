@@ -1,0 +1,44 @@
+#include "platform/runtime/SerialExecutor.h"
+
+#include <utility>
+
+namespace tidewell {
+
+SerialExecutor::SerialExecutor()
+    : thread_([this] { run(); }) {}
+
+SerialExecutor::~SerialExecutor() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    wake_.notify_one();
+    thread_.join();
+}
+
+void SerialExecutor::post(std::function<void()> job) {
+    {
+        const std::lock_guard lock(mutex_);
+        queue_.push_back(std::move(job));
+    }
+    wake_.notify_one();
+}
+
+void SerialExecutor::run() {
+    for (;;) {
+        std::function<void()> job;
+        {
+            std::unique_lock lock(mutex_);
+            wake_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
+            if (stopping_) {
+                return;
+            }
+            job = std::move(queue_.front());
+            queue_.pop_front();
+        }
+        job();
+        // The job goes here, outside the lock: destroying it may destroy a task, which may post.
+    }
+}
+
+} // namespace tidewell

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/runtime/Executor.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace tidewell {
+
+/// An executor with a thread of its own, asleep while its queue is empty.
+/// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
+/// destroyed by one of its own jobs.
+class SerialExecutor final : public Executor {
+public:
+    SerialExecutor();
+    ~SerialExecutor() override;
+
+    void post(std::function<void()> job) override;
+
+private:
+    void run();
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::deque<std::function<void()>> queue_;
+    bool stopping_ = false;
+    std::thread thread_; // last: it starts when everything above exists
+};
+
+} // namespace tidewell

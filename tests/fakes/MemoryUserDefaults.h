@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/foundation/UserDefaults.h"
+
+#include <map>
+
+namespace tidewell {
+
+/// Preferences that last as long as the test.
+class MemoryUserDefaults final : public UserDefaults {
+public:
+    std::optional<DefaultsValue> value(std::string_view key) const override {
+        const auto found = values_.find(key);
+        return found == values_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+protected:
+    void store(std::string_view key, DefaultsValue value) override {
+        values_.insert_or_assign(std::string(key), std::move(value));
+    }
+
+private:
+    std::map<std::string, DefaultsValue, std::less<>> values_;
+};
+
+} // namespace tidewell
