@@ -31,8 +31,8 @@ MemoryBreakdown breakdownOf(const MemoryCounters& counters) {
     result.wiredMemory = saturatingProduct(counters.wiredPages, counters.pageSize);
     result.compressedMemory = saturatingProduct(counters.compressorPages, counters.pageSize);
     result.cachedFiles = saturatingProduct(external + purgeable, counters.pageSize);
-    result.usedMemory = saturatingSum(saturatingSum(result.appMemory, result.wiredMemory),
-                                      result.compressedMemory);
+    result.usedMemory =
+        saturatingSum(saturatingSum(result.appMemory, result.wiredMemory), result.compressedMemory);
     return result;
 }
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/foundation/Hash.h"
+
+#include <cstdint>
+
+namespace tidewell {
+
+/// One sample of the swap in use. Lists of samples are ordered oldest first.
+struct SwapItem {
+    std::int64_t value; ///< bytes
+    double timestamp;   ///< seconds since 1970-01-01 00:00:00 UTC
+
+    bool operator==(const SwapItem&) const = default;
+};
+
+} // namespace tidewell
+
+template <>
+struct std::hash<tidewell::SwapItem> {
+    std::size_t operator()(const tidewell::SwapItem& item) const noexcept {
+        return tidewell::hashOfFields(item.value, item.timestamp);
+    }
+};
