@@ -1,0 +1,30 @@
+#pragma once
+
+#include "support/WarningLevel.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tidewell {
+
+/// The level of `swapUsed` bytes of swap on a machine with `physical` bytes of memory: low up to a
+/// fifth of it, warn up to all of it, high above.
+WarningLevel classifySwap(std::uint64_t physical, std::uint64_t swapUsed);
+
+enum class SwapAlert { low, warning, high };
+
+/// The alert that a check posts which found `next` after `previous`. The upper levels are told at
+/// every check, the low one only when it is entered.
+std::optional<SwapAlert> swapAlertFor(WarningLevel previous, WarningLevel next);
+
+struct SwapAlertText {
+    std::string title;
+    std::string subtitle;
+    std::string body;
+};
+
+/// What an alert says; `swapUsed` in bytes.
+SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed);
+
+} // namespace tidewell
