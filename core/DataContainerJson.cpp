@@ -18,6 +18,11 @@ constexpr auto swapUsedKey = "swapUsedArray";
 constexpr auto valueKey = "value";
 constexpr auto timestampKey = "timestamp";
 
+/// `position` counts bytes from 1.
+std::string syntaxErrorAt(std::size_t position) {
+    return "it is not valid JSON at byte " + std::to_string(position) + ".";
+}
+
 /// Takes the history up while the parser walks over the document: nothing is built for what is
 /// ignored, and the first fault ends the walk. Every function gives false for a fault, which it
 /// leaves in `error()`.
@@ -127,7 +132,7 @@ public:
 
     bool parse_error(std::size_t position, const std::string&,
                      const nlohmann::detail::exception&) override {
-        return fail("not valid JSON at byte " + std::to_string(position) + ".");
+        return fail(syntaxErrorAt(position));
     }
 
 private:
@@ -192,7 +197,7 @@ private:
     }
 
     bool fail(std::string reason) {
-        error_ = "The saved history cannot be read: " + std::move(reason);
+        error_ = std::move(reason);
         return false;
     }
 
@@ -260,13 +265,20 @@ std::optional<Data> encodeDataContainer(const DataContainer& container) {
 }
 
 std::variant<DataContainer, DecodingError> decodeDataContainer(const Data& document) {
+    const auto refuse = [](const std::string& reason) {
+        return DecodingError{"The saved history cannot be read: " + reason};
+    };
     if (document.size() > maximumDocumentSize) {
-        return DecodingError{"The saved history cannot be read: it is too large."};
+        return refuse("it is too large.");
+    }
+    // A zero byte is JSON nowhere, but to the parser it is the end, whatever follows.
+    if (const auto zero = std::ranges::find(document, 0); zero != document.end()) {
+        return refuse(syntaxErrorAt(static_cast<std::size_t>(zero - document.begin()) + 1));
     }
     const PlainNumbers plainNumbers;
     Reader reader;
     if (!nlohmann::json::sax_parse(document.begin(), document.end(), &reader)) {
-        return DecodingError{reader.error()};
+        return refuse(reader.error());
     }
     return reader.takeResult();
 }

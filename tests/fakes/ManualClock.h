@@ -31,6 +31,9 @@ public:
         }
     }
 
+    /// Forgets all alarms, as a clock does that is destroyed.
+    void dropAlarms() { alarms_.clear(); }
+
     std::size_t pendingAlarms() const { return alarms_.size(); }
 
 private:
