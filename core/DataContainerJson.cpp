@@ -1,10 +1,10 @@
 #include "core/DataContainerJson.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <locale.h>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -217,7 +217,7 @@ private:
 
 /// Numbers as JSON has them, whatever the user's language. The parser reads fractions with the
 /// C library and copes with a decimal comma, but not with a decimal sign of several bytes, as
-/// Persian has.
+/// Pashto has.
 class PlainNumbers {
 public:
     PlainNumbers()
