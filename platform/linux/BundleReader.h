@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/foundation/Bundle.h"
+#include "support/Log.h"
+
+#include <filesystem>
+
+namespace tidewell {
+
+/// Where the information dictionary lies that belongs to the running program:
+/// ../share/tidewell/Info.json as seen from the folder of its executable, in an installation as in
+/// the build tree. Empty where the system does not tell what is running.
+std::filesystem::path installedInfoFile();
+
+/// Reads a JSON object of texts; entries of other types are left out. A file that is missing, not
+/// to be read or no JSON object gives a bundle without information and one error line.
+Bundle readBundle(const std::filesystem::path& infoFile, Log& log);
+
+/// The identifier that the bundle reports, or the one built into the program when it reports none.
+std::string bundleIdentifier(const Bundle& bundle);
+
+} // namespace tidewell
