@@ -97,7 +97,7 @@ TEST(DataContainerJson, IsRejectedAsAWholeForAnyFault) {
     const auto withItem = [](const std::string& members) {
         return documentOf("{" + members + "}", "");
     };
-    const std::pair<std::string, const char*> faults[] = {
+    const std::vector<std::pair<std::string, const char*>> faults{
         {"", "JSON"},
         {"nonsense", "JSON"},
         {"null", "type"},

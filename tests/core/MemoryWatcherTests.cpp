@@ -167,7 +167,7 @@ TEST_F(MemoryWatcherTest, KeepsTheNewestHundredSamplesOfEachKind) {
 TEST_F(MemoryWatcherTest, ShowsTheFiguresInOrderWithSwapTotalOnlyWhileSwapIsInUse) {
     start(); // 12 of 16 GB in use
     EXPECT_EQ(watcher->usedMemoryPercentage(), 75.0);
-    const std::pair<std::string, std::uint64_t> expected[] = {
+    const std::vector<std::pair<std::string, std::uint64_t>> expected{
         {"Physical Memory", physical},      {"Memory Used", 12884901888},
         {"App Memory", 4294967296},         {"Wired Memory", 4294967296},
         {"Compressed", 4294967296},         {"Free Memory", 4294967296},
@@ -355,10 +355,10 @@ TEST_F(MemoryWatcherTest, AlertsByTheTransitionOfTheLevelAtEachSwapWork) {
         WarningLevel level;
         const char* subtitle;
     };
-    const Range ranges[] = {{0, none, nullptr},
-                            {1048576, low, "Swap memory usage"},
-                            {physical / 5 + 1, warn, "High swap usage"},
-                            {physical + 1, high, "Very high swap usage"}};
+    const std::vector<Range> ranges{{0, none, nullptr},
+                                    {1048576, low, "Swap memory usage"},
+                                    {physical / 5 + 1, warn, "High swap usage"},
+                                    {physical + 1, high, "Very high swap usage"}};
     start();
     for (const auto& previous : ranges) {
         for (const auto& next : ranges) {

@@ -32,9 +32,10 @@ protected:
 };
 
 TEST_F(NotificationManagerTest, AnswersAndLogsWhatTheDesktopPermits) {
-    const auto granted = "info general requestPermission(): Notification permission granted.";
-    const auto denied = "error general requestPermission(): Notification permission denied.";
-    const auto failed =
+    const auto* const granted =
+        "info general requestPermission(): Notification permission granted.";
+    const auto* const denied = "error general requestPermission(): Notification permission denied.";
+    const auto* const failed =
         "error general requestPermission(): Error requesting notification authorization: no bus";
     using Authorization = UserNotificationCenter::Authorization;
     for (const auto& [given, permitted, line] : {std::tuple{Authorization(true), true, granted},
