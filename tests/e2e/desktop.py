@@ -1,0 +1,355 @@
+"""A private desktop on a virtual display: X server, buses, window manager and, as asked for, a panel
+that hosts status items or an old-style tray, and a notification daemon.
+
+Nothing of it is shared with the desktop that it runs on, and nothing is left when it is closed: its
+processes are known by a mark in their environment, its files lie in one temporary folder.
+"""
+
+import ctypes
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+import dbus
+import dbus.bus
+
+FONT = "Inter 10"
+LINUX_PR_SET_PDEATHSIG = 1
+MARK = "TIDEWELL_DESKTOP"
+
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>{type}</type>
+  <listen>unix:path={socket}</listen>
+  <auth>EXTERNAL</auth>
+  <servicedir>{services}</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+PANEL_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="{dark}"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="28"/>
+      <property name="icon-size" type="uint" value="22"/>
+      <property name="plugin-ids" type="array">
+        <value type="int" value="1"/>
+        <value type="int" value="2"/>
+      </property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="separator">
+      <property name="expand" type="bool" value="true"/>
+      <property name="style" type="uint" value="0"/>
+    </property>
+    <property name="plugin-2" type="string" value="systray"/>
+  </property>
+</channel>
+"""
+
+THEME_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xsettings" version="1.0">
+  <property name="Net" type="empty">
+    <property name="ThemeName" type="string" value="{theme}"/>
+  </property>
+</channel>
+"""
+
+
+class DesktopError(Exception):
+    """Something of the desktop, or the program on it, did not do what was waited for."""
+
+
+def wait_for(what, condition, timeout=20.0):
+    """The first true value of `condition()`; DesktopError where there is none in time."""
+    deadline = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise DesktopError(f"waited {timeout:g} s in vain for {what}")
+        time.sleep(0.05)
+
+
+def die_with_parent():
+    ctypes.CDLL(None).prctl(LINUX_PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+class Desktop:
+    """Use as a context manager.
+
+    host: "xfce" (status items), "trayer" (XEmbed only) or None. notifications: "xfce4-notifyd",
+    "dunst" or None. Sizes are in points: pixels are `scale` times as many.
+    """
+
+    def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900)):
+        self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
+        self.size = tuple(scale * length for length in size)
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-"))
+        self.environment = {}
+        self._connections = {}
+
+    # -- life ---------------------------------------------------------------------------------
+
+    def __enter__(self):
+        try:
+            self._start()
+        except BaseException:
+            self.close()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def _start(self):
+        for name in ("config", "data", "cache", "state", "home", "services", "system-services"):
+            (self.folder / name).mkdir()
+        (self.folder / "runtime").mkdir(mode=0o700)
+        theme = "Adwaita-dark" if self.dark else "Adwaita"
+        self.environment = {
+            MARK: str(self.folder),
+            "PATH": "/usr/local/bin:/usr/bin:/bin",
+            "HOME": str(self.folder / "home"),
+            "LC_ALL": "C.UTF-8",
+            "LANGUAGE": "en",
+            "XDG_CONFIG_HOME": str(self.folder / "config"),
+            "XDG_DATA_HOME": str(self.folder / "data"),
+            "XDG_CACHE_HOME": str(self.folder / "cache"),
+            "XDG_STATE_HOME": str(self.folder / "state"),
+            "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
+            "XDG_CURRENT_DESKTOP": "XFCE",
+            "XDG_SESSION_TYPE": "x11",
+            "NO_AT_BRIDGE": "1",
+            "GTK_THEME": theme.replace("-", ":"),
+            "GDK_SCALE": str(self.scale),
+            "QT_SCALE_FACTOR": str(self.scale),
+        }
+        settings = self.folder / "config/xfce4/xfconf/xfce-perchannel-xml"
+        settings.mkdir(parents=True)
+        (settings / "xfce4-panel.xml").write_text(
+            PANEL_SETTINGS.format(dark=str(self.dark).lower()))
+        (settings / "xsettings.xml").write_text(THEME_SETTINGS.format(theme=theme))
+        gtk = self.folder / "config/gtk-3.0"
+        gtk.mkdir()
+        (gtk / "settings.ini").write_text(f"[Settings]\ngtk-font-name={FONT}\n")
+
+        self.display = self._start_display()
+        self.environment["DISPLAY"] = self.display
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.start_bus("session", "services")
+        # Programs find no system bus unless a test starts one.
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={self.folder}/no-system-bus"
+        service = pathlib.Path("/usr/share/dbus-1/services/org.xfce.Xfconf.service")
+        if service.exists():
+            shutil.copy(service, self.folder / "services")
+        self.run("xsetroot", "-solid", "#33383f" if self.dark else "#c9d3df")
+        self.start("openbox", "--sm-disable")
+        wait_for("the window manager", lambda: "window id" in self.output(
+            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        # Xfce's settings are there whether or not its panel is.
+        self.call("org.xfce.Xfconf", "/org/xfce/Xfconf", "org.xfce.Xfconf", "ListChannels")
+        if self.notifications:
+            self.start_notifications(self.notifications)
+        if self.host:
+            self.start_host()
+
+    def _start_display(self):
+        read, write = os.pipe()
+        width, height = self.size
+        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
+                   "-dpi", str(96 * self.scale), "-nolisten", "tcp", "-noreset",
+                   pass_fds=(write,))
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise DesktopError("the X server did not start:\n" + self.log("Xvfb"))
+        return ":" + number
+
+    def start_bus(self, kind, services):
+        """Starts a bus daemon of our own and gives its address."""
+        socket = self.folder / f"{kind}-bus"
+        configuration = self.folder / f"{kind}.conf"
+        configuration.write_text(BUS_CONFIGURATION.format(
+            type=kind, socket=socket, services=self.folder / services))
+        self.start("dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile",
+                   name=f"{kind}-bus")
+        wait_for(f"the {kind} bus", socket.exists)
+        return f"unix:path={socket}"
+
+    def close(self):
+        for connection in self._connections.values():
+            connection.close()
+        self._connections.clear()
+        for number, patience in ((signal.SIGTERM, 3), (signal.SIGKILL, 5)):
+            processes = self.processes()
+            for process in processes:
+                for each in (signal.SIGCONT, number):
+                    try:
+                        os.kill(process, each)
+                    except ProcessLookupError:
+                        break
+            deadline = time.monotonic() + patience
+            while self.processes() and time.monotonic() < deadline:
+                time.sleep(0.02)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def processes(self):
+        """Everything that runs on this desktop, whoever started it."""
+        mark = f"{MARK}={self.folder}".encode()
+        found = []
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if mark in (process / "environ").read_bytes().split(b"\0"):
+                    found.append(int(process.name))
+            except OSError:
+                continue  # gone, or not ours
+        for number in found[:]:
+            try:
+                # Our own children stay until they are waited for.
+                if os.waitpid(number, os.WNOHANG)[0] == number:
+                    found.remove(number)
+            except ChildProcessError:
+                continue
+        return found
+
+    # -- programs -----------------------------------------------------------------------------
+
+    def start(self, *command, name=None, pass_fds=(), environment=None):
+        """Starts a program on the desktop; what it says goes to the log of its name."""
+        name = name or pathlib.Path(command[0]).name
+        with open(self.folder / f"{name}.log", "ab") as log:
+            return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                    pass_fds=pass_fds, preexec_fn=die_with_parent,
+                                    env={**self.environment, **(environment or {})})
+
+    def log(self, name):
+        path = self.folder / f"{name}.log"
+        return path.read_text(errors="replace") if path.exists() else ""
+
+    def run(self, *command):
+        subprocess.run(command, env=self.environment, check=True, stdin=subprocess.DEVNULL)
+
+    def output(self, *command):
+        """What a command prints, whether or not it succeeds."""
+        return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+
+    def start_host(self):
+        if self.host == "xfce":
+            self.host_process = self.start("xfce4-panel", "--disable-wm-check")
+            wait_for("the panel's status items", self.hosts_status_items)
+        else:
+            self.host_process = self.start("trayer", "--edge", "top", "--align", "right",
+                                           "--widthtype", "request", "--height", "26")
+            wait_for("the tray", lambda: self.windows("--class", "trayer"))
+
+    def kill_host(self):
+        self.host_process.kill()
+        self.host_process.wait()
+        wait_for("the end of the panel's plugins", lambda: not self.hosts_status_items())
+
+    def start_notifications(self, daemon):
+        path = {"xfce4-notifyd": "/usr/lib/*/xfce4/notifyd/xfce4-notifyd", "dunst": "/usr/bin/dunst"}
+        program = next(pathlib.Path("/").glob(path[daemon][1:]))
+        self.notification_process = self.start(str(program))
+        wait_for(daemon, lambda: self.owner("org.freedesktop.Notifications"))
+
+    # -- buses --------------------------------------------------------------------------------
+
+    def bus(self, address=None):
+        address = address or self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        if address not in self._connections:
+            self._connections[address] = dbus.bus.BusConnection(address)
+        return self._connections[address]
+
+    def owner(self, name):
+        """The bus name's owner, or None."""
+        try:
+            return str(self.bus().get_name_owner(name))
+        except dbus.DBusException:
+            return None
+
+    def call(self, service, path, interface, method, *arguments, signature=None):
+        return self.bus().call_blocking(service, path, interface, method, signature,
+                                        arguments, timeout=20)
+
+    def property(self, service, path, interface, name):
+        return self.call(service, path, "org.freedesktop.DBus.Properties", "Get", interface, name,
+                         signature="ss")
+
+    def hosts_status_items(self):
+        watcher = "org.kde.StatusNotifierWatcher"
+        try:
+            return self.owner(watcher) and bool(self.property(
+                watcher, "/StatusNotifierWatcher", watcher, "IsStatusNotifierHostRegistered"))
+        except dbus.DBusException:
+            return False
+
+    def status_items(self):
+        """(bus name, object path) of every registered status item."""
+        watcher = "org.kde.StatusNotifierWatcher"
+        try:
+            items = self.property(watcher, "/StatusNotifierWatcher", watcher,
+                                  "RegisteredStatusNotifierItems")
+        except dbus.DBusException:
+            return []
+        return [(str(item).partition("/")[0], "/" + str(item).partition("/")[2]) for item in items]
+
+    # -- screen -------------------------------------------------------------------------------
+
+    def windows(self, *search):
+        """Identifiers of the visible windows that xdotool's search finds."""
+        return self.output("xdotool", "search", "--onlyvisible", *search).split()
+
+    def geometry(self, window):
+        """(x, y, width, height) of a window on the screen, in pixels."""
+        shell = self.output("xdotool", "getwindowgeometry", "--shell", window)
+        values = dict(line.split("=", 1) for line in shell.splitlines())
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def click(self, x, y, button=1):
+        self.run("xdotool", "mousemove", "--sync", str(x), str(y), "click", str(button))
+
+    def press(self, key):
+        self.run("xdotool", "key", key)
+
+    def picture(self, path, crop=None, enlarged=1):
+        """Saves the screen, or the part (x, y, width, height) of it, as a PNG file."""
+        command = ["import", "-display", self.display, "-window", "root"]
+        if crop:
+            x, y, width, height = crop
+            command += ["-crop", f"{width}x{height}+{x}+{y}", "+repage"]
+        if enlarged != 1:
+            command += ["-filter", "point", "-resize", f"{enlarged * 100}%"]
+        self.run(*command, str(path))
+        return path
+
+    def pixels(self, crop):
+        """Rows of (red, green, blue) of a part of the screen."""
+        x, y, width, height = crop
+        raw = subprocess.run(
+            ["import", "-display", self.display, "-window", "root", "-crop",
+             f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
+            env=self.environment, check=True, stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE).stdout
+        return [[tuple(raw[3 * (row * width + column):][:3]) for column in range(width)]
+                for row in range(height)]

@@ -1,0 +1,161 @@
+"""The program under test, as a person meets it on a Desktop."""
+
+import base64
+import json
+import os
+import pathlib
+import re
+import stat
+import subprocess
+import sys
+
+import dbus
+from desktop import wait_for
+
+HERE = pathlib.Path(__file__).resolve().parent
+IDENTIFIER = "net.tidewell.Tidewell"
+ITEM = "org.kde.StatusNotifierItem"
+MENU = "com.canonical.dbusmenu"
+GIBIBYTE_IN_KB = 1024 * 1024
+
+PANEL_SIZE = (350, 760)
+
+# The colours of the levels, light and dark.
+LEVEL_COLOURS = {
+    "none": ((0xaa, 0xaa, 0xaa), (0xaa, 0xaa, 0xaa)),
+    "low": ((0x34, 0xc7, 0x59), (0x30, 0xd1, 0x58)),
+    "warn": ((0xff, 0x95, 0x00), (0xff, 0x9f, 0x0a)),
+    "high": ((0xff, 0x3b, 0x30), (0xff, 0x45, 0x3a)),
+}
+TEXT_COLOUR = ((0x1d, 0x1d, 0x1f), (0xf5, 0xf5, 0xf7))
+
+
+def executable():
+    return os.environ.get("TIDEWELL", str(HERE.parent.parent / "build/dev/bin/tidewell"))
+
+
+def meminfo(level, total=16 * GIBIBYTE_IN_KB):
+    """The text of a /proc/meminfo of a machine that is at the level."""
+    swap_total, swap_used = {
+        "none": (0, 0),
+        "low": (8 * GIBIBYTE_IN_KB, total // 16 + 393216),
+        "warn": (8 * GIBIBYTE_IN_KB, total // 4),
+        "high": (24 * GIBIBYTE_IN_KB, total + total // 8),
+    }[level]
+    lines = {
+        "MemTotal": total, "MemFree": total // 8, "MemAvailable": total // 3, "Buffers": 262144,
+        "Cached": total // 4, "SwapCached": 0, "SwapTotal": swap_total,
+        "SwapFree": swap_total - swap_used, "Zswap": 0, "AnonPages": total // 3,
+        "Shmem": 524288, "SReclaimable": 393216,
+    }
+    return "".join(f"{key + ':':<16}{value:>8} kB\n" for key, value in lines.items())
+
+
+class Tidewell:
+    """One run of the program. `meminfo` is the path of a file to run it on."""
+
+    def __init__(self, desktop, meminfo=None, environment=None):
+        self.desktop = desktop
+        command = [executable()]
+        if meminfo:
+            command = ["/usr/bin/python3", str(HERE / "with_meminfo.py"), str(meminfo)] + command
+        self._log_start = len(desktop.log("tidewell"))
+        self.process = desktop.start(*command, name="tidewell", environment=environment)
+
+    def log(self):
+        """What this run wrote to stderr so far."""
+        return self.desktop.log("tidewell")[self._log_start:]
+
+    def wait_for_log(self, text, timeout=20):
+        wait_for(f"the log line {text!r}", lambda: text in self.log(), timeout)
+
+    def end(self, number=None, timeout=20):
+        """The exit status, after sending a signal if one is given."""
+        if number:
+            self.process.send_signal(number)
+        return self.process.wait(timeout)
+
+    # -- status item --------------------------------------------------------------------------
+
+    def wait_for_item(self, timeout=20):
+        """(bus name, object path) of the item, which also has its first picture."""
+        def mine():
+            for service, path in self.desktop.status_items():
+                try:
+                    if self.desktop.bus().call_blocking(
+                            "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                            "org.freedesktop.DBus", "GetConnectionUnixProcessID", "s",
+                            (service,)) == self.process.pid:
+                        return service, path
+                except dbus.DBusException:
+                    continue
+            return None
+        self.item = wait_for("the status item", mine, timeout)
+        wait_for("the item's picture", lambda: self.item_property("IconPixmap"), timeout)
+        return self.item
+
+    def item_property(self, name):
+        return self.desktop.property(*self.item, ITEM, name)
+
+    def item_colour(self):
+        """The colour of the item's largest picture where it is most opaque."""
+        _, _, data = max(self.item_property("IconPixmap"), key=lambda pixmap: pixmap[0])
+        raw = bytes(data)
+        return max((raw[at:at + 4] for at in range(0, len(raw), 4)),
+                   key=lambda pixel: pixel[0])[1:]
+
+    def item_geometry(self):
+        """Where Xfce's panel shows status items; ours is the only one."""
+        windows = wait_for("the item in the panel",
+                           lambda: self.desktop.windows("--class", "wrapper-2.0"))
+        return self.desktop.geometry(windows[-1])
+
+    def click_item(self, button=1):
+        x, y, width, height = self.item_geometry()
+        self.desktop.click(x + width // 2, y + height // 2, button)
+
+    def choose_from_menu(self, label):
+        """As a host does that shows the item's menu."""
+        menu = (self.item[0], str(self.item_property("Menu")))
+        _, (_, _, children) = self.desktop.call(
+            *menu, MENU, "GetLayout", 0, -1, dbus.Array([], signature="s"), signature="iias")
+        entries = {str(properties["label"]): number for number, properties, _ in children}
+        self.desktop.call(*menu, MENU, "Event", entries[label], "clicked", dbus.Int32(0),
+                          dbus.UInt32(0), signature="isvu")
+
+    # -- windows ------------------------------------------------------------------------------
+
+    def windows(self):
+        """{(x, y, width, height) in pixels: window} of what the program shows."""
+        found = self.desktop.windows("--pid", str(self.process.pid))
+        return {self.desktop.geometry(window): window for window in found}
+
+    def panel(self):
+        """The geometry of the open panel, or None."""
+        size = tuple(self.desktop.scale * length for length in PANEL_SIZE)
+        return next((each for each in self.windows() if each[2:] == size), None)
+
+    def wait_for_panel(self):
+        return wait_for("the panel", self.panel)
+
+    def wait_for_no_panel(self):
+        wait_for("the panel's end", lambda: not self.panel())
+
+    def label_window(self):
+        """The geometry of the label window, or None."""
+        return next((each for each in self.windows()
+                     if 20 < each[3] < 60 * self.desktop.scale), None)
+
+    # -- store --------------------------------------------------------------------------------
+
+    def store_file(self):
+        return self.desktop.folder / "config/tidewell/defaults.json"
+
+    def history(self):
+        """The saved history: {"memoryPressureArray": [...], ...}, or None."""
+        try:
+            store = json.loads(self.store_file().read_text())
+        except FileNotFoundError:
+            return None
+        entry = store.get("_dataContainer")
+        return json.loads(base64.b64decode(entry["data"])) if entry else None

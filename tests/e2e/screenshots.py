@@ -1,0 +1,125 @@
+#!/usr/bin/python3
+"""screenshots.py PROGRAM FOLDER: starts the program on virtual desktops as a person would, opens its
+panel with a click, and saves pictures of what there is to see. Prints their paths.
+"""
+
+import argparse
+import os
+import pathlib
+import signal
+import sys
+
+from desktop import Desktop, DesktopError, wait_for
+from program import LEVEL_COLOURS, Tidewell, meminfo
+
+NOT_ALLOWED = 77  # of with_meminfo.py
+
+
+class Photographer:
+    def __init__(self, folder, scale):
+        self.folder, self.scale = folder, scale
+        self.appearance = ""
+
+    def path(self, subject):
+        size = "" if self.scale == 1 else f"-{self.scale}x"
+        return self.folder / f"{subject}-{self.appearance}{size}.png"
+
+    def take(self, desktop, subject, **options):
+        print(desktop.picture(self.path(subject), **options), flush=True)
+
+    def when_still(self, desktop, region):
+        """Returns when a part of the screen has stopped changing."""
+        last = []
+
+        def still():
+            last.append(desktop.pixels(region))
+            return len(last) > 1 and last[-1] == last[-2]
+        wait_for("the screen to come to rest", still)
+
+    def strip(self, desktop, tidewell, region, subject):
+        """A small part of the screen, enlarged."""
+        self.when_still(desktop, region)
+        self.take(desktop, subject, crop=region, enlarged=4)
+
+    def status_item(self, dark):
+        with Desktop(host="xfce", notifications="xfce4-notifyd", dark=dark,
+                     scale=self.scale) as desktop:
+            tidewell = Tidewell(desktop)
+            tidewell.wait_for_item()
+            region = (desktop.size[0] - 160 * self.scale, 0, 160 * self.scale, 32 * self.scale)
+            self.strip(desktop, tidewell, region, "status-item")
+            tidewell.click_item()
+            self.when_still(desktop, tidewell.wait_for_panel())
+            self.take(desktop, "panel")
+            self.end(tidewell)
+            for level in LEVEL_COLOURS:
+                tidewell = self.start_at(desktop, level)
+                if tidewell:
+                    tidewell.wait_for_item()
+                    self.wait_for_level(tidewell, level, dark)
+                    self.strip(desktop, tidewell, region, f"status-item-{level}")
+                    self.end(tidewell)
+
+    def label_window(self, dark):
+        with Desktop(host=None, dark=dark, scale=self.scale) as desktop:
+            for level in LEVEL_COLOURS:
+                tidewell = self.start_at(desktop, level)
+                if tidewell:
+                    x, y, width, height = wait_for("the label window", tidewell.label_window)
+                    margin = 12 * self.scale
+                    region = (x - margin, max(y - margin, 0), desktop.size[0] - x + margin,
+                              height + 2 * margin)
+                    self.strip(desktop, tidewell, region, f"label-window-{level}")
+                    self.end(tidewell)
+            tidewell = Tidewell(desktop)
+            wait_for("the label window", tidewell.label_window)
+            self.when_still(desktop, (0, 0, *desktop.size))
+            self.take(desktop, "label-window")
+            self.end(tidewell)
+
+    def start_at(self, desktop, level):
+        """A run of the program at a level; None where the system allows no such thing."""
+        file = desktop.folder / "meminfo"
+        file.write_text(meminfo(level))
+        tidewell = Tidewell(desktop, meminfo=file)
+        wait_for("the program's start", lambda: tidewell.process.poll() is not None or
+                 os.readlink(f"/proc/{tidewell.process.pid}/exe").endswith("tidewell"))
+        if tidewell.process.poll() == NOT_ALLOWED:
+            print(f"no picture of the level {level!r}: mount namespaces are not allowed here")
+            return None
+        return tidewell
+
+    def wait_for_level(self, tidewell, level, dark):
+        if level != "none":  # at which the picture keeps the colour of text
+            wait_for(f"the level {level}", lambda: tidewell.item_colour() ==
+                     bytes(LEVEL_COLOURS[level][dark]))
+
+    def end(self, tidewell):
+        status = tidewell.end(signal.SIGTERM)
+        if status != 0:
+            raise DesktopError(f"the program ended with {status}:\n{tidewell.log()}")
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("program")
+    parser.add_argument("folder", type=pathlib.Path)
+    parser.add_argument("--scale", type=int, default=1)
+    arguments = parser.parse_args()
+    os.environ["TIDEWELL"] = str(pathlib.Path(arguments.program).resolve())
+    arguments.folder.mkdir(parents=True, exist_ok=True)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    photographer = Photographer(arguments.folder.resolve(), arguments.scale)
+    try:
+        for dark in (False, True):
+            photographer.appearance = "dark" if dark else "light"
+            photographer.status_item(dark)
+            photographer.label_window(dark)
+    except DesktopError as error:
+        print(f"screenshots: {error}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
