@@ -140,7 +140,7 @@ std::string utcTime() {
     gmtime_r(&now, &parts);
     std::array<char, 32> text{};
     const auto length = std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%SZ", &parts);
-    return std::string(text.data(), length);
+    return {text.data(), length};
 }
 
 std::filesystem::path homeFolder() {

@@ -112,18 +112,18 @@ bool JournalLog::writeToJournal(const LogRecord& record, const std::string& text
     if (::stat(sinks_.journalSocket.c_str(), &status) != 0 || !S_ISSOCK(status.st_mode)) {
         return false;
     }
-    const std::array fields{
-        "MESSAGE=" + text,
-        "PRIORITY=" + std::to_string(record.level == LogLevel::error ? LOG_ERR : LOG_INFO),
-        "CODE_FILE=" + std::string(record.file),
-        "CODE_FUNC=" + std::string(record.function),
-        "CODE_LINE=" + std::to_string(record.line),
-        std::string("SYSLOG_IDENTIFIER=tidewell"),
-        "TIDEWELL_SUBSYSTEM=" + subsystem_,
-        "TIDEWELL_CATEGORY=" + std::string(record.category)};
-    std::array<iovec, fields.size()> parts;
+    std::array fields{"MESSAGE=" + text,
+                      "PRIORITY=" +
+                          std::to_string(record.level == LogLevel::error ? LOG_ERR : LOG_INFO),
+                      "CODE_FILE=" + std::string(record.file),
+                      "CODE_FUNC=" + std::string(record.function),
+                      "CODE_LINE=" + std::to_string(record.line),
+                      std::string("SYSLOG_IDENTIFIER=tidewell"),
+                      "TIDEWELL_SUBSYSTEM=" + subsystem_,
+                      "TIDEWELL_CATEGORY=" + std::string(record.category)};
+    std::array<iovec, fields.size()> parts{};
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        parts[i] = {const_cast<char*>(fields[i].data()), fields[i].size()};
+        parts[i] = {fields[i].data(), fields[i].size()};
     }
     return sd_journal_sendv(parts.data(), static_cast<int>(parts.size())) == 0;
 }

@@ -60,15 +60,15 @@ TEST(UserLocale, IsThatOfTheCategoryUnlessAllAreOverridden) {
                                                   {"LANG", "en_US.UTF-8"},
                                                   {"LC_NUMERIC", "de_DE.UTF-8"},
                                                   {"LC_TIME", "fa_IR"}});
-    EXPECT_EQ(byteText(1536 * 1024), "1,5 MB");
+    EXPECT_EQ(byteText(1'572'864), "1,5 MB");
     EXPECT_EQ(timeOfDayString(summer), "۱۲:۰۳:۲۷");
     {
         const ScopedEnvironment without(Variables{{"LC_NUMERIC", ""}, {"LC_TIME", ""}});
-        EXPECT_EQ(byteText(1536 * 1024), "1.5 MB");
+        EXPECT_EQ(byteText(1'572'864), "1.5 MB");
         EXPECT_EQ(plainSpaces(timeOfDayString(summer)), "12:03:27 PM");
     }
     const ScopedEnvironment overridden(Variables{{"LC_ALL", "C"}});
-    EXPECT_EQ(byteText(1536 * 1024), "1.5 MB");
+    EXPECT_EQ(byteText(1'572'864), "1.5 MB");
 }
 
 } // namespace
