@@ -50,6 +50,8 @@ TEST(BundleReader, ReadsNothingFromAFileItCannotUseAndSaysSoOnce) {
     for (const auto* name : {"missing", "half", "list", "latin", "huge", "pipe", ""}) {
         const Bundle bundle = readBundle(folder.path() / name, log);
         EXPECT_EQ(applicationName(bundle), "Unknown") << name;
+        EXPECT_EQ(version(bundle), "No version") << name;
+        EXPECT_EQ(copyright(bundle), "No copyright information found.") << name;
         EXPECT_THAT(log.takeLines(),
                     ElementsAre(StartsWith("error general readBundle(infoFile:log:): ")))
             << name;

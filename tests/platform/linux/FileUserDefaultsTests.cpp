@@ -98,12 +98,14 @@ TEST_F(FileUserDefaultsTest, KeepsEveryTypeOfValueToTheBitFromOneRunToTheNext) {
             EXPECT_EQ(defaults.value(key), value) << key;
         }
         defaults.set("no number", std::nan(""));
+        defaults.set("no UTF-8", std::string("a\xff"));
     }
     const FileUserDefaults defaults(file_, log_);
     for (const auto& [key, value] : values) {
         EXPECT_EQ(defaults.value(key), value) << key;
     }
     EXPECT_TRUE(std::isnan(defaults.doubleForKey("no number")));
+    EXPECT_EQ(defaults.value("no UTF-8"), DefaultsValue(std::string("a\ufffd")));
     EXPECT_EQ(defaults.value("never written"), std::nullopt);
     EXPECT_THAT(log_.takeLines(), ElementsAre());
 
@@ -111,11 +113,6 @@ TEST_F(FileUserDefaultsTest, KeepsEveryTypeOfValueToTheBitFromOneRunToTheNext) {
     EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all);
     EXPECT_EQ(fs::status(file_.parent_path().parent_path()).permissions(), fs::perms::owner_all);
-}
-
-TEST_F(FileUserDefaultsTest, WritesTextThatIsNotUtf8WithReplacementCharacters) {
-    FileUserDefaults(file_, log_).set("text", std::string("a\xff"));
-    EXPECT_EQ(stored("text"), DefaultsValue(std::string("a\ufffd")));
 }
 
 TEST_F(ExistingFileUserDefaultsTest, WritesOnlyChanges) {
