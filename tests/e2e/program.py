@@ -4,16 +4,11 @@ import base64
 import json
 import os
 import pathlib
-import re
-import stat
-import subprocess
-import sys
 
 import dbus
 from desktop import wait_for
 
 HERE = pathlib.Path(__file__).resolve().parent
-IDENTIFIER = "net.tidewell.Tidewell"
 ITEM = "org.kde.StatusNotifierItem"
 MENU = "com.canonical.dbusmenu"
 GIBIBYTE_IN_KB = 1024 * 1024
@@ -38,7 +33,7 @@ def meminfo(level, total=16 * GIBIBYTE_IN_KB):
     """The text of a /proc/meminfo of a machine that is at the level."""
     swap_total, swap_used = {
         "none": (0, 0),
-        "low": (8 * GIBIBYTE_IN_KB, total // 16 + 393216),
+        "low": (8 * GIBIBYTE_IN_KB, 1426064),
         "warn": (8 * GIBIBYTE_IN_KB, total // 4),
         "high": (24 * GIBIBYTE_IN_KB, total + total // 8),
     }[level]

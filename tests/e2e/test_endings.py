@@ -1,0 +1,89 @@
+import signal
+import unittest
+
+import dbus
+from case import DesktopCase, StoreWatch
+from desktop import wait_for
+
+LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1")
+MANAGER = "org.freedesktop.login1.Manager"
+MOCK = "org.freedesktop.DBus.Mock"
+HISTORIES = ("memoryPressureArray", "swapUsedArray")
+
+
+class Endings(DesktopCase):
+    """Every way out saves the history once, and the next run goes on with it."""
+
+    def test_save_the_history_once_and_the_next_run_has_it_back(self):
+        endings = {
+            "Quit": lambda run: run.choose_from_menu("Quit"),
+            **{each.name: lambda run, number=each: run.process.send_signal(number)
+               for each in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)},
+        }
+        earlier = dict.fromkeys(HISTORIES, [])
+        for name, end in endings.items():
+            with self.subTest(name):
+                watch = StoreWatch(self.desktop)
+                tidewell = self.start()
+                tidewell.wait_for_item()
+                self.assertEqual(watch.writes(), 0)
+                end(tidewell)
+                self.assertEqual(tidewell.end(), 0)
+                self.assertEqual(watch.writes(), 1)
+                self.assertEqual(tidewell.store_file().stat().st_mode & 0o777, 0o600)
+                history = tidewell.history()
+                for key in HISTORIES:
+                    self.assertGreater(len(history[key]), len(earlier[key]))
+                    self.assertEqual(history[key][:len(earlier[key])], earlier[key])
+                earlier = history
+
+    def test_a_second_start_brings_up_the_panel_and_ends_with_0(self):
+        first = self.start()
+        first.wait_for_item()
+        self.assertEqual(self.start().end(), 0)
+        first.wait_for_panel()
+        self.assertEqual(self.start().end(), 0)
+        self.assertTrue(first.panel(), "a third start closed the panel")
+        self.assertEqual(len(self.desktop.status_items()), 1)
+
+
+class PowerOff(DesktopCase):
+    """login1's announcement, from a stand-in on a system bus of our own."""
+
+    def setUp(self):
+        super().setUp()
+        address = self.desktop.start_bus("system", "system-services")
+        self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = address
+        self.desktop.start("/usr/bin/python3", "-m", "dbusmock", "--template", "logind")
+        self.bus = self.desktop.bus(address)
+        wait_for("the login manager", lambda: self.bus.name_has_owner(LOGIN[0]))
+
+    def inhibitors(self):
+        return [tuple(map(str, (what, who, mode))) for what, who, _, mode, _, _ in
+                self.bus.call_blocking(*LOGIN, MANAGER, "ListInhibitors", "", ())]
+
+    def announce(self, value):
+        self.bus.call_blocking(*LOGIN, MOCK, "EmitSignal", "sssav",
+                               (MANAGER, "PrepareForShutdown", "b", [dbus.Boolean(value)]))
+
+    def test_saves_under_the_inhibitor_and_once(self):
+        watch = StoreWatch(self.desktop)
+        tidewell = self.start()
+        tidewell.wait_for_item()
+        wait_for("the inhibitor", self.inhibitors)
+        self.assertEqual(self.inhibitors(), [("shutdown", "Tidewell", "delay")])
+        self.announce(True)
+        wait_for("the inhibitor's release", lambda: not self.inhibitors())
+        self.assertEqual(watch.writes(), 1)
+        self.assertTrue(tidewell.history()["memoryPressureArray"])
+        self.announce(False)  # called off: what comes now is to be saved, too
+        wait_for("the inhibitor again", self.inhibitors)
+        self.announce(True)
+        wait_for("the inhibitor's second release", lambda: not self.inhibitors())
+        self.assertEqual(watch.writes(), 1)
+        self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+        self.assertEqual(watch.writes(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
