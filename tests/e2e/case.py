@@ -7,11 +7,10 @@ import struct
 import sys
 import unittest
 
-from desktop import Desktop, wait_for
+from desktop import Desktop
 from program import Tidewell, meminfo
 
 JOURNAL = "/run/systemd/journal/socket"
-NOT_ALLOWED = 77  # of with_meminfo.py
 
 
 class DesktopCase(unittest.TestCase):
@@ -33,9 +32,7 @@ class DesktopCase(unittest.TestCase):
         self.meminfo = self.desktop.folder / "meminfo"
         self.write_meminfo(level)
         tidewell = self.start(meminfo=self.meminfo)
-        wait_for("the program's start", lambda: tidewell.process.poll() is not None or
-                 os.readlink(f"/proc/{tidewell.process.pid}/exe").endswith("/tidewell"))
-        if tidewell.process.poll() == NOT_ALLOWED:
+        if not tidewell.wait_for_start():
             self.skipTest("mount namespaces are not allowed here")
         return tidewell
 

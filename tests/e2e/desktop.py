@@ -106,6 +106,7 @@ class Desktop:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-"))
         self.environment = {}
         self._connections = {}
+        self._children = []
 
     # -- life ---------------------------------------------------------------------------------
 
@@ -222,14 +223,9 @@ class Desktop:
                     found.append(int(process.name))
             except OSError:
                 continue  # gone, or not ours
-        for number in found[:]:
-            try:
-                # Our own children stay until they are waited for.
-                if os.waitpid(number, os.WNOHANG)[0] == number:
-                    found.remove(number)
-            except ChildProcessError:
-                continue
-        return found
+        # Our own children stay until they are waited for.
+        ended = {child.pid for child in self._children if child.poll() is not None}
+        return [number for number in found if number not in ended]
 
     # -- programs -----------------------------------------------------------------------------
 
@@ -237,9 +233,11 @@ class Desktop:
         """Starts a program on the desktop; what it says goes to the log of its name."""
         name = name or pathlib.Path(command[0]).name
         with open(self.folder / f"{name}.log", "ab") as log:
-            return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-                                    pass_fds=pass_fds, preexec_fn=die_with_parent,
-                                    env={**self.environment, **(environment or {})})
+            child = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                     pass_fds=pass_fds, preexec_fn=die_with_parent,
+                                     env={**self.environment, **(environment or {})})
+        self._children.append(child)
+        return child
 
     def log(self, name):
         path = self.folder / f"{name}.log"
@@ -327,7 +325,8 @@ class Desktop:
         return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def click(self, x, y, button=1):
-        self.run("xdotool", "mousemove", "--sync", str(x), str(y), "click", str(button))
+        # Not with --sync: where the pointer is there already, that waits for it to move.
+        self.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
     def press(self, key):
         self.run("xdotool", "key", key)
@@ -343,13 +342,16 @@ class Desktop:
         self.run(*command, str(path))
         return path
 
-    def pixels(self, crop):
-        """Rows of (red, green, blue) of a part of the screen."""
+    def raw(self, crop):
+        """A part of the screen, three bytes a pixel."""
         x, y, width, height = crop
-        raw = subprocess.run(
+        return subprocess.run(
             ["import", "-display", self.display, "-window", "root", "-crop",
              f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-"],
             env=self.environment, check=True, stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE).stdout
-        return [[tuple(raw[3 * (row * width + column):][:3]) for column in range(width)]
-                for row in range(height)]
+
+    def shows(self, colour, crop):
+        """Whether a pixel of that part of the screen has exactly the colour."""
+        raw = self.raw(crop)
+        return any(raw[at:at + 3] == bytes(colour) for at in range(0, len(raw), 3))

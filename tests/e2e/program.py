@@ -6,12 +6,14 @@ import os
 import pathlib
 
 import dbus
-from desktop import wait_for
+from desktop import DesktopError, wait_for
 
 HERE = pathlib.Path(__file__).resolve().parent
 ITEM = "org.kde.StatusNotifierItem"
 MENU = "com.canonical.dbusmenu"
 GIBIBYTE_IN_KB = 1024 * 1024
+
+NOT_ALLOWED = 77  # of with_meminfo.py
 
 PANEL_SIZE = (350, 760)
 
@@ -57,6 +59,18 @@ class Tidewell:
         self._log_start = len(desktop.log("tidewell"))
         self.process = desktop.start(*command, name="tidewell", environment=environment)
 
+    def wait_for_start(self):
+        """Whether the program runs: False where it cannot be run on other figures here."""
+        def started():
+            if self.process.poll() is not None:
+                return True
+            try:
+                return os.readlink(f"/proc/{self.process.pid}/exe").endswith("/tidewell")
+            except FileNotFoundError:
+                return False
+        wait_for("the program's start", started)
+        return self.process.poll() != NOT_ALLOWED
+
     def log(self):
         """What this run wrote to stderr so far."""
         return self.desktop.log("tidewell")[self._log_start:]
@@ -75,6 +89,8 @@ class Tidewell:
     def wait_for_item(self, timeout=20):
         """(bus name, object path) of the item, which also has its first picture."""
         def mine():
+            if self.process.poll() is not None:
+                raise DesktopError(f"the program ended with {self.process.returncode}")
             for service, path in self.desktop.status_items():
                 try:
                     if self.desktop.bus().call_blocking(
@@ -138,8 +154,9 @@ class Tidewell:
 
     def label_window(self):
         """The geometry of the label window, or None."""
+        scale = self.desktop.scale
         return next((each for each in self.windows()
-                     if 20 < each[3] < 60 * self.desktop.scale), None)
+                     if each[2] > 60 * scale and 20 * scale < each[3] < 60 * scale), None)
 
     # -- store --------------------------------------------------------------------------------
 

@@ -12,9 +12,6 @@ import sys
 from desktop import Desktop, DesktopError, wait_for
 from program import LEVEL_COLOURS, Tidewell, meminfo
 
-NOT_ALLOWED = 77  # of with_meminfo.py
-
-
 class Photographer:
     def __init__(self, folder, scale):
         self.folder, self.scale = folder, scale
@@ -32,11 +29,11 @@ class Photographer:
         last = []
 
         def still():
-            last.append(desktop.pixels(region))
+            last.append(desktop.raw(region))
             return len(last) > 1 and last[-1] == last[-2]
         wait_for("the screen to come to rest", still)
 
-    def strip(self, desktop, tidewell, region, subject):
+    def strip(self, desktop, region, subject):
         """A small part of the screen, enlarged."""
         self.when_still(desktop, region)
         self.take(desktop, subject, crop=region, enlarged=4)
@@ -47,44 +44,43 @@ class Photographer:
             tidewell = Tidewell(desktop)
             tidewell.wait_for_item()
             region = (desktop.size[0] - 160 * self.scale, 0, 160 * self.scale, 32 * self.scale)
-            self.strip(desktop, tidewell, region, "status-item")
+            self.strip(desktop, region, "status-item")
             tidewell.click_item()
-            self.when_still(desktop, tidewell.wait_for_panel())
-            self.take(desktop, "panel")
+            x, y, width, height = tidewell.wait_for_panel()
+            self.when_still(desktop, (x, y, width, height))
+            self.take(desktop, "desktop")
+            margin = 16 * self.scale
+            self.take(desktop, "panel", crop=(x - margin, 0, desktop.size[0] - x + margin,
+                                              y + height + margin))
             self.end(tidewell)
             for level in LEVEL_COLOURS:
                 tidewell = self.start_at(desktop, level)
                 if tidewell:
                     tidewell.wait_for_item()
                     self.wait_for_level(tidewell, level, dark)
-                    self.strip(desktop, tidewell, region, f"status-item-{level}")
+                    self.strip(desktop, region, f"status-item-{level}")
                     self.end(tidewell)
 
     def label_window(self, dark):
         with Desktop(host=None, dark=dark, scale=self.scale) as desktop:
             for level in LEVEL_COLOURS:
-                tidewell = self.start_at(desktop, level)
+                # Where the figures cannot be altered, one picture shows the machine's own.
+                tidewell = self.start_at(desktop, level) or (
+                    Tidewell(desktop) if level == "none" else None)
                 if tidewell:
                     x, y, width, height = wait_for("the label window", tidewell.label_window)
                     margin = 12 * self.scale
                     region = (x - margin, max(y - margin, 0), desktop.size[0] - x + margin,
                               height + 2 * margin)
-                    self.strip(desktop, tidewell, region, f"label-window-{level}")
+                    self.strip(desktop, region, f"label-window-{level}")
                     self.end(tidewell)
-            tidewell = Tidewell(desktop)
-            wait_for("the label window", tidewell.label_window)
-            self.when_still(desktop, (0, 0, *desktop.size))
-            self.take(desktop, "label-window")
-            self.end(tidewell)
 
     def start_at(self, desktop, level):
         """A run of the program at a level; None where the system allows no such thing."""
         file = desktop.folder / "meminfo"
         file.write_text(meminfo(level))
         tidewell = Tidewell(desktop, meminfo=file)
-        wait_for("the program's start", lambda: tidewell.process.poll() is not None or
-                 os.readlink(f"/proc/{tidewell.process.pid}/exe").endswith("tidewell"))
-        if tidewell.process.poll() == NOT_ALLOWED:
+        if not tidewell.wait_for_start():
             print(f"no picture of the level {level!r}: mount namespaces are not allowed here")
             return None
         return tidewell

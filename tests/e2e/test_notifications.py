@@ -18,14 +18,14 @@ class Alerts(DesktopCase):
         self.desktop.start("/usr/bin/python3", str(HERE / "fake_notifications.py"), name="fake")
         wait_for("the fake daemon", lambda: self.desktop.owner("org.freedesktop.Notifications"))
 
-    def notifications(self):
+    def arrived(self):
         return [json.loads(line) for line in self.desktop.log("fake").splitlines()]
 
     def expect(self, tidewell, level, subtitle, body, label):
         tidewell.wait_for_item()
         wait_for("the colour", lambda: tidewell.item_colour() == bytes(LEVEL_COLOURS[level][0]))
         self.assertEqual(tidewell.item_property("XAyatanaLabel"), label)
-        notification, = wait_for("the notification", self.notifications)
+        notification, = wait_for("the notification", self.arrived)
         self.assertEqual((notification["summary"], notification["body"]),
                          ("Tidewell", f"{subtitle}\n{body}"))
         self.assertEqual(notification["replaces"], 0)
@@ -37,7 +37,7 @@ class Alerts(DesktopCase):
         tidewell.wait_for_item()
         tidewell.click_item()
         tidewell.wait_for_panel()  # the first check is over by then
-        self.assertEqual(self.notifications(), [])
+        self.assertEqual(self.arrived(), [])
 
     def test_warn_of_much_swap(self):
         self.expect(self.start_at("warn"), "warn", "High swap usage", SWAP_BODY.format("4 GB"),
@@ -54,8 +54,8 @@ class Alerts(DesktopCase):
         self.expect(tidewell, "low", "Swap memory usage", SWAP_BODY.format("1.36 GB"),
                     "1.36 GB of 8 GB")
         self.write_meminfo("high")
-        wait_for("the second notification", lambda: len(self.notifications()) > 1, timeout=75)
-        self.assertTrue(self.notifications()[1]["body"].startswith("Very high swap usage\n"))
+        wait_for("the second notification", lambda: len(self.arrived()) > 1, timeout=75)
+        self.assertTrue(self.arrived()[1]["body"].startswith("Very high swap usage\n"))
         self.assertEqual(tidewell.item_colour(), bytes(LEVEL_COLOURS["high"][0]))
         self.assertEqual(tidewell.item_property("XAyatanaLabel"), "18 GB of 24 GB")
 
