@@ -17,7 +17,6 @@ import time
 import dbus
 import dbus.bus
 
-FONT = "Inter 10"
 LINUX_PR_SET_PDEATHSIG = 1
 MARK = "TIDEWELL_DESKTOP"
 
@@ -62,6 +61,13 @@ PANEL_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
     <property name="plugin-2" type="string" value="systray"/>
   </property>
 </channel>
+"""
+
+FONT_SETTINGS = """<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig>
+  <alias><family>sans-serif</family><prefer><family>Inter</family></prefer></alias>
+</fontconfig>
 """
 
 THEME_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
@@ -149,9 +155,9 @@ class Desktop:
         (settings / "xfce4-panel.xml").write_text(
             PANEL_SETTINGS.format(dark=str(self.dark).lower()))
         (settings / "xsettings.xml").write_text(THEME_SETTINGS.format(theme=theme))
-        gtk = self.folder / "config/gtk-3.0"
-        gtk.mkdir()
-        (gtk / "settings.ini").write_text(f"[Settings]\ngtk-font-name={FONT}\n")
+        fonts = self.folder / "config/fontconfig"
+        fonts.mkdir()
+        (fonts / "fonts.conf").write_text(FONT_SETTINGS)
 
         self.display = self._start_display()
         self.environment["DISPLAY"] = self.display
