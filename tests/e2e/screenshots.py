@@ -16,6 +16,7 @@ class Photographer:
     def __init__(self, folder, scale):
         self.folder, self.scale = folder, scale
         self.appearance = ""
+        self.can_alter_figures = True
 
     def path(self, subject):
         size = "" if self.scale == 1 else f"-{self.scale}x"
@@ -81,7 +82,9 @@ class Photographer:
         file.write_text(meminfo(level))
         tidewell = Tidewell(desktop, meminfo=file)
         if not tidewell.wait_for_start():
-            print(f"no picture of the level {level!r}: mount namespaces are not allowed here")
+            if self.can_alter_figures:
+                print("No pictures of the levels: mount namespaces are not allowed here.")
+            self.can_alter_figures = False
             return None
         return tidewell
 

@@ -33,7 +33,8 @@ def enter_namespace():
                            ("gid_map", f"{group} {group} 1")):
             with open(f"/proc/self/{path}", "w", encoding="ascii") as file:
                 file.write(text)
-    checked(libc.mount(b"none", b"/", None, MS_REC | MS_PRIVATE, None))
+    # Not of "/", which in a change-rooted tree is no mount point.
+    checked(libc.mount(b"none", b"/proc", None, MS_REC | MS_PRIVATE, None))
 
 
 try:
