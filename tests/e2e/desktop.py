@@ -1,5 +1,5 @@
-"""A private desktop on a virtual display: X server, buses, window manager and, as asked for, a panel
-that hosts status items or an old-style tray, and a notification daemon.
+"""A private desktop on a virtual display: X server, buses, window manager and, as asked for, a
+panel that hosts status items or an old-style tray, and a notification daemon.
 
 Nothing of it is shared with the desktop that it runs on, and nothing is left when it is closed: its
 processes are known by a mark in their environment, its files lie in one temporary folder.
@@ -272,8 +272,8 @@ class Desktop:
         wait_for("the end of the panel's plugins", lambda: not self.hosts_status_items())
 
     def start_notifications(self, daemon):
-        path = {"xfce4-notifyd": "/usr/lib/*/xfce4/notifyd/xfce4-notifyd", "dunst": "/usr/bin/dunst"}
-        program = next(pathlib.Path("/").glob(path[daemon][1:]))
+        path = {"xfce4-notifyd": "lib/*/xfce4/notifyd/xfce4-notifyd", "dunst": "bin/dunst"}
+        program = next(pathlib.Path("/usr").glob(path[daemon]))
         self.notification_process = self.start(str(program))
         wait_for(daemon, lambda: self.owner("org.freedesktop.Notifications"))
 

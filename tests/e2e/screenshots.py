@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""screenshots.py PROGRAM FOLDER: starts the program on virtual desktops as a person would, opens its
-panel with a click, and saves pictures of what there is to see. Prints their paths.
+"""screenshots.py PROGRAM FOLDER: starts the program on virtual desktops as a person would, opens
+its panel with a click, and saves pictures of what there is to see. Prints their paths.
 """
 
 import argparse
@@ -10,7 +10,7 @@ import signal
 import sys
 
 from desktop import Desktop, DesktopError, wait_for
-from program import LEVEL_COLOURS, Tidewell, meminfo
+from program import LEVEL_COLOURS, TEXT_COLOUR, Tidewell, meminfo
 
 class Photographer:
     def __init__(self, folder, scale):
@@ -69,12 +69,19 @@ class Photographer:
                 tidewell = self.start_at(desktop, level) or (
                     Tidewell(desktop) if level == "none" else None)
                 if tidewell:
-                    x, y, width, height = wait_for("the label window", tidewell.label_window)
+                    x, y, _, height = wait_for(
+                        "the label window", lambda: self.label_at(desktop, tidewell, level, dark))
                     margin = 12 * self.scale
                     region = (x - margin, max(y - margin, 0), desktop.size[0] - x + margin,
                               height + 2 * margin)
                     self.strip(desktop, region, f"label-window-{level}")
                     self.end(tidewell)
+
+    def label_at(self, desktop, tidewell, level, dark):
+        """The label window's geometry once it has the level's colour."""
+        geometry = tidewell.label_window()
+        colour = (TEXT_COLOUR if level == "none" else LEVEL_COLOURS[level])[dark]
+        return geometry if geometry and desktop.shows(colour, geometry) else None
 
     def start_at(self, desktop, level):
         """A run of the program at a level; None where the system allows no such thing."""

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """with_meminfo.py FILE COMMAND...: runs the command with FILE in the place of /proc/meminfo.
 
-In a mount namespace of its own, so that nobody else sees it. Ends with 77 where that is not allowed.
-The file may be rewritten in place while the command runs.
+In a mount namespace of its own, so that nobody else sees it. Ends with 77 where that is not
+allowed. The file may be rewritten in place while the command runs.
 """
 
 import ctypes
