@@ -1,0 +1,61 @@
+#pragma once
+
+#include "support/Log.h"
+
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <QLockFile>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace tidewell {
+
+/// Lets the program run once for each user, and a second start bring up the first one's panel. The
+/// first start owns the program's name on the session bus and answers `org.freedesktop.Application`
+/// there. It also holds a lock file, which keeps a program apart that another bus, or no bus at
+/// all, does not let it see: two of them would write the same store. Main thread.
+class SingleInstance final : private QDBusVirtualObject {
+public:
+    /// `identifier` is the bus name; the object's path follows from it. `patience` bounds
+    /// `start()` where the first program, or the bus, hangs.
+    SingleInstance(QDBusConnection sessionBus, QString identifier, const QString& lockFile,
+                   std::chrono::milliseconds patience, Log& log);
+    ~SingleInstance() override;
+
+    /// Whether this is the first start: empty if so, and otherwise the status that `main` ends
+    /// with. That is 0 where the first one brought up its panel, and also where it runs out of
+    /// reach of this session (one info line); it is 1 where the first one did not answer within
+    /// the patience (one error line). Waits; to be called once, before anything is on screen.
+    std::optional<int> start();
+
+    /// Calls `activated` whenever the panel is to be brought up, at once if it was asked for
+    /// already.
+    void onActivate(std::function<void()> activated);
+
+    /// In the user's runtime folder, which every session of the user shares.
+    static QString usualLockFile(const QString& identifier);
+
+private:
+    enum class Name { ours, taken, unavailable };
+
+    Name claimName(std::chrono::milliseconds limit);
+    std::optional<int> startLocked();
+    QDBusMessage activateCall() const;
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override;
+
+    QDBusConnection bus_;
+    QString identifier_;
+    QString objectPath_;
+    QLockFile lock_;
+    std::chrono::milliseconds patience_;
+    Log& log_;
+    bool registered_ = false;
+    bool activationPending_ = false;
+    std::function<void()> activated_;
+};
+
+} // namespace tidewell
