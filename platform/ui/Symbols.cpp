@@ -1,0 +1,159 @@
+#include "platform/ui/Symbols.h"
+
+#include <QPointF>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace tidewell {
+
+namespace {
+
+// Each picture is a function of a point: how far outside its shape the point lies, negative inside,
+// in pixels of the picture, from its middle, y downwards. That keeps edges on whole pixels at 16
+// and at 64, which a scaled drawing cannot, and it costs nothing while nothing is drawn: the
+// toolkit's painter starts a pool of threads for shapes of this size, an SVG reader stays in
+// memory.
+
+double length(QPointF vector) {
+    return std::hypot(vector.x(), vector.y());
+}
+
+/// `fraction` of the picture, rounded to a length that lies on whole pixels when it is centred.
+int centredLength(double fraction, int pixels) {
+    const int odd = pixels % 2;
+    return 2 * static_cast<int>(std::lround((fraction * pixels - odd) / 2)) + odd;
+}
+
+double outerRadius(int pixels) {
+    return centredLength(0.75, pixels) / 2.0;
+}
+
+double fromDisc(QPointF point, int pixels) {
+    return length(point) - outerRadius(pixels);
+}
+
+double fromRing(QPointF point, int pixels) {
+    const double stroke = std::max(1.0, std::round(pixels / 14.0));
+    return std::abs(length(point) - outerRadius(pixels) + stroke / 2) - stroke / 2;
+}
+
+double fromDottedRing(QPointF point, int pixels) {
+    // Twelve dots run into each other in small pictures.
+    const bool isSmall = pixels < 28;
+    const double step = 2 * std::numbers::pi / (isSmall ? 8 : 12);
+    const double dotRadius = pixels / (isSmall ? 14.0 : 20.0);
+    const double angle = step * std::round(std::atan2(point.y(), point.x()) / step);
+    const double radius = outerRadius(pixels) - dotRadius;
+    return length(point - radius * QPointF(std::cos(angle), std::sin(angle))) - dotRadius;
+}
+
+double fromSegment(QPointF point, QPointF start, QPointF end) {
+    const QPointF along = end - start;
+    const double part =
+        QPointF::dotProduct(point - start, along) / QPointF::dotProduct(along, along);
+    return length(point - start - std::clamp(part, 0.0, 1.0) * along);
+}
+
+/// From an upright triangle, centred sideways, with corners rounded to `radius`.
+double fromTriangle(QPointF point, double top, double bottom, double halfWidth, double radius) {
+    // The corners' centres form a smaller triangle: each side moved inwards by the radius.
+    const double apex = top + radius * std::hypot(bottom - top, halfWidth) / halfWidth;
+    const double base = bottom - radius;
+    const QPointF peak(0, apex);
+    const QPointF corner((base - apex) * halfWidth / (bottom - top), base);
+    const QPointF mirrored(std::abs(point.x()), point.y()); // one half is the other
+    const double distance =
+        std::min(fromSegment(mirrored, peak, corner), fromSegment(mirrored, {0, base}, corner));
+    const double side = (mirrored.x() - peak.x()) * (corner.y() - peak.y()) -
+                        (mirrored.y() - peak.y()) * (corner.x() - peak.x());
+    return (side < 0 && point.y() < base ? -distance : distance) - radius;
+}
+
+/// From a bar of the given width, centred sideways, with softened corners.
+double fromBar(QPointF point, double top, double bottom, double width) {
+    const double radius = width / 3;
+    const QPointF beyond(std::abs(point.x()) - width / 2 + radius,
+                         std::abs(point.y() - (top + bottom) / 2) - (bottom - top) / 2 + radius);
+    return length({std::max(beyond.x(), 0.0), std::max(beyond.y(), 0.0)}) +
+           std::min(std::max(beyond.x(), beyond.y()), 0.0) - radius;
+}
+
+double fromWarningSign(QPointF point, int pixels) {
+    const double middle = pixels / 2.0;
+    const double stroke = std::max(1.25, std::round(pixels / 14.0));
+    const double top = std::round(pixels * 0.03) - middle; // of the sharp apex, far above the round
+    const double bottom = std::round(pixels * 0.88) - middle;
+    const double halfWidth = centredLength(0.97, pixels) / 2.0;
+    const double corner = pixels / 10.0;
+    const double innerTop = top + stroke * std::hypot(bottom - top, halfWidth) / halfWidth;
+    const double innerBottom = bottom - std::floor(stroke); // the base stays on whole pixels
+    const double innerHalfWidth = halfWidth * (innerBottom - innerTop) / (bottom - top);
+    const double outline = std::max(fromTriangle(point, top, bottom, halfWidth, corner),
+                                    -fromTriangle(point, innerTop, innerBottom, innerHalfWidth,
+                                                  std::max(0.1, corner - stroke)));
+
+    const double width = std::max(2 - pixels % 2, centredLength(1 / 14.0, pixels));
+    const double gap = std::max(1.0, std::round(pixels / 20.0));
+    const double dotTop = innerBottom - gap - width;
+    const double barTop = std::round(pixels * 0.36) - middle;
+    return std::min({outline, fromBar(point, barTop, dotTop - gap, width),
+                     fromBar(point, dotTop, dotTop + width, width)});
+}
+
+struct Symbol {
+    std::string_view name;
+    double (*distance)(QPointF point, int pixels);
+};
+
+constexpr std::array symbols{
+    Symbol{"circle", fromRing},
+    Symbol{"circle.dotted", fromDottedRing},
+    Symbol{"circle.fill", fromDisc},
+    Symbol{"exclamationmark.triangle", fromWarningSign},
+};
+
+const Symbol* findSymbol(std::string_view name) {
+    const auto* const found = std::ranges::find(symbols, name, &Symbol::name);
+    return found == symbols.end() ? nullptr : found;
+}
+
+/// How much of the pixel the shape covers, 0 to 255: the mean of its four quarters.
+QRgb coverage(const Symbol& symbol, int x, int y, int pixels) {
+    double sum = 0;
+    for (const double right : {0.25, 0.75}) {
+        for (const double down : {0.25, 0.75}) {
+            const QPointF point(x + right - pixels / 2.0, y + down - pixels / 2.0);
+            sum += std::clamp(0.5 - 2 * symbol.distance(point, pixels), 0.0, 1.0);
+        }
+    }
+    return static_cast<QRgb>(std::lround(sum / 4 * 255));
+}
+
+} // namespace
+
+bool hasSymbol(std::string_view name) {
+    return findSymbol(name) != nullptr;
+}
+
+std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
+                                  double devicePixelRatio) {
+    const Symbol* const symbol = findSymbol(name);
+    if (symbol == nullptr) {
+        return std::nullopt;
+    }
+    const int pixels = static_cast<int>(std::lround(size * devicePixelRatio));
+    QImage image(pixels, pixels, QImage::Format_ARGB32);
+    for (int y = 0; y < pixels; ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < pixels; ++x) {
+            line[x] = (colour & 0xffffffU) | coverage(*symbol, x, y, pixels) << 24U;
+        }
+    }
+    image.setDevicePixelRatio(devicePixelRatio);
+    return image;
+}
+
+} // namespace tidewell

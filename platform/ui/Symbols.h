@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QImage>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace tidewell {
+
+/// The system's small pictures, known by name and drawn in one colour:
+///
+///   "circle"                    a ring
+///   "circle.dotted"             a ring of dots
+///   "circle.fill"               a disc
+///   "exclamationmark.triangle"  the warning sign
+
+/// Whether there is a picture of that name.
+bool hasSymbol(std::string_view name);
+
+/// The picture `name` in the colour 0xRRGGBB on a transparent ground, in a square of `size`
+/// points, made for `devicePixelRatio` pixels a point: its edges lie on whole pixels at every size,
+/// and only their coverage varies, never the colour. Format ARGB32. Empty for an unknown name.
+/// Main thread.
+std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
+                                  double devicePixelRatio);
+
+} // namespace tidewell
