@@ -1,0 +1,205 @@
+#include "platform/linux/LabelWindowStatusItem.h"
+
+#include "platform/linux/StatusMenu.h"
+#include "platform/linux/X11.h"
+#include "platform/ui/Palette.h"
+#include "platform/ui/Symbols.h"
+
+#include <QAbstractButton>
+#include <QBitmap>
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+
+namespace tidewell {
+
+namespace {
+
+// All in points.
+constexpr int symbolSize = 16; // with the margin that belongs to the picture; the disc is 12
+constexpr int spacing = 8;
+constexpr int horizontalPadding = 12;
+constexpr int verticalPadding = 6;
+constexpr int cornerRadius = 8;
+constexpr int screenMargin = 8;
+
+} // namespace
+
+/// A button, for the keyboard's and assistive technologies' sake.
+class LabelWindow final : public QAbstractButton {
+public:
+    LabelWindow(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
+        : appearance_(appearance)
+        , behaviour_(std::move(behaviour))
+        , isComposited_(x11::isComposited())
+        , appearanceChanged_(appearance.didChange([this] { update(); })) {
+        setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setAttribute(Qt::WA_TranslucentBackground, isComposited_);
+        setAttribute(Qt::WA_QuitOnClose, false);
+        setFocusPolicy(Qt::StrongFocus);
+        setWindowTitle(QString::fromStdString(behaviour_.title));
+        setAccessibleName(windowTitle());
+        connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
+        connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, [this] { followScreen(); });
+        followScreen();
+    }
+
+    void setContent(const StatusItemContent& content) {
+        if (isVisible() && content == content_) {
+            return;
+        }
+        const bool resizes = content.text != content_.text || !isVisible();
+        content_ = content;
+        setText(QString::fromStdString(content.text));
+        setAccessibleDescription(text());
+        if (resizes) {
+            place();
+        }
+        if (!isVisible()) {
+            winId(); // created, so that it can be told before it is shown
+            x11::showOnAllDesktops(*this);
+            show();
+        }
+        update();
+    }
+
+    QSize sizeHint() const override {
+        const QFontMetrics metrics = fontMetrics();
+        return {2 * horizontalPadding + symbolSize + spacing + metrics.horizontalAdvance(text()),
+                2 * verticalPadding + std::max(symbolSize, metrics.height())};
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        const Appearance appearance = appearance_.desktop();
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (!isComposited_) {
+            painter.fillRect(rect(), toQColor(colours::window, appearance));
+        }
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(toQColor(colours::window, appearance));
+        painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+        // The line's middle lies half a pixel inside the edge.
+        const double line = 1 / devicePixelRatioF();
+        const QRectF edge = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
+        painter.setPen(QPen(hairline(appearance), line));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(edge, cornerRadius - line / 2, cornerRadius - line / 2);
+        // Symbol and text stand on the same line.
+        const int bottom = height() - verticalPadding;
+        if (const auto image = symbolImage(content_.symbolName, content_.colour.in(appearance),
+                                           symbolSize, devicePixelRatioF())) {
+            painter.drawImage(QPoint(horizontalPadding, bottom - symbolSize), *image);
+        }
+        const QRect textPlace(horizontalPadding + symbolSize + spacing, 0, width(), bottom);
+        painter.setPen(toQColor(colours::primary, appearance));
+        painter.drawText(textPlace, Qt::AlignLeft | Qt::AlignBottom, text());
+        if (hasFocus() && showsFocus_) {
+            painter.setBrush(Qt::NoBrush);
+            painter.setPen(QPen(toQColor(colours::accent, appearance), 2));
+            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius - 1,
+                                    cornerRadius - 1);
+        }
+    }
+
+    void resizeEvent(QResizeEvent*) override {
+        if (!isComposited_) {
+            // Without a compositor the corners are cut off instead of being transparent.
+            QBitmap mask(size());
+            mask.clear();
+            QPainter painter(&mask);
+            painter.setBrush(Qt::color1);
+            painter.setPen(Qt::NoPen);
+            painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+            painter.end();
+            setMask(mask);
+        }
+    }
+
+    // The keyboard's place is shown to those who came with the keyboard.
+    void focusInEvent(QFocusEvent* event) override {
+        showsFocus_ = QGuiApplication::mouseButtons() == Qt::NoButton;
+        QAbstractButton::focusInEvent(event);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        showsFocus_ = false;
+        QAbstractButton::mousePressEvent(event);
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            click();
+        } else {
+            QAbstractButton::keyPressEvent(event);
+        }
+    }
+
+    // Closed by the window manager's keys, say. Ignoring that would keep the program from ending.
+    void closeEvent(QCloseEvent* event) override {
+        QAbstractButton::closeEvent(event);
+        QMetaObject::invokeMethod(this, &QWidget::show, Qt::QueuedConnection);
+    }
+
+    void contextMenuEvent(QContextMenuEvent*) override {
+        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), frameGeometry().bottomLeft());
+    }
+
+private:
+    // Not from within the window, which may be gone before that returns.
+    void activate() {
+        QMetaObject::invokeMethod(
+            this,
+            [activated = behaviour_.activated, place = frameGeometry()] {
+                activated({std::nullopt, place});
+            },
+            Qt::QueuedConnection);
+    }
+
+    void followScreen() {
+        QObject::disconnect(screenChanged_);
+        if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
+            screenChanged_ =
+                connect(screen, &QScreen::availableGeometryChanged, this, [this] { place(); });
+            place();
+        }
+    }
+
+    void place() {
+        const QScreen* const screen = QGuiApplication::primaryScreen();
+        if (screen == nullptr) {
+            return; // the last one was unplugged; the next is told
+        }
+        const QRect available = screen->availableGeometry();
+        const QSize size = sizeHint();
+        setGeometry({QPoint(available.right() + 1 - screenMargin - size.width(),
+                            available.top() + screenMargin),
+                     size});
+    }
+
+    DesktopAppearance& appearance_;
+    StatusItemBehaviour behaviour_;
+    StatusItemContent content_;
+    bool isComposited_;
+    bool showsFocus_ = false;
+    QMetaObject::Connection screenChanged_;
+    Subscription appearanceChanged_;
+};
+
+LabelWindowStatusItem::LabelWindowStatusItem(DesktopAppearance& appearance,
+                                             StatusItemBehaviour behaviour)
+    : window_(std::make_unique<LabelWindow>(appearance, std::move(behaviour))) {}
+
+LabelWindowStatusItem::~LabelWindowStatusItem() = default;
+
+void LabelWindowStatusItem::setContent(const StatusItemContent& content) {
+    window_->setContent(content);
+}
+
+} // namespace tidewell
