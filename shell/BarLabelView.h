@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/MemoryWatcher.h"
+#include "platform/linux/StatusItem.h"
+#include "platform/runtime/Executor.h"
+#include "services/UpdateModel.h"
+
+#include <functional>
+#include <string_view>
+
+namespace tidewell {
+
+/// The symbol that tells whether swap is in use.
+std::string_view symbolName(std::uint64_t swapUsed);
+
+/// The swap in use, of how much, in bytes; "No Swap", translated, where none is used.
+std::string labelText(std::uint64_t swapUsed, std::uint64_t swapTotal);
+
+/// Whether the update mark replaces the symbol of the swap in use.
+constexpr bool showsUpdateMark(bool isUpdateAvailable) {
+    return isUpdateAvailable;
+}
+
+struct LabelSymbol {
+    std::string_view name;
+    bool takesWarningColor; ///< else it is drawn like text
+};
+
+/// The symbol to show of those that `isKnown` knows. Where it does not know the one that tells of
+/// swap the label falls back to a plain circle, and shows no update mark either.
+LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,
+                        const std::function<bool(std::string_view name)>& isKnown);
+
+/// What the program shows in the status area: the symbol in the colour of the warning level, and
+/// the swap in use. Draws at most once for all the changes of one event-loop pass. Main thread.
+class BarLabelView final {
+public:
+    /// `sparkleModel` may be null: then there are no updates. `warningColor` is what the symbol
+    /// is drawn in until the warning level changes for the first time. All must outlive the view.
+    BarLabelView(UpdateModel* sparkleModel, MemoryWatcher& memoryWatcher, Colour warningColor,
+                 Executor& mainThread, StatusItem& statusItem);
+
+    /// Shows the label, follows the models from now on, and has updates checked for.
+    void appear();
+
+    Colour warningColor() const { return warningColor_; }
+
+private:
+    void markDirty();
+    void draw();
+
+    UpdateModel* sparkleModel_;
+    MemoryWatcher& memoryWatcher_;
+    Colour warningColor_;
+    Executor& mainThread_;
+    StatusItem& statusItem_;
+
+    WarningLevel seenLevel_ = WarningLevel::none;
+    std::optional<std::pair<std::uint64_t, std::uint64_t>> shownSwap_; // used, total
+    StatusItemContent content_;
+    std::shared_ptr<bool> isDirty_; // shared with the queued drawing, which may outlive the view
+    Subscription memoryChanges_;
+    Subscription updateChanges_;
+};
+
+} // namespace tidewell
