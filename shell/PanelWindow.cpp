@@ -1,0 +1,90 @@
+#include "shell/PanelWindow.h"
+
+#include "platform/linux/PanelPosition.h"
+#include "shell/Scenes.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace tidewell {
+
+namespace {
+
+// A click on a host's status item first makes the host active, which closes the panel, and is
+// reported after that: such a click must not open the panel again. Both come of one press of the
+// button, so that the time between them is the host's own delay.
+constexpr qint64 sameClickMilliseconds = 300;
+
+} // namespace
+
+PanelWindow::PanelWindow(MakeContent makeContent)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    , makeContent_(std::move(makeContent)) {
+    setObjectName(QStringLiteral("panel"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state == Qt::ApplicationInactive) {
+                    closeBecauseOfAnotherProgram();
+                }
+            });
+}
+
+void PanelWindow::toggle(const StatusItemActivation& activation) {
+    const bool sameClick = closedByAnotherProgram_.isValid() &&
+                           closedByAnotherProgram_.elapsed() < sameClickMilliseconds;
+    closedByAnotherProgram_.invalidate();
+    if (isVisible()) {
+        close();
+    } else if (!sameClick) {
+        open(activation);
+    }
+}
+
+void PanelWindow::open(const StatusItemActivation& activation) {
+    if (makeContent_) {
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        const MakeContent makeContent = std::exchange(makeContent_, nullptr);
+        layout->addWidget(makeContent().release());
+    }
+    if (!isVisible()) {
+        setFixedSize(panelWidth, panelHeight);
+        move(panelPosition(activation, size()));
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void PanelWindow::closeBecauseOfAnotherProgram() {
+    if (isVisible()) {
+        close();
+        closedByAnotherProgram_.start();
+    }
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PanelWindow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().window());
+    // A hairline of one device pixel sets the panel off from windows of the same colour.
+    QColor hairline = palette().windowText().color();
+    hairline.setAlphaF(0.08F);
+    const qreal line = 1 / devicePixelRatioF();
+    painter.setPen(QPen(hairline, line));
+    painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
+}
+
+} // namespace tidewell

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/linux/StatusItem.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace tidewell {
+
+/// The window that drops down from the status item. Its content is made when it is opened for the
+/// first time. It closes on Escape, on a second click on the status item and when another program
+/// becomes active, but not when one of our own windows does. Main thread.
+class PanelWindow final : public QWidget {
+public:
+    using MakeContent = std::function<std::unique_ptr<QWidget>()>;
+
+    explicit PanelWindow(MakeContent makeContent);
+
+    /// A click on the status item: opens the panel beside it, wholly on its screen, or closes it.
+    void toggle(const StatusItemActivation& activation);
+
+    /// Opens the panel, or brings it to the front where it is open already.
+    void open(const StatusItemActivation& activation);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void closeBecauseOfAnotherProgram();
+
+    MakeContent makeContent_;
+    QElapsedTimer closedByAnotherProgram_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace tidewell {
+
+enum class TitleBar { standard, hidden };
+enum class Placement {
+    centred,   ///< in the middle of the screen when it opens
+    ownChoice, ///< the content places its window itself
+};
+
+/// One single-instance window of the program, as data. It is as large as its content and cannot be
+/// resized.
+struct WindowScene {
+    std::string_view identifier; ///< also the window's object name
+    std::string title;
+    int width;  ///< points
+    int height; ///< points
+    TitleBar titleBar;
+    Placement placement;
+};
+
+/// The main panel, framed in points. It has no identifier: only the status item opens it.
+inline constexpr int panelWidth = 350;
+inline constexpr int panelHeight = 760;
+
+/// The windows that the panel opens, in their order.
+inline std::array<WindowScene, 3> windowScenes(const std::string& applicationName) {
+    return {{
+        {"about", "About", 400, 160, TitleBar::hidden, Placement::centred},
+        {"settings", applicationName + " Settings", 410, 285, TitleBar::standard,
+         Placement::centred},
+        {"appMemory", "App Memory", 400, 380, TitleBar::hidden, Placement::ownChoice},
+    }};
+}
+
+} // namespace tidewell

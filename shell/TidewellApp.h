@@ -1,0 +1,63 @@
+#pragma once
+
+#include "core/MemoryWatcher.h"
+#include "platform/foundation/Bundle.h"
+#include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/StatusItem.h"
+#include "services/NotificationManager.h"
+#include "services/UpdateModel.h"
+#include "shell/BarLabelView.h"
+#include "shell/HistorySaving.h"
+#include "shell/PanelWindow.h"
+#include "shell/SceneWindows.h"
+
+#include <functional>
+#include <memory>
+
+namespace tidewell {
+
+/// How the program reaches the outside. What is referred to must outlive the application root.
+struct ApplicationEnvironment {
+    MemoryWatcher::Environment watcher;
+    UserNotificationCenter& notificationCenter;
+    const Bundle& bundle;
+    DesktopAppearance& appearance;
+    std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
+};
+
+/// The application root: owns the models and everything the user sees. Created once, on the main
+/// thread, after the application object. The program runs as long as the event loop does; nothing
+/// is torn down before that.
+class TidewellApp {
+public:
+    explicit TidewellApp(ApplicationEnvironment environment);
+
+    /// Puts the label into the status area. Sampling starts with its appearance, and nowhere else.
+    void start();
+
+    /// Opens the panel, or brings it to the front: what a second start of the program asks for.
+    void openPanel() { panel_.open({}); }
+
+    /// To be told of everything that ends the program.
+    HistorySaving& historySaving() { return historySaving_; }
+
+private:
+    StatusItemBehaviour statusItemBehaviour();
+    std::unique_ptr<QWidget> makePanelContent() const;
+    void applyAppearance();
+
+    ApplicationEnvironment environment_;
+    std::string applicationName_;
+    // The models, in the order in which they are created.
+    std::shared_ptr<NotificationManager> notificationManager_;
+    std::shared_ptr<MemoryWatcher> memoryWatcher_;
+
+    HistorySaving historySaving_;
+    SceneWindows windows_;
+    PanelWindow panel_;
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<BarLabelView> label_; // goes before the item that it writes to
+    Subscription appearanceChanged_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,137 @@
+#include "core/probes/linux/LinuxProbes.h"
+#include "platform/linux/BundleReader.h"
+#include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/DesktopNotificationCenter.h"
+#include "platform/linux/DesktopStatusItem.h"
+#include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/HangingBuses.h"
+#include "platform/linux/JournalLog.h"
+#include "platform/linux/MainThread.h"
+#include "platform/linux/PowerOffMonitor.h"
+#include "platform/linux/SessionEnd.h"
+#include "platform/linux/SingleInstance.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/runtime/SerialExecutor.h"
+#include "shell/TidewellApp.h"
+#include "support/BundleInformation.h"
+
+#include <QApplication>
+
+#include <chrono>
+#include <clocale>
+#include <cstdlib>
+
+namespace tidewell {
+namespace {
+
+using namespace std::chrono_literals;
+
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+/// The toolkit ends the program with a core dump where it finds no display; this only says so.
+bool hasDisplay() {
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
+/// A Wayland client cannot place its windows, so the panel could not lie beside the status item.
+/// Where there is an X server, too, it is the better choice, unless the user chose.
+void preferX11() {
+    if (isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    }
+}
+
+double secondsSince1970() {
+    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+void logError(Log& log, std::string_view message, std::int64_t line) {
+    logMessage(log, message, "general", __FILE__, "main()", line, LogLevel::error);
+}
+
+int runProgram(int argc, char** argv, const Bundle& bundle, Log& log) {
+    const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
+    const QString name = QString::fromStdString(applicationName(bundle));
+
+    const QApplication application(argc, argv);
+    // The toolkit has taken over the user's locale. Texts for the user come from ICU; files and
+    // protocols keep the plain notation of numbers, whatever the user's decimal sign is.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName(name);
+    QApplication::setDesktopFileName(identifier);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const QDBusConnection sessionBus = QDBusConnection::sessionBus();
+    SingleInstance instance(sessionBus, identifier, SingleInstance::usualLockFile(identifier), 3s,
+                            log);
+    if (const auto status = instance.start()) {
+        return *status;
+    }
+
+    // What the models stand on, in the order in which it has to outlive the rest. Tasks wait in
+    // the clock and the executors, and end with them.
+    FileUserDefaults defaults(defaultPreferencesFile(), log);
+    LinuxProbes probes("/proc", "/sys", log);
+    TimerFdClock clock;
+    const ClockDriver clockDriver(clock);
+    MainThread mainThread;
+    SerialExecutor schedulerThread;
+    DesktopNotificationCenter notificationCenter(sessionBus, clock, name,
+                                                 notificationRecordsOfThisSession(identifier), {});
+    DesktopAppearance appearance(sessionBus, qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
+
+    TidewellApp app({
+        .watcher = {.probes = probes,
+                    .defaults = defaults,
+                    .mainThread = mainThread,
+                    .schedulerThread = schedulerThread,
+                    .clock = clock,
+                    .log = log,
+                    .secondsSince1970 = secondsSince1970},
+        .notificationCenter = notificationCenter,
+        .bundle = bundle,
+        .appearance = appearance,
+        .makeStatusItem =
+            [&](const StatusItemBehaviour& behaviour) {
+                return std::make_unique<DesktopStatusItem>(sessionBus, clock, appearance, log,
+                                                           behaviour);
+            },
+    });
+
+    const SessionEnd sessionEnd([&app] { app.historySaving().willTerminate(); });
+    const TerminationSignals signals([] { QCoreApplication::quit(); });
+    const PowerOffMonitor powerOff(
+        QDBusConnection::systemBus(), name,
+        {.willPowerOff = [&app] { app.historySaving().willPowerOff(); },
+         .calledOff = [&app] { app.historySaving().powerOffWasCancelled(); }},
+        log);
+    instance.onActivate([&app] { app.openPanel(); });
+
+    app.start();
+    return QApplication::exec();
+}
+
+} // namespace
+} // namespace tidewell
+
+int main(int argc, char** argv) {
+    using namespace tidewell;
+    JournalLog startUpLog(bundleIdentifier(Bundle({})));
+    const Bundle bundle = readBundle(installedInfoFile(), startUpLog);
+    JournalLog log(bundleIdentifier(bundle));
+
+    if (!hasDisplay()) {
+        logError(log,
+                 "There is no display to show anything on: neither DISPLAY nor "
+                 "WAYLAND_DISPLAY is set",
+                 __LINE__);
+        return EXIT_FAILURE;
+    }
+    preferX11();
+    leaveOutHangingBuses(1s, log);
+    return runProgram(argc, argv, bundle, log);
+}
