@@ -21,9 +21,14 @@ public:
         const std::uint64_t id = ++entries_->lastId;
         entries_->list.push_back({id, std::make_shared<Observer>(std::move(observer))});
         return Subscription([weak = std::weak_ptr(entries_), id] {
-            if (const auto entries = weak.lock()) {
-                std::erase_if(entries->list, [id](const Entry& entry) { return entry.id == id; });
+            const auto entries = weak.lock();
+            if (!entries) {
+                return;
             }
+            const auto entry = std::ranges::find(entries->list, id, &Entry::id);
+            // Off the list first: the observer may hold subscriptions to it, which end with it.
+            const auto removed = std::move(entry->observer);
+            entries->list.erase(entry);
         });
     }
 

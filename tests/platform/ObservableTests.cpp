@@ -56,6 +56,21 @@ TEST(ObserverList, StandsObserversThatComeAndGoWhileTheyAreTold) {
     EXPECT_THAT(told, testing::ElementsAre("first", "third"));
 }
 
+TEST(ObserverList, LetsGoOfAnObserverThatHoldsSubscriptionsToIt) {
+    ObserverList<> list;
+    int told = 0;
+    auto held = std::make_shared<std::vector<Subscription>>();
+    Subscription holder = list.add([held] {});
+    for (int i = 0; i < 3; ++i) {
+        held->push_back(list.add([&told] { ++told; }));
+    }
+    const Subscription last = list.add([&told] { told += 10; });
+    held.reset();
+    holder = Subscription();
+    list.tell();
+    EXPECT_EQ(told, 10);
+}
+
 TEST(ObserverList, MayBeDestroyedByAnObserverAndOutlivedByASubscription) {
     auto list = std::make_unique<ObserverList<>>();
     int told = 0;
