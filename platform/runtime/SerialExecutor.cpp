@@ -14,6 +14,11 @@ SerialExecutor::~SerialExecutor() {
     }
     wake_.notify_one();
     thread_.join();
+    // One by one, while there still is a queue: see the end of run().
+    while (!queue_.empty()) {
+        const auto dropped = std::move(queue_.front());
+        queue_.pop_front();
+    }
 }
 
 void SerialExecutor::post(std::function<void()> job) {
