@@ -92,6 +92,10 @@ std::optional<DefaultsValue> valueOf(const json& entry) {
 
 /// The JSON object that `content` is; empty when it is none.
 std::optional<json> parseEntries(const std::string& content) {
+    // A zero byte is JSON nowhere, but to the parser it is the end, whatever follows.
+    if (content.find('\0') != std::string::npos) {
+        return std::nullopt;
+    }
     bool isTooDeep = false;
     const auto checkDepth = [&isTooDeep](int depth, json::parse_event_t, const json&) {
         isTooDeep = isTooDeep || depth > deepestNesting;
@@ -221,7 +225,7 @@ void FileUserDefaults::setAside(const std::string& problem) {
                   ")"
             : "it was set aside as " + aside.filename().string();
     logMessage(log_, "Could not read " + file_.string() + ": " + problem + "; " + outcome,
-               "general", __FILE__, "read()", __LINE__, LogLevel::error);
+               "general", __FILE__, "setAside(problem:)", __LINE__, LogLevel::error);
 }
 
 void FileUserDefaults::save() {

@@ -59,10 +59,11 @@ protected:
         writeText(file_, content);
         FileUserDefaults defaults(file_, log_);
         EXPECT_EQ(defaults.value("kept"), std::nullopt);
-        EXPECT_THAT(log_.takeLines(),
-                    ElementsAre(AllOf(
-                        StartsWith("error general read(): Could not read " + file_.string() + ": "),
-                        HasSubstr("; it was set aside as defaults.json.unread"))));
+        EXPECT_THAT(
+            log_.takeLines(),
+            ElementsAre(AllOf(StartsWith("error general setAside(problem:): Could not read " +
+                                         file_.string() + ": "),
+                              HasSubstr("; it was set aside as defaults.json.unread"))));
         EXPECT_FALSE(std::filesystem::exists(file_));
         EXPECT_EQ(readText(filesSetAside().at(0)), content);
         defaults.set("kept", true);
@@ -142,8 +143,9 @@ TEST_F(ExistingFileUserDefaultsTest, LeavesEntriesOfOtherVersionsAsTheyAre) {
 }
 
 TEST_F(ExistingFileUserDefaultsTest, SetsAsideWhatItCannotRead) {
-    for (const auto* content :
-         {"", R"({"kept": tr)", R"(["kept"])", "{\"kept\": \"\xff\"}", "\0\0\0", "{}}"}) {
+    for (const auto& content :
+         {std::string(), std::string(R"({"kept": tr)"), std::string(R"(["kept"])"),
+          std::string("{\"kept\": \"\xff\"}"), std::string("{}}"), std::string("{}\0{}", 5)}) {
         SCOPED_TRACE(content);
         expectSetAside(content);
     }
