@@ -77,7 +77,7 @@ void writeLine(int descriptor, std::string_view line) {
         const ssize_t count = ::write(descriptor, line.data(), line.size());
         if (count > 0) {
             line.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
+        } else if (count == 0 || errno != EINTR) {
             return;
         }
     }
