@@ -1,12 +1,13 @@
 #include "platform/linux/WholeFile.h"
 
+#include "platform/foundation/FileDescriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <utility>
 
 namespace tidewell {
 
@@ -16,25 +17,9 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-class FileDescriptor final {
-public:
-    FileDescriptor(const std::filesystem::path& file, int flags, mode_t mode = 0)
-        : descriptor_(::open(file.c_str(), flags | O_CLOEXEC, mode)) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (isOpen()) {
-            ::close(descriptor_);
-        }
-    }
-
-    bool isOpen() const { return descriptor_ >= 0; }
-    int number() const { return descriptor_; }
-    int close() { return ::close(std::exchange(descriptor_, -1)); }
-
-private:
-    int descriptor_;
-};
+FileDescriptor openFile(const std::filesystem::path& file, int flags, mode_t mode = 0) {
+    return FileDescriptor(::open(file.c_str(), flags | O_CLOEXEC, mode));
+}
 
 std::error_code writeAll(int descriptor, std::string_view content) {
     while (!content.empty()) {
@@ -50,15 +35,15 @@ std::error_code writeAll(int descriptor, std::string_view content) {
 
 /// Writes a file that must not exist yet, to the disk.
 std::error_code writeNewFile(const std::filesystem::path& file, std::string_view content) {
-    FileDescriptor descriptor(file, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    auto descriptor = openFile(file, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
     if (!descriptor.isOpen()) {
         return lastError();
     }
-    if (const auto error = writeAll(descriptor.number(), content)) {
+    if (const auto error = writeAll(descriptor.get(), content)) {
         return error;
     }
     // Some file systems report a full disk only here.
-    if (::fsync(descriptor.number()) != 0 || descriptor.close() != 0) {
+    if (::fsync(descriptor.get()) != 0 || descriptor.close() != 0) {
         return lastError();
     }
     return {};
@@ -81,9 +66,9 @@ std::error_code createFolders(const std::filesystem::path& folder) {
 
 std::variant<std::string, std::error_code> readWholeFile(const std::filesystem::path& file,
                                                          std::size_t limit) {
-    const FileDescriptor descriptor(file, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    const auto descriptor = openFile(file, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status{};
-    if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0) {
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0) {
         return lastError();
     }
     if (!S_ISREG(status.st_mode)) {
@@ -97,7 +82,7 @@ std::variant<std::string, std::error_code> readWholeFile(const std::filesystem::
     for (;;) {
         content.resize(length + 16384);
         const ssize_t count =
-            ::read(descriptor.number(), content.data() + length, content.size() - length);
+            ::read(descriptor.get(), content.data() + length, content.size() - length);
         if (count > 0) {
             length += static_cast<std::size_t>(count);
         } else if (count == 0) {
@@ -129,10 +114,10 @@ std::error_code replaceFile(const std::filesystem::path& file, std::string_view 
     }
     // The rename itself survives a power cut only once the folder is on the disk. Not every file
     // system can be asked for that, and the new content is in place either way.
-    const FileDescriptor folder(file.has_parent_path() ? file.parent_path() : ".",
-                                O_RDONLY | O_DIRECTORY);
+    const auto folder =
+        openFile(file.has_parent_path() ? file.parent_path() : ".", O_RDONLY | O_DIRECTORY);
     if (folder.isOpen()) {
-        ::fsync(folder.number());
+        ::fsync(folder.get());
     }
     return {};
 }

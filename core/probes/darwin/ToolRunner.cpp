@@ -1,6 +1,6 @@
 #include "core/probes/darwin/ToolRunner.h"
 
-#include "core/probes/FileDescriptor.h"
+#include "platform/foundation/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>

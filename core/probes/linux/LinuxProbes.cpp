@@ -1,6 +1,6 @@
 #include "core/probes/linux/LinuxProbes.h"
 
-#include "core/probes/FileDescriptor.h"
+#include "platform/foundation/FileDescriptor.h"
 
 #include <array>
 #include <cerrno>

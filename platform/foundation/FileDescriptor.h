@@ -6,7 +6,7 @@
 
 namespace tidewell {
 
-/// Owns an open file descriptor, or none (-1). Closing leaves `errno` alone.
+/// Owns an open file descriptor, or none (-1). Its destructor leaves `errno` alone.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -18,18 +18,18 @@ public:
         std::swap(descriptor_, other.descriptor_);
         return *this;
     }
-    ~FileDescriptor() { close(); }
+    ~FileDescriptor() {
+        const int saved = errno;
+        close();
+        errno = saved;
+    }
 
     int get() const { return descriptor_; }
     bool isOpen() const { return descriptor_ >= 0; }
 
-    void close() {
-        if (isOpen()) {
-            const int saved = errno;
-            ::close(std::exchange(descriptor_, -1));
-            errno = saved;
-        }
-    }
+    /// Ends with no descriptor in any case; -1 with the reason in `errno` where what was written
+    /// may not have reached the file, 0 otherwise and where there was none.
+    int close() { return isOpen() ? ::close(std::exchange(descriptor_, -1)) : 0; }
 
 private:
     int descriptor_ = -1;
