@@ -1,7 +1,6 @@
 #include "core/DataContainerJson.h"
 
 #include <algorithm>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -215,28 +214,6 @@ private:
     std::size_t ignored_ = 0; // how many open objects and arrays belong to an ignored member
 };
 
-/// Numbers as JSON has them, whatever the user's language. The parser reads fractions with the
-/// C library and copes with a decimal comma, but not with a decimal sign of several bytes, as
-/// Pashto has.
-class PlainNumbers {
-public:
-    PlainNumbers()
-        : plain_(newlocale(LC_NUMERIC_MASK, "C", nullptr))
-        , previous_(uselocale(plain_)) {}
-    PlainNumbers(const PlainNumbers&) = delete;
-    PlainNumbers& operator=(const PlainNumbers&) = delete;
-    ~PlainNumbers() {
-        uselocale(previous_);
-        if (plain_ != nullptr) {
-            freelocale(plain_);
-        }
-    }
-
-private:
-    locale_t plain_;
-    locale_t previous_;
-};
-
 template <typename Item>
 std::optional<nlohmann::ordered_json> jsonOf(const std::vector<Item>& items) {
     auto result = nlohmann::ordered_json::array();
@@ -275,7 +252,6 @@ std::variant<DataContainer, DecodingError> decodeDataContainer(const Data& docum
     if (const auto zero = std::ranges::find(document, 0); zero != document.end()) {
         return refuse(syntaxErrorAt(static_cast<std::size_t>(zero - document.begin()) + 1));
     }
-    const PlainNumbers plainNumbers;
     Reader reader;
     if (!nlohmann::json::sax_parse(document.begin(), document.end(), &reader)) {
         return refuse(reader.error());

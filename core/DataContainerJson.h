@@ -28,7 +28,9 @@ struct DecodingError {
 std::optional<Data> encodeDataContainer(const DataContainer& container);
 
 /// Reads such a document whole or not at all: every member has to be there, once and of its type,
-/// a value being an integer of 64 bits. Members of other names are ignored. Any thread.
+/// a value being an integer of 64 bits. Members of other names are ignored. Any thread, in a
+/// program that keeps the plain decimal sign (LC_NUMERIC "C"), with which the parser reads
+/// fractions.
 std::variant<DataContainer, DecodingError> decodeDataContainer(const Data& document);
 
 } // namespace tidewell
