@@ -8,7 +8,7 @@ import pathlib
 import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/e2e"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tools/desktop"))
 from desktop import Desktop, wait_for  # noqa: E402
 
 SETTLING = 20  # seconds until the start is long over: D-Bus time-outs, the first alarms

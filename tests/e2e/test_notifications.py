@@ -1,11 +1,13 @@
 import json
+import pathlib
 import signal
 import unittest
 
 from case import DesktopCase
 from desktop import wait_for
-from program import HERE, LEVEL_COLOURS
+from program import LEVEL_COLOURS
 
+FAKE_DAEMON = pathlib.Path(__file__).resolve().parent / "fake_notifications.py"
 GRANTED = "Notification permission granted."
 SWAP_BODY = "Your computer uses swap memory ({})."
 
@@ -15,7 +17,7 @@ class Alerts(DesktopCase):
 
     def setUp(self):
         super().setUp()
-        self.desktop.start("/usr/bin/python3", str(HERE / "fake_notifications.py"), name="fake")
+        self.desktop.start("/usr/bin/python3", str(FAKE_DAEMON), name="fake")
         wait_for("the fake daemon", lambda: self.desktop.owner("org.freedesktop.Notifications"))
 
     def arrived(self):
