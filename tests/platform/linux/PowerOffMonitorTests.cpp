@@ -76,6 +76,12 @@ protected:
         return {[this] { events.emplace_back(login && login->held() == 1 ? "off, held" : "off"); },
                 [this] { events.emplace_back("called off"); }};
     }
+    /// What is logged next, all of it.
+    std::string nextLine() {
+        std::vector<std::string> lines;
+        EXPECT_TRUE(comesTrue([&] { return !(lines = log.takeLines()).empty(); }));
+        return lines.size() == 1 ? lines[0] : "";
+    }
     void expectHeld(std::size_t held, std::size_t given) {
         EXPECT_TRUE(comesTrue([&] { return login->held() == held && login->given() == given; }))
             << login->held() << " of " << login->given();
@@ -111,10 +117,7 @@ TEST_F(PowerOff, HoldsTheMachineUpUntilTheWorkIsDoneAndAgainWhenItIsCalledOff) {
 
 TEST_F(PowerOff, FollowsTheLoginManagerThroughItsAbsenceAndRestarts) {
     const PowerOffMonitor monitor(bus.connect(), u"Tidewell"_s, observer(), log);
-    std::vector<std::string> lines;
-    ASSERT_TRUE(comesTrue([&] { return !(lines = log.takeLines()).empty(); }));
-    EXPECT_THAT(lines,
-                testing::ElementsAre(testing::StartsWith("info general PowerOffMonitor(): No")));
+    EXPECT_THAT(nextLine(), testing::StartsWith("info general PowerOffMonitor(): No"));
     for (int run = 0; run < 2; ++run) {
         login.emplace(bus.connect());
         expectHeld(1, 1);
@@ -129,23 +132,14 @@ TEST_F(PowerOff, HearsTheAnnouncementWithoutAnInhibitorToo) {
     login.emplace(bus.connect());
     login->refuses = true;
     const PowerOffMonitor monitor(bus.connect(), u"Tidewell"_s, observer(), log);
-    std::vector<std::string> lines;
-    ASSERT_TRUE(comesTrue([&] { return !(lines = log.takeLines()).empty(); }));
-    EXPECT_THAT(lines, testing::ElementsAre(
-                           testing::AllOf(testing::StartsWith("error general takeInhibitor(): "),
-                                          testing::HasSubstr("AccessDenied"))));
+    EXPECT_THAT(nextLine(), testing::MatchesRegex("error general takeInhibitor.*AccessDenied.*"));
     login->announce(true);
     EXPECT_TRUE(comesTrue([&] { return events == std::vector<std::string>{"off"}; }));
 }
 
-TEST_F(PowerOff, SaysOnceThatThereIsNoSystemBus) {
-    const PowerOffMonitor monitor(QDBusConnection(u"none"_s), u"Tidewell"_s, observer(), log);
-    std::vector<std::string> lines;
-    ASSERT_TRUE(comesTrue([&] { return !(lines = log.takeLines()).empty(); }));
-    EXPECT_THAT(lines, testing::ElementsAre(testing::HasSubstr("no message bus")));
-}
-
-TEST_F(PowerOff, DoesNotWaitForABusThatHangs) {
+TEST_F(PowerOff, DoesWithoutASystemBusAndDoesNotWaitForOneThatHangs) {
+    const PowerOffMonitor lonely(QDBusConnection(u"none"_s), u"Tidewell"_s, observer(), log);
+    EXPECT_THAT(nextLine(), testing::HasSubstr("no message bus"));
     const QDBusConnection connection = bus.connect();
     bus.hang();
     QElapsedTimer timer;

@@ -14,7 +14,13 @@ namespace tidewell {
 namespace {
 
 const QString identifier = u"net.tidewell.Tidewell"_s;
-const QString objectPath = u"/net/tidewell/Tidewell"_s;
+
+QDBusMessage applicationCall(const QString& method, const QVariantList& arguments) {
+    auto call = QDBusMessage::createMethodCall(identifier, u"/net/tidewell/Tidewell"_s,
+                                               u"org.freedesktop.Application"_s, method);
+    call.setArguments(arguments);
+    return call;
+}
 
 /// Another process that runs the same class, on the given bus, or on none.
 class OtherProgram {
@@ -23,6 +29,7 @@ public:
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         startChild(process_, QCoreApplication::applicationFilePath(),
                    {u"--run-instance"_s, busAddress, lockFile});
+        EXPECT_EQ(nextLine(), "first");
     }
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
@@ -61,42 +68,34 @@ protected:
 
 TEST_F(Instances, ASecondStartBringsUpTheFirstAndEndsWell) {
     OtherProgram first(bus.address(), lockFile);
-    EXPECT_EQ(first.nextLine(), "first");
-    EXPECT_EQ(another(bus.connect())->start(), 0);
-    EXPECT_EQ(first.nextLine(), "activated");
-    EXPECT_EQ(another(bus.connect())->start(), 0);
-    EXPECT_EQ(first.nextLine(), "activated");
-
+    for (int start = 0; start < 2; ++start) {
+        EXPECT_EQ(another(bus.connect())->start(), 0);
+        EXPECT_EQ(first.nextLine(), "activated");
+    }
     QDBusConnection caller = bus.connect();
-    const auto call = [&caller](const QString& method, const QVariantList& arguments) {
-        auto message = QDBusMessage::createMethodCall(identifier, objectPath,
-                                                      u"org.freedesktop.Application"_s, method);
-        message.setArguments(arguments);
-        return caller.call(message).type();
+    const auto accepts = [&caller](const QString& method, const QVariantList& arguments) {
+        return caller.call(applicationCall(method, arguments)).type() == QDBusMessage::ReplyMessage;
     };
-    EXPECT_EQ(call(u"Open"_s, {QStringList(), QVariantMap()}), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(accepts(u"Open"_s, {QStringList(), QVariantMap()}));
     EXPECT_EQ(first.nextLine(), "activated");
-    EXPECT_EQ(call(u"ActivateAction"_s, {u"x"_s, QVariantList(), QVariantMap()}),
-              QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(accepts(u"ActivateAction"_s, {u"x"_s, QVariantList(), QVariantMap()}));
     EXPECT_EQ(first.nextLine(), "activated");
-    EXPECT_EQ(call(u"Activate"_s, {1}), QDBusMessage::ErrorMessage);
-    EXPECT_EQ(call(u"Quit"_s, {}), QDBusMessage::ErrorMessage);
+    EXPECT_FALSE(accepts(u"Activate"_s, {1}));
+    EXPECT_FALSE(accepts(u"Quit"_s, {}));
     EXPECT_TRUE(log.takeLines().empty());
 }
 
 TEST_F(Instances, AStartAfterTheFirstOneDiedIsAFirstOne) {
     OtherProgram first(bus.address(), lockFile);
-    EXPECT_EQ(first.nextLine(), "first");
     first.end();
     EXPECT_TRUE(QFile::exists(lockFile)) << "it could not tidy up";
     EXPECT_EQ(another(bus.connect())->start(), std::nullopt);
-    EXPECT_EQ(another(bus.connect())->start(), std::nullopt) << "nor did the last one end in order";
+    EXPECT_EQ(another(bus.connect())->start(), std::nullopt) << "the last one has ended, too";
     EXPECT_TRUE(log.takeLines().empty());
 }
 
 TEST_F(Instances, ASecondStartGivesUpOnAFirstThatHangs) {
     OtherProgram first(bus.address(), lockFile);
-    EXPECT_EQ(first.nextLine(), "first");
     first.stop();
     EXPECT_EQ(another(bus.connect(), std::chrono::milliseconds(200))->start(), 1);
     EXPECT_THAT(log.takeLines(),
@@ -105,8 +104,7 @@ TEST_F(Instances, ASecondStartGivesUpOnAFirstThatHangs) {
 }
 
 TEST_F(Instances, TheLockKeepsApartWhatTheBusDoesNot) {
-    OtherProgram first(u"unix:path=/nonexistent"_s, lockFile);
-    EXPECT_EQ(first.nextLine(), "first");
+    OtherProgram first(u"unix:path=/missing/bus"_s, lockFile);
     for (const QDBusConnection& connection : {noBus, bus.connect()}) {
         EXPECT_EQ(another(connection)->start(), 0);
         EXPECT_THAT(log.takeLines(),
@@ -118,19 +116,17 @@ TEST_F(Instances, TheLockKeepsApartWhatTheBusDoesNot) {
     first.end();
     EXPECT_EQ(another(noBus)->start(), std::nullopt);
     log.takeLines();
-    lockFile = u"/nonexistent/lock"_s;
+    lockFile = folder.path() + u"/missing/lock"_s;
     EXPECT_EQ(another(noBus)->start(), std::nullopt);
-    EXPECT_THAT(log.takeLines(), testing::ElementsAre("error general start(): Could not lock "
-                                                      "/nonexistent/lock."));
+    EXPECT_THAT(log.takeLines(),
+                testing::ElementsAre(testing::HasSubstr("error general start(): Could not lock")));
 }
 
 TEST_F(Instances, RemembersAnActivationThatCameBeforeThePanel) {
     const auto first = another(bus.connect());
     EXPECT_EQ(first->start(), std::nullopt);
     QDBusConnection caller = bus.connect();
-    auto activate = QDBusMessage::createMethodCall(identifier, objectPath,
-                                                   u"org.freedesktop.Application"_s, u"Activate"_s);
-    const auto pending = caller.asyncCall(activate << QVariantMap());
+    const auto pending = caller.asyncCall(applicationCall(u"Activate"_s, {QVariantMap()}));
     ASSERT_TRUE(comesTrue([&pending] { return pending.isFinished(); }));
     EXPECT_FALSE(pending.isError());
     int activated = 0;
