@@ -39,10 +39,10 @@ extern "C" void noteSignal(int /*signal*/) {
 
 TerminationSignals::TerminationSignals(std::function<void()> endRequested)
     : wakeUp_(newEventDescriptor())
-    , notifier_(wakeUp_, QSocketNotifier::Read)
+    , notifier_(wakeUp_.get(), QSocketNotifier::Read)
     , replaced_{{{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}, {SIGPIPE, {}}}} {
     assert(signalled == -1);
-    signalled = wakeUp_;
+    signalled = wakeUp_.get();
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
                      [this, endRequested = std::move(endRequested)] {
                          notifier_.setEnabled(false);
@@ -65,7 +65,6 @@ TerminationSignals::~TerminationSignals() {
         sigaction(replaced.signal, &replaced.previous, nullptr);
     }
     signalled = -1;
-    close(wakeUp_);
 }
 
 } // namespace tidewell

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/FileDescriptor.h"
+
 #include <QSocketNotifier>
 
 #include <array>
@@ -32,7 +34,7 @@ private:
         struct sigaction previous;
     };
 
-    int wakeUp_;
+    FileDescriptor wakeUp_;
     QSocketNotifier notifier_;
     std::array<Replaced, 4> replaced_;
 };
