@@ -103,7 +103,8 @@ int runProgram(int argc, char** argv, const Bundle& bundle, Log& log) {
     });
 
     const SessionEnd sessionEnd([&app] { app.historySaving().willTerminate(); });
-    const TerminationSignals signals([] { QCoreApplication::quit(); });
+    // Not quit(): that asks the windows first, and a signal is no question.
+    const TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
     const PowerOffMonitor powerOff(
         QDBusConnection::systemBus(), name,
         {.willPowerOff = [&app] { app.historySaving().willPowerOff(); },
