@@ -10,18 +10,10 @@
 namespace tidewell {
 namespace {
 
-using testing::ElementsAre;
-
-Task<void> ask(std::shared_ptr<NotificationManager> manager, std::optional<bool>* answer) {
-    const bool permitted = co_await manager->requestPermission();
-    *answer = permitted;
-}
-
 class NotificationManagerTest : public testing::Test {
 protected:
     void show(std::optional<std::string> subtitle) {
         spawn(mainThread, manager->show("Title", std::move(subtitle), "Body"));
-        mainThread.drain();
     }
 
     ManualExecutor mainThread;
@@ -31,65 +23,43 @@ protected:
         std::make_shared<NotificationManager>(center, log);
 };
 
-TEST_F(NotificationManagerTest, AnswersAndLogsWhatTheDesktopPermits) {
-    const auto* const granted =
-        "info general requestPermission(): Notification permission granted.";
-    const auto* const denied = "error general requestPermission(): Notification permission denied.";
-    const auto* const failed =
-        "error general requestPermission(): Error requesting notification authorization: no bus";
-    using Authorization = UserNotificationCenter::Authorization;
-    for (const auto& [given, permitted, line] : {std::tuple{Authorization(true), true, granted},
-                                                 {Authorization(false), false, denied},
-                                                 {PlatformError{"no bus"}, false, failed}}) {
-        center.authorization = given;
-        std::optional<bool> answer;
-        spawn(mainThread, ask(manager, &answer));
+TEST_F(NotificationManagerTest, PostsWhatTheDesktopPermitsAndLogsWhatBecameOfIt) {
+    const std::string asking = " general requestPermission(): ";
+    const std::string showing = "error general show(title:subtitle:body:): ";
+    const auto granted = "info" + asking + "Notification permission granted.";
+    const auto denied = showing + "Notification authorization denied";
+    const auto check = [this](const UserNotificationCenter::Authorization& authorization,
+                              std::size_t requests, const std::vector<std::string>& lines) {
+        center.authorization = authorization;
+        center.requests.clear();
+        show(std::nullopt);
         mainThread.drain();
-        EXPECT_EQ(answer, permitted);
-        EXPECT_THAT(log.takeLines(), ElementsAre(line));
-    }
+        EXPECT_EQ(center.requests.size(), requests);
+        EXPECT_EQ(log.takeLines(), lines);
+    };
+    check(true, 1, {granted});
+    check(false, 0, {"error" + asking + "Notification permission denied.", denied});
+    check(PlatformError{"no bus"}, 0,
+          {"error" + asking + "Error requesting notification authorization: no bus", denied});
+    center.deliveryError = PlatformError{"gone"};
+    check(true, 1, {granted, showing + "Error showing notification: gone"});
     EXPECT_EQ(static_cast<unsigned>(center.requestedOptions.front()), 7U);
 }
 
-TEST_F(NotificationManagerTest, PostsEachNotificationUnderANewIdentityASecondLater) {
+TEST_F(NotificationManagerTest, GivesEachNotificationANewIdentityAndLivesUntilTheLastIsPosted) {
     show("Subtitle");
     show(std::nullopt);
+    const std::weak_ptr<NotificationManager> watched = std::exchange(manager, nullptr);
+    EXPECT_FALSE(watched.expired());
+    mainThread.drain();
+    EXPECT_TRUE(watched.expired());
     ASSERT_EQ(center.requests.size(), 2U);
     const auto& first = center.requests[0];
-    EXPECT_EQ(first.title, "Title");
-    EXPECT_EQ(first.subtitle, "Subtitle");
-    EXPECT_EQ(first.body, "Body");
+    EXPECT_EQ(first.title + first.subtitle.value() + first.body, "TitleSubtitleBody");
     EXPECT_EQ(first.delay.count(), 1.0);
     EXPECT_EQ(UUID::parse(first.identifier).value().text(), first.identifier);
     EXPECT_EQ(center.requests[1].subtitle, std::nullopt) << "unset, not empty";
     EXPECT_NE(first.identifier, center.requests[1].identifier);
-    EXPECT_EQ(log.takeLines().size(), 2U) << "one line each: permission granted";
-}
-
-TEST_F(NotificationManagerTest, PostsNothingWithoutPermissionAndLogsWhatFails) {
-    center.authorization = false;
-    show(std::nullopt);
-    EXPECT_TRUE(center.requests.empty());
-    EXPECT_THAT(
-        log.takeLines(),
-        ElementsAre("error general requestPermission(): Notification permission denied.",
-                    "error general show(title:subtitle:body:): Notification authorization denied"));
-
-    center.authorization = true;
-    center.deliveryError = PlatformError{"gone"};
-    show(std::nullopt);
-    EXPECT_EQ(log.takeLines().back(),
-              "error general show(title:subtitle:body:): Error showing notification: gone");
-}
-
-TEST_F(NotificationManagerTest, LivesUntilItsLastNotificationIsHandedOver) {
-    const std::weak_ptr<NotificationManager> watched = manager;
-    spawn(mainThread, manager->show("Title", std::nullopt, "Body"));
-    manager.reset();
-    EXPECT_FALSE(watched.expired());
-    mainThread.drain();
-    EXPECT_EQ(center.requests.size(), 1U);
-    EXPECT_TRUE(watched.expired());
 }
 
 } // namespace

@@ -5,19 +5,14 @@
 namespace tidewell {
 namespace {
 
-TEST(LevelColours, FollowTheLevelAndThePressureAtItsBounds) {
-    EXPECT_EQ(levelColour(WarningLevel::none), colours::lightGray);
-    EXPECT_EQ(levelColour(WarningLevel::low), colours::systemGreen);
-    EXPECT_EQ(levelColour(WarningLevel::warn), colours::systemOrange);
-    EXPECT_EQ(levelColour(WarningLevel::high), colours::systemRed);
-
-    EXPECT_EQ(pressureColour(INT64_MIN), colours::lightGray);
-    EXPECT_EQ(pressureColour(30), colours::lightGray);
-    EXPECT_EQ(pressureColour(31), colours::systemGreen);
-    EXPECT_EQ(pressureColour(55), colours::systemGreen);
-    EXPECT_EQ(pressureColour(56), colours::systemOrange);
-    EXPECT_EQ(pressureColour(80), colours::systemOrange);
-    EXPECT_EQ(pressureColour(81), colours::systemRed);
+TEST(LevelColours, FollowThePressureAtItsBounds) {
+    using enum WarningLevel;
+    using Bound = std::pair<std::int64_t, WarningLevel>;
+    for (const auto& [pressure, level] :
+         {Bound{INT64_MIN, none}, Bound{30, none}, Bound{31, low}, Bound{55, low}, Bound{56, warn},
+          Bound{80, warn}, Bound{81, high}}) {
+        EXPECT_EQ(pressureColour(pressure), levelColour(level)) << pressure;
+    }
 }
 
 } // namespace

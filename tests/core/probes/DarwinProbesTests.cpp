@@ -1,24 +1,15 @@
 #include "core/probes/darwin/DarwinProbes.h"
 #include "tests/fakes/RecordingLog.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <map>
 #include <vector>
 
 namespace tidewell {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-constexpr std::uint64_t total = 2147483648;
-constexpr std::uint64_t available = 1610612736;
-constexpr std::uint64_t used = 536870912;
 
 /// A Mac whose answers the test sets.
 class FakeDarwinHost final : public DarwinHost {
@@ -49,9 +40,13 @@ public:
 
 class DarwinProbesTest : public testing::Test {
 protected:
-    std::optional<std::int64_t> percentageOf(int status, std::string output, std::string error) {
-        host.tool = ToolResult{status, std::move(output), std::move(error)};
-        return probes.getFreeMemoryPercentage();
+    /// Without a reason nothing may be logged.
+    void expectLog(const std::string& function, const std::string& reason) {
+        std::vector<std::string> lines;
+        if (!reason.empty()) {
+            lines.push_back("error general " + function + ": " + reason);
+        }
+        EXPECT_EQ(log.takeLines(), lines);
     }
 
     FakeDarwinHost host;
@@ -60,50 +55,41 @@ protected:
 };
 
 TEST_F(DarwinProbesTest, ReadsThePercentageOfTheToolAndLogsWhyThereIsNone) {
-    const std::string prefix = "error general getFreeMemoryPercentage(): ";
     const std::string summary = "System-wide memory free percentage: 63%\n";
-    EXPECT_EQ(percentageOf(0, "The system has memory\n" + summary, "\xff ignored"), 63);
-    EXPECT_EQ(percentageOf(0, "", ""), std::nullopt);
-    EXPECT_EQ(percentageOf(1, summary, "\xff"), std::nullopt);
-    EXPECT_THAT(log.takeLines(), IsEmpty());
-
-    host.tool = ToolFailure{"No such file or directory"};
-    EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
-    EXPECT_EQ(percentageOf(9, summary, "höhö\n"), std::nullopt);
-    EXPECT_EQ(percentageOf(-1, "\xff", ""), std::nullopt);
-    EXPECT_EQ(percentageOf(0, summary + "\xc3", "x"), std::nullopt);
-    EXPECT_THAT(log.takeLines(),
-                ElementsAre(prefix + "Failed to run memory_pressure: No such file or directory",
-                            prefix + "Error running memory_pressure: höhö\n",
-                            prefix + "Error running memory_pressure: ",
-                            prefix + "Failed to decode memory_pressure output"));
+    const std::string failed = "Error running memory_pressure: ";
+    const auto check = [this](std::variant<ToolResult, ToolFailure> tool,
+                              const std::string& reason) {
+        host.tool = std::move(tool);
+        EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
+        expectLog("getFreeMemoryPercentage()", reason);
+    };
+    host.tool = ToolResult{0, "The system has memory\n" + summary, "\xff ignored"};
+    EXPECT_EQ(probes.getFreeMemoryPercentage(), 63);
+    check(ToolResult{0, "", ""}, "");
+    check(ToolResult{1, summary, "\xff"}, "");
+    check(ToolFailure{"No such file"}, "Failed to run memory_pressure: No such file");
+    check(ToolResult{9, summary, "höhö\n"}, failed + "höhö\n");
+    check(ToolResult{-1, "\xff", ""}, failed);
+    check(ToolResult{0, summary + "\xc3", "x"}, "Failed to decode memory_pressure output");
 }
 
 TEST_F(DarwinProbesTest, ReadsTheSwapRecordAndLogsWhyThereIsNone) {
-    const std::string prefix = "error general getSwapUsage(): ";
-    EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
-    EXPECT_THAT(log.takeLines(),
-                ElementsAre(prefix + "Error: Could not determine size for vm.swapusage"));
-
-    host.variables["vm.swapusage"] = {total, available, used, 16384}; // page size and flags follow
-    const SwapUsage usage{.total = total, .used = used, .free = available};
-    EXPECT_EQ(probes.getSwapUsage(), usage);
-    host.reportedSize = 24;
-    EXPECT_EQ(probes.getSwapUsage(), usage);
-    EXPECT_THAT(log.takeLines(), IsEmpty());
-
-    const auto failed = [&](int error) {
-        EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
-        return log.takeLines() == std::vector{prefix + "Error getting swap usage (errno: " +
-                                              std::to_string(error) + ")"};
+    const std::string failed = "Error getting swap usage (errno: ";
+    const auto check = [this](std::vector<std::uint64_t> record, std::optional<std::size_t> size,
+                              const std::string& reason) {
+        host.variables["vm.swapusage"] = std::move(record);
+        host.reportedSize = size;
+        const SwapUsage usage{.total = 4, .used = 1, .free = 3};
+        EXPECT_EQ(probes.getSwapUsage(), reason.empty() ? std::optional(usage) : std::nullopt);
+        expectLog("getSwapUsage()", reason);
     };
-    host.reportedSize = 23;
-    EXPECT_TRUE(failed(EINVAL));
-    host.reportedSize = 32;
-    host.variables["vm.swapusage"] = {total, available}; // fills less than it said
-    EXPECT_TRUE(failed(EINVAL));
+    check({4, 3, 1, 16384}, {}, ""); // page size and flags follow
+    check({4, 3, 1, 16384}, 24, "");
+    check({}, {}, "Error: Could not determine size for vm.swapusage");
+    check({4, 3, 1, 16384}, 23, failed + std::to_string(EINVAL) + ")");
+    check({4, 3}, 32, failed + std::to_string(EINVAL) + ")"); // fills less than it said
     host.error = EPERM;
-    EXPECT_TRUE(failed(EPERM));
+    check({4, 3, 1, 16384}, 32, failed + std::to_string(EPERM) + ")");
 }
 
 TEST_F(DarwinProbesTest, ReadsPhysicalMemoryAndCountersInSilence) {
@@ -119,15 +105,11 @@ TEST_F(DarwinProbesTest, ReadsPhysicalMemoryAndCountersInSilence) {
     host.statistics = statistics;
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
     host.page = 16384;
-    EXPECT_EQ(probes.getMemoryCounters(), (MemoryCounters{.pageSize = 16384,
-                                                          .internalPages = 140,
-                                                          .purgeablePages = 88,
-                                                          .externalPages = 136,
-                                                          .wiredPages = 12,
-                                                          .compressorPages = 128}));
+    // Page size, internal, purgeable, external, wired, compressor.
+    EXPECT_EQ(probes.getMemoryCounters(), (MemoryCounters{16384, 140, 88, 136, 12, 128}));
     host.statistics.reset();
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
-    EXPECT_THAT(log.takeLines(), IsEmpty());
+    expectLog({}, {});
 }
 
 } // namespace

@@ -9,185 +9,79 @@
 namespace tidewell {
 namespace {
 
-constexpr std::uint64_t gigabyte = 1024 * 1024; // in kilobytes
-
-TEST(MemInfo, ReadsTheLinesItKnowsAndNoOthers) {
+TEST(MemInfo, ReadsTheLinesItKnowsAndTakesWhatIsNoNumberOfKilobytesAsMissing) {
     const auto info = parseMemInfo("MemTotal:       24684084 kB\nMemFree:\t7 kB\r\nActive: 5 kB\n"
-                                   "SwapCached: 9 kB\nCached: 3\nCached: 4 kB\nHugePages_Free: 8\n"
-                                   "Zswap: 0 kB\nShmem: 2 kB");
+                                   "SwapCached: 9 kB\nCached: 3\nCached: 4 kB\nShmem: 2 kB");
     EXPECT_EQ(info.total, 24684084U);
     EXPECT_EQ(info.free, 7U);
     EXPECT_EQ(info.cached, 3U) << "the first of two, and without a unit";
-    EXPECT_EQ(info.zswap, 0U);
     EXPECT_EQ(info.shared, 2U) << "without a line end";
     EXPECT_EQ(info.available, std::nullopt);
-}
 
-TEST(MemInfo, TakesWhatIsNoNumberOfKilobytesAsMissing) {
     for (const std::string value :
-         {"", " ", " kB", " -5 kB", " +5 kB", " 5kB", " 0x5 kB", " 5.5 kB",
-          " 18446744073709551616 kB", " 99999999999999999999999999999999999999 kB",
-          " 18014398509481984 kB", "\n5 kB"}) {
+         {"", " kB", " -5 kB", " +5 kB", " 5kB", " 0x5 kB", " 5.5 kB", " 18014398509481984 kB",
+          " 18446744073709551616 kB", "\n5 kB"}) {
         EXPECT_EQ(parseMemInfo("MemTotal:" + value + "\nMemFree: 1 kB\n").total, std::nullopt)
             << value;
     }
-    EXPECT_EQ(parseMemInfo("MemTotal: 18014398509481983 kB").total, (1ULL << 54U) - 1);
-    for (const auto& text :
-         {std::string(), std::string(3, '\0'), std::string(100000, '\n'), std::string(100000, ':'),
-          std::string("MemTotal"), std::string("\r\n\r\n: 5 kB"), std::string("\xff\xfe:\xff")}) {
-        EXPECT_EQ(parseMemInfo(text).total, std::nullopt);
-    }
 }
 
-TEST(MemInfo, FindsTheFiguresOfZramAndZfs) {
-    EXPECT_EQ(zramKilobytes("67108864 25165824 25169920        0 25165824 10240 0 6144 6144\n"),
-              24580U);
-    EXPECT_EQ(zramKilobytes("4096 74 2048 0"), 2U);
+TEST(MemInfo, TakesFiguresOfZramAndZfsThatItCannotReadAsNone) {
     for (const auto* text : {"", "1 2", "1 2 x 0", "a\nb\n\n", "1 2 99999999999999999999999 0"}) {
         EXPECT_EQ(zramKilobytes(text), 0U) << text;
     }
-
-    EXPECT_EQ(evictableZfsKilobytes("9 1 0x01 147\nname type data\nc 4 9999999\nc_min 4 2048\n"
-                                    "c_max 4 1\nsize 4 10240\nhdr_size 4 1\n"),
-              8U);
     for (const auto* text : {"", "size 4 4096\n", "c_min 4 4096\n", "size 4 1024\nc_min 4 4096\n",
                              "size\nc_min\n", "size 4 x\nc_min 4 0\n"}) {
         EXPECT_EQ(evictableZfsKilobytes(text), 0U) << text;
     }
 }
 
-TEST(MemInfo, GivesThePercentageThatIsAvailable) {
-    MemInfo info;
-    info.total = 1000;
-    EXPECT_EQ(freeMemoryPercentage(info), std::nullopt);
-    info.free = 100;
-    EXPECT_EQ(freeMemoryPercentage(info), 10);
-    // Without the kernel's own estimate: 100 + 50 + 300 - 200 + 60.
-    info.buffers = 50;
-    info.cached = 300;
-    info.shared = 200;
-    info.reclaimableSlab = 60;
-    EXPECT_EQ(freeMemoryPercentage(info), 31);
-    info.shared = 99999;
-    EXPECT_EQ(freeMemoryPercentage(info), 16);
-
-    info.available = 639;
-    EXPECT_EQ(freeMemoryPercentage(info), 63) << "truncated";
-    info.available = 1001;
-    EXPECT_EQ(freeMemoryPercentage(info), 100);
-    info.total = info.available = (1ULL << 54U) - 1;
-    EXPECT_EQ(freeMemoryPercentage(info), 100);
-    info.total = 0;
-    EXPECT_EQ(freeMemoryPercentage(info), std::nullopt);
-}
-
-TEST(MemInfo, NeedsBothSwapFiguresAndKeepsUsedSwapFromWrapping) {
-    MemInfo info;
-    info.swapTotal = 8;
-    EXPECT_EQ(swapUsage(info), std::nullopt);
-    info.swapFree = 5;
-    EXPECT_EQ(swapUsage(info), (SwapUsage{.total = 8192, .used = 3072, .free = 5120}));
-    info.swapFree = 9;
-    EXPECT_EQ(swapUsage(info), (SwapUsage{.total = 8192, .used = 0, .free = 8192}));
-    info.swapTotal = 0;
-    EXPECT_EQ(swapUsage(info), (SwapUsage{.total = 0, .used = 0, .free = 0}));
-}
-
-TEST(MemInfo, CountsEveryPageOnceAndWhatIsLeftAsWired) {
-    MemInfo info;
-    info.total = 16 * gigabyte;
-    EXPECT_EQ(memoryCounters(info, {}, 4096), std::nullopt);
-    info.free = 2 * gigabyte;
-    info.anonymous = 5 * gigabyte;
-    info.shared = 1 * gigabyte;
-    info.buffers = gigabyte / 2;
-    info.cached = 4 * gigabyte;
-    info.reclaimableSlab = gigabyte / 2;
-    info.zswap = gigabyte / 4;
-    const UnlistedMemory unlisted{.zram = gigabyte / 4, .evictableZfs = 1 * gigabyte};
-    for (const std::uint64_t pageSize : {4096U, 16384U, 65536U}) {
-        const auto pages = [&](std::uint64_t kilobytes) {
-            return static_cast<std::uint32_t>(kilobytes * 1024 / pageSize);
-        };
-        EXPECT_EQ(memoryCounters(info, unlisted, pageSize),
-                  (MemoryCounters{.pageSize = pageSize,
-                                  .internalPages = pages(6 * gigabyte),
-                                  .purgeablePages = 0,
-                                  .externalPages = pages(5 * gigabyte),
-                                  .wiredPages = pages(2 * gigabyte + gigabyte / 2),
-                                  .compressorPages = pages(gigabyte / 2)}));
+TEST(MemInfo, GivesThePercentageThatIsAvailableAndAnEstimateWhereTheKernelMakesNone) {
+    const std::string estimated = "MemFree: 100\nBuffers: 50\nCached: 300\nSReclaimable: 60\n";
+    using Case = std::pair<std::string, std::optional<std::int64_t>>;
+    for (const auto& [lines, percentage] :
+         {Case{"", {}}, Case{"MemFree: 100", 10}, Case{estimated + "Shmem: 200", 31},
+          Case{estimated + "Shmem: 99999", 16}, Case{estimated + "MemAvailable: 639", 63},
+          Case{"MemAvailable: 1001", 100}}) {
+        EXPECT_EQ(freeMemoryPercentage(parseMemInfo("MemTotal: 1000\n" + lines)), percentage)
+            << lines;
     }
+    EXPECT_EQ(freeMemoryPercentage(parseMemInfo("MemTotal: 0\nMemFree: 1")), std::nullopt);
 }
 
-TEST(MemInfo, NeverGivesMorePagesThanThereAreWhenFiguresContradictEachOther) {
-    constexpr std::uint64_t huge = (1ULL << 54U) - 1;
-    MemInfo info;
-    info.total = 400;
-    info.free = 100;
-    info.shared = huge;
-    info.anonymous = huge;
-    info.cached = 40; // less than what is shared of it
-    EXPECT_EQ(memoryCounters(info, {}, 4096), (MemoryCounters{.pageSize = 4096,
-                                                              .internalPages = 75,
-                                                              .purgeablePages = 0,
-                                                              .externalPages = 0,
-                                                              .wiredPages = 0,
-                                                              .compressorPages = 0}));
-
-    info.shared = info.anonymous = 0;
-    info.cached = info.buffers = info.reclaimableSlab = info.zswap = huge;
-    EXPECT_EQ(memoryCounters(info, {.zram = huge, .evictableZfs = huge}, 4096)->externalPages, 75U);
-
-    info.free = 500;
-    EXPECT_EQ(memoryCounters(info, {}, 4096), (MemoryCounters{.pageSize = 4096,
-                                                              .internalPages = 0,
-                                                              .purgeablePages = 0,
-                                                              .externalPages = 0,
-                                                              .wiredPages = 0,
-                                                              .compressorPages = 0}));
-
-    info.total = huge;
-    EXPECT_EQ(memoryCounters(info, {}, 4096)->externalPages,
-              std::numeric_limits<std::uint32_t>::max());
+TEST(MemInfo, CountsEveryPageOnceEvenWhenFiguresContradictEachOther) {
+    const std::string busy = "MemTotal: 16000\nMemFree: 2000\nAnonPages: 5000\nShmem: 1000\n"
+                             "Buffers: 500\nCached: 4000\nSReclaimable: 512\nZswap: 188\n";
+    const std::string small = "MemTotal: 400\nMemFree: 100\n";
+    const std::string huge = " 18014398509481983\n";
+    constexpr auto most = std::numeric_limits<std::uint32_t>::max();
+    const auto check = [](const std::string& lines, const MemoryCounters& counters) {
+        const UnlistedMemory unlisted{.zram = 250, .evictableZfs = 1000};
+        EXPECT_EQ(memoryCounters(parseMemInfo(lines), unlisted, counters.pageSize), counters)
+            << lines;
+    };
+    // Page size, internal, purgeable, external, wired, compressor.
+    check(busy, {4096, 1500, 0, 1253, 638, 109});
+    check(busy, {65536, 93, 0, 78, 41, 6});
+    check(small + "Cached: 40\nShmem:" + huge + "AnonPages:" + huge, {4096, 75, 0, 0, 0, 0});
+    check(small + "Cached:" + huge + "Buffers:" + huge + "SReclaimable:" + huge,
+          {4096, 0, 0, 75, 0, 0});
+    check("MemTotal: 400\nMemFree: 500\nCached: 40\n", {4096, 0, 0, 0, 0, 0});
+    check("MemTotal:" + huge + "MemFree: 0\nCached:" + huge, {4096, 0, 0, most, 0, 0});
+    EXPECT_EQ(memoryCounters(parseMemInfo("MemTotal: 400"), {}, 4096), std::nullopt);
+    EXPECT_EQ(swapUsage(parseMemInfo("SwapTotal: 8\nSwapFree: 9")), (SwapUsage{8192, 0, 8192}));
 }
 
 TEST(MemoryBreakdown, FollowsFromTheCountersAndStopsAtTheEndOfItsRange) {
-    EXPECT_EQ(breakdownOf({.pageSize = 16384,
-                           .internalPages = 100000,
-                           .purgeablePages = 10000,
-                           .externalPages = 50000,
-                           .wiredPages = 20000,
-                           .compressorPages = 5000}),
-              (MemoryBreakdown{.appMemory = 1474560000,
-                               .wiredMemory = 327680000,
-                               .compressedMemory = 81920000,
-                               .cachedFiles = 983040000,
-                               .usedMemory = 1884160000}));
-
     constexpr auto manyPages = std::numeric_limits<std::uint32_t>::max();
-    EXPECT_EQ(breakdownOf({.pageSize = 2,
-                           .internalPages = 1,
-                           .purgeablePages = manyPages,
-                           .externalPages = manyPages,
-                           .wiredPages = 0,
-                           .compressorPages = 0}),
-              (MemoryBreakdown{.appMemory = 0,
-                               .wiredMemory = 0,
-                               .compressedMemory = 0,
-                               .cachedFiles = 4ULL * manyPages,
-                               .usedMemory = 0}));
     constexpr auto most = std::numeric_limits<std::uint64_t>::max();
-    EXPECT_EQ(breakdownOf({.pageSize = 1ULL << 63U,
-                           .internalPages = 3,
-                           .purgeablePages = 0,
-                           .externalPages = 2,
-                           .wiredPages = 1,
-                           .compressorPages = 1}),
-              (MemoryBreakdown{.appMemory = most,
-                               .wiredMemory = 1ULL << 63U,
-                               .compressedMemory = 1ULL << 63U,
-                               .cachedFiles = most,
-                               .usedMemory = most}));
+    constexpr auto half = 1ULL << 63U;
+    // Of app, wired, compressed memory, cached files, used memory.
+    EXPECT_EQ(breakdownOf({16384, 100000, 10000, 50000, 20000, 5000}),
+              (MemoryBreakdown{1474560000, 327680000, 81920000, 983040000, 1884160000}));
+    EXPECT_EQ(breakdownOf({2, 1, manyPages, manyPages, 0, 0}),
+              (MemoryBreakdown{0, 0, 0, 4ULL * manyPages, 0}));
+    EXPECT_EQ(breakdownOf({half, 3, 0, 2, 1, 1}), (MemoryBreakdown{most, half, half, most, most}));
 }
 
 } // namespace
