@@ -130,6 +130,7 @@ protected:
 
     void mousePressEvent(QMouseEvent* event) override {
         showsFocus_ = false;
+        shownAt_ = (event->globalPosition() - event->position()).toPoint();
         QAbstractButton::mousePressEvent(event);
     }
 
@@ -148,7 +149,7 @@ protected:
     }
 
     void contextMenuEvent(QContextMenuEvent*) override {
-        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), frameGeometry().bottomLeft());
+        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), placeShown().bottomLeft());
     }
 
 private:
@@ -156,11 +157,15 @@ private:
     void activate() {
         QMetaObject::invokeMethod(
             this,
-            [activated = behaviour_.activated, place = frameGeometry()] {
+            [activated = behaviour_.activated, place = placeShown()] {
                 activated({std::nullopt, place});
             },
             Qt::QueuedConnection);
     }
+
+    /// Where the user sees the window. The toolkit may be wrong about that for good: it asks the X
+    /// server while the window manager is still at moving the window to where it was to be.
+    QRect placeShown() const { return {shownAt_, size()}; }
 
     void followScreen() {
         QObject::disconnect(screenChanged_);
@@ -178,9 +183,9 @@ private:
         }
         const QRect available = screen->availableGeometry();
         const QSize size = sizeHint();
-        setGeometry({QPoint(available.right() + 1 - screenMargin - size.width(),
-                            available.top() + screenMargin),
-                     size});
+        shownAt_ = QPoint(available.right() + 1 - screenMargin - size.width(),
+                          available.top() + screenMargin);
+        setGeometry({shownAt_, size});
     }
 
     DesktopAppearance& appearance_;
@@ -188,6 +193,7 @@ private:
     StatusItemContent content_;
     bool isComposited_;
     bool showsFocus_ = false;
+    QPoint shownAt_; // as last asked for, or as the last click told
     QMetaObject::Connection screenChanged_;
     Subscription appearanceChanged_;
 };

@@ -98,6 +98,8 @@ class NoHost(DesktopCase):
         panel = tidewell.wait_for_panel()
         self.assertLessEqual(panel[0] + panel[2], screen_width)
         self.assertLessEqual(panel[1] + panel[3], screen_height)
+        self.assertGreaterEqual(panel[1], y + height)
+        self.assertTrue(panel[0] <= x + width / 2 <= panel[0] + panel[2], "not beside the label")
         self.desktop.click(x + width // 2, y + height // 2)
         tidewell.wait_for_no_panel()
 
