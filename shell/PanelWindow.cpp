@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace tidewell {
@@ -50,11 +51,23 @@ void PanelWindow::open(const StatusItemActivation& activation) {
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
         const MakeContent makeContent = std::exchange(makeContent_, nullptr);
-        layout->addWidget(makeContent().release());
+        // On a screen too low for all of it the content scrolls.
+        auto* frame = new QScrollArea;
+        frame->setFrameShape(QFrame::NoFrame);
+        frame->setFocusPolicy(Qt::NoFocus);
+        frame->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        frame->setWidgetResizable(true);
+        QWidget* content = makeContent().release();
+        frame->setWidget(content);
+        // The panel paints the background and the line around it.
+        content->setAutoFillBackground(false);
+        frame->viewport()->setAutoFillBackground(false);
+        layout->addWidget(frame);
     }
     if (!isVisible()) {
-        setFixedSize(panelWidth, panelHeight);
-        move(panelPosition(activation, size()));
+        const QRect place = panelPosition(activation, QSize(panelWidth, panelHeight));
+        setFixedSize(place.size());
+        move(place.topLeft());
     }
     show();
     raise();

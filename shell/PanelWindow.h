@@ -19,7 +19,8 @@ public:
 
     explicit PanelWindow(MakeContent makeContent);
 
-    /// A click on the status item: opens the panel beside it, wholly on its screen, or closes it.
+    /// A click on the status item: opens the panel beside it, wholly on its screen even where that
+    /// makes it lower, or closes it.
     void toggle(const StatusItemActivation& activation);
 
     /// Opens the panel, or brings it to the front where it is open already.

@@ -59,24 +59,26 @@ QRect around(const QPoint& click, const QRect& available) {
     return QRect(click, QSize(1, 1)).adjusted(-margin, -margin, margin, margin);
 }
 
-/// Moves a stretch of `length` that should begin at `wanted` into the range; its start wins.
+/// Moves a stretch of `length` that should begin at `wanted` into the range, which holds it.
 int within(int wanted, int length, int start, int end) {
     return std::max(start, std::min(wanted, end - length));
 }
 
-QPoint inside(const QRect& available, QPoint wanted, const QSize& panel) {
+QRect inside(const QRect& available, QPoint wanted, const QSize& panel) {
     // The margin is given up where the panel does not fit with it.
     const int marginX = panel.width() + 2 * gap <= available.width() ? gap : 0;
     const int marginY = panel.height() + 2 * gap <= available.height() ? gap : 0;
     return {
         within(wanted.x(), panel.width(), available.x() + marginX, endOfX(available) - marginX),
-        within(wanted.y(), panel.height(), available.y() + marginY, endOfY(available) - marginY)};
+        within(wanted.y(), panel.height(), available.y() + marginY, endOfY(available) - marginY),
+        panel.width(), panel.height()};
 }
 
 } // namespace
 
-QPoint panelPosition(const StatusItemActivation& activation, const QRect& screen,
-                     const QRect& available, const QSize& panel) {
+QRect panelPosition(const StatusItemActivation& activation, const QRect& screen,
+                    const QRect& available, const QSize& wanted) {
+    const QSize panel = wanted.boundedTo(available.size());
     const QPoint far(endOfX(available), endOfY(available));
     if (!activation.item && !activation.click) {
         switch (barEdge(screen, available)) {
@@ -106,7 +108,7 @@ QPoint panelPosition(const StatusItemActivation& activation, const QRect& screen
     return inside(available, {place.x() - gap - panel.width(), centred.y()}, panel);
 }
 
-QPoint panelPosition(const StatusItemActivation& activation, const QSize& panel) {
+QRect panelPosition(const StatusItemActivation& activation, const QSize& panel) {
     const auto place =
         activation.item ? std::optional(activation.item->center()) : activation.click;
     const QScreen* screen = place ? QGuiApplication::screenAt(*place) : nullptr;
@@ -114,7 +116,7 @@ QPoint panelPosition(const StatusItemActivation& activation, const QSize& panel)
         screen = QGuiApplication::primaryScreen();
     }
     return screen == nullptr
-               ? QPoint()
+               ? QRect(QPoint(), panel)
                : panelPosition(activation, screen->geometry(), screen->availableGeometry(), panel);
 }
 

@@ -61,6 +61,24 @@ TEST_F(Panel, MakesItsContentWhenFirstOpenedAndLiesWhollyOnTheScreen) {
     EXPECT_EQ(made, 1);
 }
 
+TEST_F(Panel, ScrollsContentThatIsTooHighForTheScreen) {
+    class Tall final : public QWidget {
+    public:
+        QSize minimumSizeHint() const override { return {100, 5000}; }
+    };
+    QWidget* content = nullptr;
+    PanelWindow tall([&content] {
+        auto owned = std::make_unique<Tall>();
+        content = owned.get();
+        return owned;
+    });
+    tall.open({});
+    EXPECT_TRUE(tall.screen()->availableGeometry().contains(tall.geometry()));
+    EXPECT_EQ(content->height(), 5000);
+    QTest::keyClick(content, Qt::Key_Escape);
+    EXPECT_FALSE(tall.isVisible());
+}
+
 TEST_F(Panel, ClosesOnEscape) {
     panel.open({});
     QTest::keyClick(&panel, Qt::Key_Escape);

@@ -19,6 +19,7 @@ struct Case {
     QRect screen;
     QRect available;
     QPoint expected;
+    QSize size = panel;
 };
 
 TEST(PanelPosition, LiesBesideTheClickOrItemInsideTheAvailableArea) {
@@ -51,7 +52,8 @@ TEST(PanelPosition, LiesBesideTheClickOrItemInsideTheAvailableArea) {
                   {},
                   {0, 0, 1024, 768},
                   {0, 20, 1024, 748},
-                  {325, 20}},
+                  {325, 20},
+                  {350, 748}},
              Case{"barely room",
                   QPoint(500, 10),
                   {},
@@ -63,12 +65,14 @@ TEST(PanelPosition, LiesBesideTheClickOrItemInsideTheAvailableArea) {
                   {},
                   {0, 0, 320, 240},
                   {0, 20, 320, 220},
-                  {0, 20}},
+                  {0, 20},
+                  {320, 220}},
          }) {
-        const QPoint position =
+        const QRect place =
             panelPosition({test.click, test.item}, test.screen, test.available, panel);
-        EXPECT_EQ(std::pair(position.x(), position.y()),
-                  std::pair(test.expected.x(), test.expected.y()))
+        EXPECT_EQ(
+            std::tuple(place.x(), place.y(), place.width(), place.height()),
+            std::tuple(test.expected.x(), test.expected.y(), test.size.width(), test.size.height()))
             << test.what;
     }
 }
