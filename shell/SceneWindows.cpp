@@ -52,6 +52,8 @@ void SceneWindows::openWindow(std::string_view identifier) {
         entry.window = makeWindow(entry.scene, entry.makeContent());
         entry.window->setPalette(palette_);
     }
+    // Not every window manager takes showing or activating for unminimising.
+    entry.window->setWindowState(entry.window->windowState() & ~Qt::WindowMinimized);
     entry.window->show();
     entry.window->raise();
     entry.window->activateWindow();

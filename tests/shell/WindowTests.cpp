@@ -29,8 +29,10 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     EXPECT_EQ(first->objectName().toStdString(), "about");
     EXPECT_EQ(first->size(), QSize(400, 160));
     EXPECT_TRUE(first->windowFlags().testFlag(Qt::FramelessWindowHint));
+    first->showMinimized();
     windows.openWindow("about");
     EXPECT_EQ(windows.window("about"), first);
+    EXPECT_FALSE(first->isMinimized());
     EXPECT_EQ(made, 1);
 
     windows.dismissWindow("about");
