@@ -222,7 +222,8 @@ QString labelGuide(const std::string& text) {
     QString guide = QString::fromStdString(text);
     for (QChar& character : guide) {
         if (character.isDigit()) {
-            character = QLatin1Char('8');
+            // The same script's: each has its digits in a row.
+            character = QChar(character.unicode() - character.digitValue() + 8);
         }
     }
     return guide;

@@ -305,6 +305,7 @@ TEST_F(StatusNotifierItem, OffersItsMenu) {
 
 TEST(StatusItemTexts, ReserveRoomForOtherDigits) {
     EXPECT_EQ(labelGuide("1.36 GB of 8 GB"), QStringLiteral("8.88 GB of 8 GB"));
+    EXPECT_EQ(labelGuide("١٫٣٦ GB of ٨ GB"), QStringLiteral("٨٫٨٨ GB of ٨ GB"));
 }
 
 TEST_F(StatusNotifier, ItemLeavesTheDesktopWithItsName) {
