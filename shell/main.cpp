@@ -11,6 +11,7 @@
 #include "platform/linux/SessionEnd.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/X11.h"
 #include "platform/runtime/SerialExecutor.h"
 #include "shell/TidewellApp.h"
 #include "support/BundleInformation.h"
@@ -33,7 +34,8 @@ bool isSet(const char* variable) {
 
 /// The toolkit ends the program with a core dump where it finds no display; this only says so.
 bool hasDisplay() {
-    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+    return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM") ||
+           (isSet("DISPLAY") && x11::isReachable());
 }
 
 /// A Wayland client cannot place its windows, so the panel could not lie beside the status item.
@@ -128,7 +130,7 @@ int main(int argc, char** argv) {
     if (!hasDisplay()) {
         logError(log,
                  "There is no display to show anything on: neither DISPLAY nor "
-                 "WAYLAND_DISPLAY is set",
+                 "WAYLAND_DISPLAY leads to one",
                  __LINE__);
         return EXIT_FAILURE;
     }

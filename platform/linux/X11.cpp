@@ -18,6 +18,13 @@ std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
 
 } // namespace
 
+bool isReachable() {
+    xcb_connection_t* const server = xcb_connect(nullptr, nullptr); // never null
+    const bool reached = xcb_connection_has_error(server) == 0;
+    xcb_disconnect(server);
+    return reached;
+}
+
 xcb_connection_t* connection() {
     const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 == nullptr ? nullptr : x11->connection();

@@ -9,6 +9,9 @@ class QWidget;
 /// The little that this program asks of an X server beside the toolkit. Main thread.
 namespace tidewell::x11 {
 
+/// Whether there is an X server where `DISPLAY` points to. Needs no application object.
+bool isReachable();
+
 /// The toolkit's connection; null where it runs on something else.
 xcb_connection_t* connection();
 

@@ -47,6 +47,20 @@ class Endings(DesktopCase):
         self.assertEqual(len(self.desktop.status_items()), 1)
 
 
+class NoDisplay(DesktopCase):
+    host = None
+
+    def test_ends_with_one_clear_line(self):
+        self.need_plain_log()
+        for display in ("", ":987"):
+            with self.subTest(display):
+                tidewell = self.start(environment={"DISPLAY": display})
+                self.assertEqual(tidewell.end(), 1)
+                lines = tidewell.log().splitlines()
+                self.assertEqual(len(lines), 1, lines)
+                self.assertIn("no display", lines[0])
+
+
 class PowerOff(DesktopCase):
     """login1's announcement, from a stand-in on a system bus of our own."""
 
