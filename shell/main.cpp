@@ -22,6 +22,9 @@
 #include <clocale>
 #include <cstdlib>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace tidewell {
 namespace {
 
@@ -43,6 +46,18 @@ bool hasDisplay() {
 void preferX11() {
     if (isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    }
+}
+
+/// A program may be started without standard streams. Their numbers would go to the next files
+/// that are opened, and log lines into the bus, say.
+void fillStandardStreams() {
+    int descriptor = STDIN_FILENO;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = open("/dev/null", O_RDWR);
+    }
+    if (descriptor >= 0) {
+        close(descriptor);
     }
 }
 
@@ -123,6 +138,7 @@ int runProgram(int argc, char** argv, const Bundle& bundle, Log& log) {
 
 int main(int argc, char** argv) {
     using namespace tidewell;
+    fillStandardStreams();
     JournalLog startUpLog(bundleIdentifier(Bundle({})));
     const Bundle bundle = readBundle(installedInfoFile(), startUpLog);
     JournalLog log(bundleIdentifier(bundle));
