@@ -59,7 +59,7 @@ void SceneWindows::openWindow(std::string_view identifier) {
     entry.window->activateWindow();
 }
 
-void SceneWindows::dismissWindow(std::string_view identifier) {
+void SceneWindows::dismissWindow(std::string_view identifier) const {
     if (QWidget* open = window(identifier)) {
         open->close();
     }

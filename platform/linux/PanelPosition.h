@@ -11,7 +11,7 @@ namespace tidewell {
 /// desktop's own bar where status items usually are. A panel larger than the available area is cut
 /// down to it.
 QRect panelPosition(const StatusItemActivation& activation, const QRect& screen,
-                    const QRect& available, const QSize& panel);
+                    const QRect& available, const QSize& wanted);
 
 /// The same on the screen of the click or item, and on the primary screen without either.
 QRect panelPosition(const StatusItemActivation& activation, const QSize& panel);
