@@ -35,10 +35,10 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-/// The toolkit ends the program with a core dump where it finds no display; this only says so.
-bool hasDisplay() {
-    return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM") ||
-           (isSet("DISPLAY") && x11::isReachable());
+/// Whether there is a display beside the X server. The toolkit ends the program with a core dump
+/// where it finds none at all.
+bool hasOtherDisplay() {
+    return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
 /// A Wayland client cannot place its windows, so the panel could not lie beside the status item.
@@ -70,11 +70,12 @@ void logError(Log& log, std::string_view message, std::int64_t line) {
     logMessage(log, message, "general", __FILE__, "main()", line, LogLevel::error);
 }
 
-int runProgram(int argc, char** argv, const Bundle& bundle, Log& log) {
+int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server, Log& log) {
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     const QString name = QString::fromStdString(applicationName(bundle));
 
     const QApplication application(argc, argv);
+    server.reset(); // not before: a server may start anew when its last client leaves
     // The toolkit has taken over the user's locale. Texts for the user come from ICU; files and
     // protocols keep the plain notation of numbers, whatever the user's decimal sign is.
     std::setlocale(LC_NUMERIC, "C");
@@ -143,7 +144,8 @@ int main(int argc, char** argv) {
     const Bundle bundle = readBundle(installedInfoFile(), startUpLog);
     JournalLog log(bundleIdentifier(bundle));
 
-    if (!hasDisplay()) {
+    x11::OwnConnection server = x11::connect();
+    if (!server && !hasOtherDisplay()) {
         logError(log,
                  "There is no display to show anything on: neither DISPLAY nor "
                  "WAYLAND_DISPLAY leads to one",
@@ -152,5 +154,5 @@ int main(int argc, char** argv) {
     }
     preferX11();
     leaveOutHangingBuses(1s, log);
-    return runProgram(argc, argv, bundle, log);
+    return runProgram(argc, argv, bundle, std::move(server), log);
 }

@@ -18,11 +18,12 @@ std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
 
 } // namespace
 
-bool isReachable() {
-    xcb_connection_t* const server = xcb_connect(nullptr, nullptr); // never null
-    const bool reached = xcb_connection_has_error(server) == 0;
-    xcb_disconnect(server);
-    return reached;
+OwnConnection connect() {
+    OwnConnection server(xcb_connect(nullptr, nullptr), &xcb_disconnect); // never null by itself
+    if (xcb_connection_has_error(server.get()) != 0) {
+        server.reset();
+    }
+    return server;
 }
 
 xcb_connection_t* connection() {

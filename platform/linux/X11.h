@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <memory>
 #include <string>
 
 class QWidget;
@@ -9,8 +10,11 @@ class QWidget;
 /// The little that this program asks of an X server beside the toolkit. Main thread.
 namespace tidewell::x11 {
 
-/// Whether there is an X server where `DISPLAY` points to. Needs no application object.
-bool isReachable();
+using OwnConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+/// A connection of our own to the X server that `DISPLAY` names; null where there is none. Needs no
+/// application object.
+OwnConnection connect();
 
 /// The toolkit's connection; null where it runs on something else.
 xcb_connection_t* connection();
