@@ -23,7 +23,8 @@ QString valueText(std::uint64_t value) {
 
 ContentView::ContentView(std::shared_ptr<MemoryWatcher> memoryWatcher,
                          const std::string& applicationName, std::function<void()> quit)
-    : memoryWatcher_(std::move(memoryWatcher)) {
+    : memoryWatcher_(std::move(memoryWatcher))
+    , figures_(new QGridLayout) {
     auto* title = new QLabel(QString::fromStdString(applicationName));
     QFont titleFont = title->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.8);
@@ -37,7 +38,6 @@ ContentView::ContentView(std::shared_ptr<MemoryWatcher> memoryWatcher,
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(16);
     layout->addWidget(title);
-    figures_ = new QGridLayout;
     figures_->setVerticalSpacing(8);
     layout->addLayout(figures_);
     layout->addStretch();

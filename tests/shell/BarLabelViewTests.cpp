@@ -1,4 +1,3 @@
-#include "platform/ui/Symbols.h"
 #include "shell/BarLabelView.h"
 #include "support/ByteText.h"
 #include "support/LevelColours.h"
@@ -20,52 +19,31 @@ void PrintTo(const StatusItemContent& content, std::ostream* out) {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr std::uint64_t gigabyte = 1U << 30U;
 
-TEST(BarLabel, TellsOfSwapInUse) {
-    EXPECT_EQ(symbolName(0), "circle.dotted");
-    EXPECT_EQ(symbolName(1), "circle.fill");
-    EXPECT_EQ(labelText(0, 0), "No Swap");
+TEST(BarLabel, TellsOfSwapInUseAndFallsBackToAPlainCircleWithoutAnyMark) {
     EXPECT_EQ(labelText(0, 8 * gigabyte), "No Swap");
     EXPECT_EQ(labelText(1, 8 * gigabyte), byteText(1) + " of " + byteText(8 * gigabyte));
-}
-
-TEST(BarLabel, FallsBackToAPlainCircleWithoutAnyMark) {
-    const auto knowsAll = [](std::string_view) { return true; };
     const auto knowsNoDisc = [](std::string_view name) { return name != "circle.fill"; };
-    for (const std::uint64_t used : {std::uint64_t{0}, gigabyte}) {
-        EXPECT_EQ(labelSymbol(used, false, knowsAll).name, symbolName(used));
-        EXPECT_TRUE(labelSymbol(used, false, knowsAll).takesWarningColor);
-        EXPECT_EQ(labelSymbol(used, true, knowsAll).name, "exclamationmark.triangle");
-        EXPECT_FALSE(labelSymbol(used, true, knowsAll).takesWarningColor);
-        EXPECT_TRUE(hasSymbol(symbolName(used)));
-    }
     for (const bool isUpdateAvailable : {false, true}) {
         EXPECT_EQ(labelSymbol(gigabyte, isUpdateAvailable, knowsNoDisc).name, "circle");
         EXPECT_FALSE(labelSymbol(gigabyte, isUpdateAvailable, knowsNoDisc).takesWarningColor);
     }
 }
 
-class FakeStatusItem final : public StatusItem {
-public:
+struct FakeStatusItem final : public StatusItem {
     void setContent(const StatusItemContent& content) override { shown.push_back(content); }
-    std::vector<StatusItemContent> take() { return std::exchange(shown, {}); }
 
     std::vector<StatusItemContent> shown;
 };
 
-class FakeUpdateModel final : public UpdateModel {
-public:
-    bool isUpdateAvailable() const override { return isUpdateAvailable_.get(); }
+struct FakeUpdateModel final : public UpdateModel {
+    bool isUpdateAvailable() const override { return isAvailable.get(); }
     void scheduleUpdateChecks() override { ++checks; }
-    void setUpdateAvailable(bool available) { isUpdateAvailable_ = available; }
 
     int checks = 0;
-
-private:
-    Published<bool> isUpdateAvailable_{*this};
+    Published<bool> isAvailable{*this};
 };
 
 class BarLabelViewTest : public testing::Test {
@@ -76,7 +54,10 @@ protected:
         watcher->updateSwapUsage();
         watcher->checkSwapUsage();
     }
-
+    std::vector<StatusItemContent> takeShown() {
+        mainThread.drain();
+        return std::exchange(item.shown, {});
+    }
     static StatusItemContent content(const char* symbol, Colour colour, std::uint64_t used) {
         return {symbol, colour, labelText(used, 20 * gigabyte)};
     }
@@ -93,76 +74,52 @@ protected:
         nullptr);
     FakeUpdateModel updates;
     FakeStatusItem item;
-    BarLabelView label{&updates, *watcher, colours::primary, mainThread, item};
+    std::optional<BarLabelView> label{std::in_place,    &updates,   *watcher,
+                                      colours::primary, mainThread, item};
 };
 
 TEST_F(BarLabelViewTest, KeepsTheTextColourUntilTheLevelChangesForTheFirstTime) {
-    label.appear();
-    EXPECT_THAT(item.take(), ElementsAre(content("circle.dotted", colours::primary, 0)));
+    label->appear();
     spawn(mainThread, watcher->startPeriodicTask());
-    mainThread.drain();
-    EXPECT_EQ(item.take().back(), content("circle.dotted", colours::primary, 0))
+    EXPECT_EQ(takeShown().back(), content("circle.dotted", colours::primary, 0))
         << "the level is still none";
-
-    const auto shownAt = [this](std::uint64_t used) {
+    for (const auto& [used, colour] :
+         {std::pair(gigabyte, colours::systemGreen), std::pair(19 * gigabyte, colours::systemRed),
+          std::pair(gigabyte, colours::systemGreen)}) {
         useSwap(used);
-        mainThread.drain();
-        return item.take();
-    };
-    EXPECT_THAT(shownAt(gigabyte),
-                ElementsAre(content("circle.fill", colours::systemGreen, gigabyte)));
-    EXPECT_THAT(shownAt(19 * gigabyte),
-                ElementsAre(content("circle.fill", colours::systemRed, 19 * gigabyte)));
-    EXPECT_THAT(shownAt(gigabyte),
-                ElementsAre(content("circle.fill", colours::systemGreen, gigabyte)));
-    EXPECT_THAT(shownAt(0), ElementsAre(content("circle.dotted", colours::lightGray, 0)));
-}
-
-TEST_F(BarLabelViewTest, StartsInTheTextColourAtALevelThatWasThereBefore) {
-    spawn(mainThread, watcher->startPeriodicTask());
-    mainThread.drain();
-    useSwap(gigabyte);
-    label.appear();
-    EXPECT_EQ(item.take().back(), content("circle.fill", colours::primary, gigabyte));
-    EXPECT_EQ(label.warningColor(), colours::primary);
-}
-
-TEST_F(BarLabelViewTest, DrawsOnceForAllChangesOfOnePass) {
-    label.appear();
-    item.take();
-    for (int i = 0; i < 10; ++i) {
-        watcher->updateMemoryUsage();
+        EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colour, used)));
     }
-    useSwap(gigabyte);
-    EXPECT_THAT(item.take(), IsEmpty());
-    EXPECT_EQ(mainThread.drain(), 1U);
-    EXPECT_THAT(item.take(), ElementsAre(content("circle.fill", colours::primary, gigabyte)));
+    useSwap(0);
+    EXPECT_THAT(takeShown(), ElementsAre(content("circle.dotted", colours::lightGray, 0)));
 }
 
-TEST_F(BarLabelViewTest, ShowsTheUpdateMarkInTheTextColourAndAsksForChecksWhenItAppears) {
-    EXPECT_EQ(updates.checks, 0);
+TEST_F(BarLabelViewTest, StartsInTheTextColourAndShowsTheUpdateMarkInIt) {
     spawn(mainThread, watcher->startPeriodicTask());
     mainThread.drain();
-    label.appear();
-    EXPECT_EQ(updates.checks, 1);
     useSwap(gigabyte);
-    updates.setUpdateAvailable(true);
-    mainThread.drain();
-    EXPECT_EQ(item.take().back(), content("exclamationmark.triangle", colours::primary, gigabyte));
-    updates.setUpdateAvailable(false);
-    mainThread.drain();
-    EXPECT_EQ(item.take().back(), content("circle.fill", colours::systemGreen, gigabyte));
+    EXPECT_EQ(updates.checks, 0);
+    label->appear();
+    EXPECT_EQ(updates.checks, 1);
+    EXPECT_EQ(takeShown().back(), content("circle.fill", colours::primary, gigabyte))
+        << "the level was there before";
+    useSwap(19 * gigabyte);
+    updates.isAvailable = true;
+    EXPECT_EQ(takeShown().back(),
+              content("exclamationmark.triangle", colours::primary, 19 * gigabyte));
+    updates.isAvailable = false;
+    EXPECT_EQ(takeShown().back(), content("circle.fill", colours::systemRed, 19 * gigabyte));
 }
 
-TEST_F(BarLabelViewTest, MayGoWhileADrawingIsQueued) {
-    auto shortLived =
-        std::make_unique<BarLabelView>(nullptr, *watcher, colours::primary, mainThread, item);
-    shortLived->appear();
+TEST_F(BarLabelViewTest, DrawsOnceForAllChangesOfOnePassAndMayGoBefore) {
+    label->appear();
+    takeShown();
+    watcher->updateMemoryUsage();
     useSwap(gigabyte);
-    shortLived.reset();
-    item.take();
-    mainThread.drain();
-    EXPECT_THAT(item.take(), IsEmpty());
+    EXPECT_THAT(item.shown, ElementsAre());
+    EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colours::primary, gigabyte)));
+    useSwap(0);
+    label.reset();
+    EXPECT_THAT(takeShown(), ElementsAre());
 }
 
 } // namespace
