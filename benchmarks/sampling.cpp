@@ -10,6 +10,7 @@
 #include "tests/fakes/MemoryUserDefaults.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -60,10 +61,10 @@ private:
 };
 
 void readWhole(const char* path) {
-    char buffer[16 * 1024];
+    static std::array<char, 16384> buffer;
     const int file = open(path, O_RDONLY | O_CLOEXEC);
     if (file >= 0) {
-        while (read(file, buffer, sizeof buffer) > 0) {
+        while (read(file, buffer.data(), buffer.size()) > 0) {
         }
         close(file);
     }
@@ -82,9 +83,9 @@ void readTheSameFiles() {
     }
     while (const dirent* entry = readdir(directory)) {
         if (std::strncmp(entry->d_name, "zram", 4) == 0) {
-            char path[300];
-            std::snprintf(path, sizeof path, "/sys/block/%s/mm_stat", entry->d_name);
-            readWhole(path);
+            std::array<char, 300> path{};
+            std::snprintf(path.data(), path.size(), "/sys/block/%s/mm_stat", entry->d_name);
+            readWhole(path.data());
         }
     }
     closedir(directory);
