@@ -1,6 +1,34 @@
 #include "platform/ui/Palette.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace tidewell {
+
+QColor withOpacity(QColor colour, double opacity) {
+    colour.setAlphaF(static_cast<float>(opacity));
+    return colour;
+}
+
+Colour textVariant(Colour colour) {
+    static constexpr std::array variants{
+        std::pair{colours::systemRed, Colour{0xc4271d, 0xff6961}},
+        std::pair{colours::systemOrange, Colour{0xa34d00, 0xff9f0a}},
+        std::pair{colours::systemGreen, Colour{0x1e7d34, 0x30d158}},
+        std::pair{colours::lightGray, Colour{0x66666b, 0xaaaaaa}},
+        std::pair{colours::systemBlue, Colour{0x0062cc, 0x4aa3ff}},
+    };
+    const auto* const found =
+        std::ranges::find(variants, colour, [](const auto& variant) { return variant.first; });
+    return found == variants.end() ? colour : found->second;
+}
+
+Appearance appearanceOf(const QPalette& palette) {
+    const bool isDark = palette.color(QPalette::WindowText).lightnessF() >
+                        palette.color(QPalette::Window).lightnessF();
+    return isDark ? Appearance::dark : Appearance::light;
+}
 
 QColor hairline(Appearance appearance) {
     const int level = appearance == Appearance::dark ? 255 : 0;

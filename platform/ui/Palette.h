@@ -13,12 +13,27 @@ namespace colours {
 inline constexpr Colour window{0xf4f4f6, 0x1e1e20};
 inline constexpr Colour box{0xffffff, 0x2a2a2d};
 inline constexpr Colour secondaryText{0x66666b, 0xa1a1a6};
-inline constexpr Colour accent{0x007aff, 0x0a84ff};
+inline constexpr Colour systemTeal{0x30b0c7, 0x40c8e0};
+inline constexpr Colour systemBlue{0x007aff, 0x0a84ff};
+inline constexpr Colour systemCyan{0x32ade6, 0x64d2ff};
+inline constexpr Colour accent = systemBlue;
 } // namespace colours
 
 inline QColor toQColor(Colour colour, Appearance appearance) {
     return QColor::fromRgb(colour.in(appearance));
 }
+
+/// `colour` with its opacity set, 0 to 1.
+QColor withOpacity(QColor colour, double opacity);
+
+/// The variant of a named colour that text takes: at least 4.5 : 1 against the window and box
+/// colours. Other colours are their own variant. Pure.
+Colour textVariant(Colour colour);
+
+/// The appearance that a palette stands for: dark where its text is lighter than its windows. What
+/// is painted in colours that no palette holds asks the palette of its widget, and so follows the
+/// desktop with it. Pure.
+Appearance appearanceOf(const QPalette& palette);
 
 /// The thin line around windows and boxes: barely there, in the direction of the text's contrast.
 QColor hairline(Appearance appearance);

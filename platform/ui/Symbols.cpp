@@ -1,6 +1,6 @@
 #include "platform/ui/Symbols.h"
 
-#include <QPointF>
+#include <QPainter>
 
 #include <algorithm>
 #include <array>
@@ -103,6 +103,114 @@ double fromWarningSign(QPointF point, int pixels) {
                      fromBar(point, dotTop, dotTop + width, width)});
 }
 
+/// The width of the lines in pictures made of lines.
+double lineWidth(int pixels) {
+    return std::max(1.0, std::round(pixels / 13.0 * 2) / 2);
+}
+
+double fromInformationSign(QPointF point, int pixels) {
+    const double stroke = lineWidth(pixels);
+    const double radius = outerRadius(pixels);
+    const double ring = std::abs(length(point) - radius + stroke / 2) - stroke / 2;
+    const double width = std::max(2 - pixels % 2, centredLength(1 / 11.0, pixels));
+    const double dotTop = std::round(-radius * 0.56 + pixels / 2.0) - pixels / 2.0;
+    const double barTop = dotTop + width + std::max(1.0, std::round(pixels / 20.0));
+    return std::min({ring, fromBar(point, dotTop, dotTop + width, width),
+                     fromBar(point, barTop, std::max(radius * 0.54, barTop + 2), width)});
+}
+
+double fromGear(QPointF point, int pixels) {
+    const double tip = centredLength(0.8, pixels) / 2.0;
+    const double distance = length(point);
+    const double step = std::numbers::pi / 4;
+    const double angle = std::atan2(point.y(), point.x());
+    const double turned = angle - step * std::round(angle / step);
+    const QPointF alongTooth(distance * std::sin(turned), distance * std::cos(turned));
+    const double tooth = fromBar(alongTooth, 0, tip, std::max(2.0, tip * 0.36));
+    const double wheel = std::max(std::min(tooth, distance - tip * 0.78), tip * 0.5 - distance);
+    return std::min(wheel, distance - tip * 0.2);
+}
+
+double fromPowerSign(QPointF point, int pixels) {
+    const double stroke = lineWidth(pixels);
+    const double radius = outerRadius(pixels) - stroke / 2;
+    constexpr double gap = 0.6; // half of it, in radians from the top
+    const QPointF mirrored(std::abs(point.x()), point.y());
+    const QPointF end = radius * QPointF(std::sin(gap), -std::cos(gap));
+    const bool isInGap = std::atan2(mirrored.x(), -mirrored.y()) < gap;
+    const double arc =
+        (isInGap ? length(mirrored - end) : std::abs(length(point) - radius)) - stroke / 2;
+    const double width = std::max<double>(2 - pixels % 2, centredLength(1 / 13.0, pixels));
+    return std::min(arc, fromBar(point, -radius - stroke, -radius * 0.1, width));
+}
+
+/// A limb: two discs and everything between their outlines. In fractions of the picture, from its
+/// middle.
+struct Limb {
+    QPointF start;
+    double startRadius;
+    QPointF end;
+    double endRadius;
+};
+
+double fromLimb(QPointF point, const Limb& limb) {
+    const QPointF along = limb.end - limb.start;
+    const double squared = QPointF::dotProduct(along, along);
+    const double narrowing = (limb.startRadius - limb.endRadius) / std::sqrt(squared);
+    const QPointF from = point - limb.start;
+    const double across =
+        std::abs(from.x() * along.y() - from.y() * along.x()) / std::sqrt(squared);
+    const double part =
+        (QPointF::dotProduct(from, along) +
+         across * narrowing * std::sqrt(squared) / std::sqrt(1 - narrowing * narrowing)) /
+        squared;
+    const double inside = std::clamp(part, 0.0, 1.0);
+    return length(from - inside * along) -
+           (limb.startRadius + inside * (limb.endRadius - limb.startRadius));
+}
+
+template <std::size_t count>
+double fromLimbs(QPointF point, const std::array<Limb, count>& limbs) {
+    double nearest = fromLimb(point, limbs[0]);
+    for (const Limb& limb : limbs) {
+        nearest = std::min(nearest, fromLimb(point, limb));
+    }
+    return nearest;
+}
+
+double fromHare(QPointF point, int pixels) {
+    static constexpr std::array limbs{
+        Limb{{-0.24, 0.06}, 0.15, {0.06, 0.02}, 0.11},   // body
+        Limb{{0.06, 0.02}, 0.11, {0.26, -0.10}, 0.09},   // neck
+        Limb{{0.26, -0.10}, 0.09, {0.38, -0.04}, 0.055}, // head
+        Limb{{0.23, -0.17}, 0.035, {0.02, -0.33}, 0.045},
+        Limb{{0.27, -0.18}, 0.03, {0.13, -0.38}, 0.04},
+        Limb{{-0.28, 0.12}, 0.12, {-0.14, 0.30}, 0.04},
+        Limb{{-0.14, 0.30}, 0.04, {-0.30, 0.31}, 0.035},
+        Limb{{0.10, 0.08}, 0.06, {0.24, 0.30}, 0.035},
+        Limb{{0.04, 0.08}, 0.06, {0.06, 0.30}, 0.035},
+        Limb{{-0.40, -0.01}, 0.05, {-0.38, 0.01}, 0.05},
+    };
+    const QPointF scaled = point / pixels;
+    return std::max(fromLimbs(scaled, limbs), 0.025 - length(scaled - QPointF(0.29, -0.11))) *
+           pixels;
+}
+
+double fromTortoise(QPointF point, int pixels) {
+    static constexpr std::array limbs{
+        Limb{{0.20, 0.14}, 0.05, {0.34, -0.02}, 0.05},
+        Limb{{0.34, -0.02}, 0.08, {0.39, -0.01}, 0.065},
+        Limb{{-0.26, 0.14}, 0.06, {-0.28, 0.24}, 0.055},
+        Limb{{0.12, 0.14}, 0.06, {0.14, 0.24}, 0.055},
+        Limb{{-0.34, 0.13}, 0.04, {-0.43, 0.16}, 0.015},
+    };
+    const QPointF scaled = point / pixels;
+    const QPointF dome((scaled.x() + 0.07) / 0.31, (scaled.y() - 0.10) / 0.32);
+    const double shell = std::max((length(dome) - 1) * 0.31, scaled.y() - 0.11);
+    const double rim = fromLimb(scaled, {{-0.36, 0.14}, 0.025, {0.22, 0.14}, 0.025});
+    return std::min({shell, rim, fromLimbs(scaled, limbs)}) * pixels;
+}
+
 struct Symbol {
     std::string_view name;
     double (*distance)(QPointF point, int pixels);
@@ -113,6 +221,11 @@ constexpr std::array symbols{
     Symbol{"circle.dotted", fromDottedRing},
     Symbol{"circle.fill", fromDisc},
     Symbol{"exclamationmark.triangle", fromWarningSign},
+    Symbol{"gear", fromGear},
+    Symbol{"hare", fromHare},
+    Symbol{"info.circle", fromInformationSign},
+    Symbol{"power", fromPowerSign},
+    Symbol{"tortoise", fromTortoise},
 };
 
 const Symbol* findSymbol(std::string_view name) {
@@ -154,6 +267,18 @@ std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, i
     }
     image.setDevicePixelRatio(devicePixelRatio);
     return image;
+}
+
+void drawSymbol(QPainter& painter, std::string_view name, const QColor& colour, QPointF middle,
+                int size) {
+    const auto image = symbolImage(name, colour.rgb(), size, painter.device()->devicePixelRatioF());
+    if (!image) {
+        return;
+    }
+    // Widgets need not lie on whole pixels where the scale factor is a fraction.
+    const QTransform toDevice = painter.deviceTransform();
+    const QPointF corner = toDevice.map(middle - QPointF(size, size) / 2);
+    painter.drawImage(toDevice.inverted().map(QPointF(corner.toPoint())), *image);
 }
 
 } // namespace tidewell

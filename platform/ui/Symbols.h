@@ -1,10 +1,14 @@
 #pragma once
 
 #include <QImage>
+#include <QPointF>
 
 #include <cstdint>
 #include <optional>
 #include <string_view>
+
+class QColor;
+class QPainter;
 
 namespace tidewell {
 
@@ -14,6 +18,10 @@ namespace tidewell {
 ///   "circle.dotted"             a ring of dots
 ///   "circle.fill"               a disc
 ///   "exclamationmark.triangle"  the warning sign
+///   "gear"                      settings
+///   "hare", "tortoise"          fast and slow
+///   "info.circle"               an i in a ring
+///   "power"                     the sign on switches
 
 /// Whether there is a picture of that name.
 bool hasSymbol(std::string_view name);
@@ -24,5 +32,10 @@ bool hasSymbol(std::string_view name);
 /// Main thread.
 std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
                                   double devicePixelRatio);
+
+/// Draws the picture into a square of `size` points around `middle`, on whole pixels of the
+/// painter's device. An unknown name draws nothing.
+void drawSymbol(QPainter& painter, std::string_view name, const QColor& colour, QPointF middle,
+                int size);
 
 } // namespace tidewell

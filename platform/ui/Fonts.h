@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QFont>
+
+namespace tidewell {
+
+/// The sizes of text in the windows.
+enum class TextStyle {
+    title,    ///< 20 points, medium: the program's name
+    headline, ///< 12, semibold: titles of boxes
+    body,     ///< 12
+    callout,  ///< 11: rows of figures, values of gauges
+    footnote, ///< 10
+};
+
+/// `base` in the size and weight of a style. Sizes are points of the layout, whatever the desktop
+/// takes for its own texts, so that windows of fixed sizes keep their proportions. The family stays
+/// that of `base`; without one, the font follows the family of the widget that it is given to.
+QFont textFont(TextStyle style, QFont base = {});
+
+} // namespace tidewell

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+namespace tidewell {
+
+/// Where `value` lies between the two ends, 0 to 1: values outside lie at the nearer end. An empty,
+/// reversed or infinite range and a value that is not a number give 0. Pure.
+double gaugeFraction(double value, double minimum, double maximum);
+
+/// What the gauges have in common: assistive technology reads one as a progress bar that cannot be
+/// set, with the widget's accessible name, its value and the value's text as its description.
+/// Main thread.
+class Gauge : public QWidget {
+public:
+    struct Reading {
+        double value;
+        double minimum;
+        double maximum;
+        QString text; ///< the value as the user reads it
+        bool operator==(const Reading&) const = default;
+    };
+    virtual Reading reading() const = 0;
+
+protected:
+    explicit Gauge(QWidget* parent);
+
+    /// To be called after the content changed, with what `reading` gave before.
+    void contentChanged(const Reading& before);
+};
+
+} // namespace tidewell

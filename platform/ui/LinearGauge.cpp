@@ -1,0 +1,93 @@
+#include "platform/ui/LinearGauge.h"
+
+#include "platform/ui/Fonts.h"
+#include "platform/ui/Palette.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tidewell {
+
+namespace {
+
+constexpr double trackHeight = 7;
+constexpr double gap = 10;          // between the track and the texts of its ends
+constexpr double lineDistance = 16; // from the track's middle to that of the value's text
+
+} // namespace
+
+LinearGauge::LinearGauge(QWidget* parent)
+    : Gauge(parent) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void LinearGauge::setContent(LinearGaugeContent content) {
+    if (content == content_) {
+        return;
+    }
+    const Reading before = reading();
+    content_ = std::move(content);
+    contentChanged(before);
+}
+
+Gauge::Reading LinearGauge::reading() const {
+    return {content_.value, content_.minimum, content_.maximum, content_.text};
+}
+
+QSize LinearGauge::sizeHint() const {
+    return {200, 36};
+}
+
+QSize LinearGauge::minimumSizeHint() const {
+    return {80, 32};
+}
+
+void LinearGauge::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const QRectF whole(rect());
+    const double trackMiddle = whole.center().y() - lineDistance / 2;
+    const auto mirrored = [&](const QRectF& place) {
+        return isMirrored
+                   ? QRectF(whole.right() - place.right(), place.y(), place.width(), place.height())
+                   : place;
+    };
+
+    painter.setFont(textFont(TextStyle::footnote, font()));
+    painter.setPen(toQColor(colours::secondaryText, appearanceOf(palette())));
+    const QFontMetricsF endMetrics(painter.font());
+    const double minimumWidth = endMetrics.horizontalAdvance(content_.minimumText);
+    const double maximumWidth = endMetrics.horizontalAdvance(content_.maximumText);
+    const double endHeight = endMetrics.height();
+    const double endTop = trackMiddle - endHeight / 2;
+    painter.drawText(mirrored({0, endTop, minimumWidth, endHeight}), Qt::AlignCenter,
+                     content_.minimumText);
+    painter.drawText(mirrored({whole.width() - maximumWidth, endTop, maximumWidth, endHeight}),
+                     Qt::AlignCenter, content_.maximumText);
+
+    const double start = minimumWidth > 0 ? minimumWidth + gap : 0;
+    const double end = whole.width() - (maximumWidth > 0 ? maximumWidth + gap : 0);
+    const double trackTop = trackMiddle - trackHeight / 2;
+    const QRectF track(start, trackTop, std::max(end - start, trackHeight), trackHeight);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(withOpacity(palette().color(foregroundRole()), 0.12));
+    painter.drawRoundedRect(mirrored(track), trackHeight / 2, trackHeight / 2);
+    const double fraction = gaugeFraction(content_.value, content_.minimum, content_.maximum);
+    if (fraction > 0) { // however little it is, its ends stay round
+        QRectF filled = track;
+        filled.setWidth(std::max(fraction * track.width(), trackHeight));
+        painter.setBrush(toQColor(content_.tint, appearanceOf(palette())));
+        painter.drawRoundedRect(mirrored(filled), trackHeight / 2, trackHeight / 2);
+    }
+
+    painter.setFont(textFont(TextStyle::callout, font()));
+    painter.setPen(palette().color(foregroundRole()));
+    const double valueHeight = QFontMetricsF(painter.font()).height();
+    painter.drawText(
+        QRectF(0, trackMiddle + lineDistance - valueHeight / 2, whole.width(), valueHeight),
+        Qt::AlignCenter, content_.text);
+}
+
+} // namespace tidewell

@@ -1,0 +1,129 @@
+#include "platform/ui/RoundGauge.h"
+
+#include "platform/ui/Fonts.h"
+#include "platform/ui/Palette.h"
+
+#include <QConicalGradient>
+#include <QPainter>
+
+#include <cmath>
+#include <numbers>
+
+namespace tidewell {
+
+namespace {
+
+// Points of the layout: the measures of a small gauge, scaled by 1.2.
+constexpr double diameter = 69.6;
+constexpr double stroke = 7.2;
+constexpr double arcRadius = (diameter - stroke) / 2;
+constexpr double markerRadius = 4.3;
+constexpr double markerRing = 6.8;
+constexpr double valueTextSize = 17;
+constexpr double valueTextWidth = 46;    // of the 55 within the arc
+constexpr double endTextDistance = 14.5; // of the texts' middles from the gauge's
+constexpr double endTextBaseline = 35;   // below the gauge's middle
+constexpr QSize gaugeSize(72, 72);
+
+// Degrees counterclockwise from the right, as the toolkit counts.
+constexpr double startAngle = 225;
+constexpr double span = -270;
+
+QPointF onArc(QPointF middle, double fraction) {
+    const double angle = (startAngle + fraction * span) * std::numbers::pi / 180;
+    return middle + arcRadius * QPointF(std::cos(angle), -std::sin(angle));
+}
+
+QBrush alongArc(QPointF middle, const std::vector<Colour>& colours, Appearance appearance) {
+    if (colours.empty()) {
+        return toQColor(colours::lightGray, appearance);
+    }
+    // The toolkit's gradient runs counterclockwise once round, here from the middle of the gap.
+    QConicalGradient gradient(middle, -90);
+    const double start = (startAngle + 90) / 360;
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+        const double fraction =
+            colours.size() == 1 ? 0
+                                : static_cast<double>(i) / static_cast<double>(colours.size() - 1);
+        gradient.setColorAt(start + fraction * span / 360, toQColor(colours[i], appearance));
+    }
+    return gradient;
+}
+
+void drawCentred(QPainter& painter, QPointF baselineMiddle, const QString& text, QColor colour) {
+    const double width = QFontMetricsF(painter.font()).horizontalAdvance(text);
+    painter.setPen(colour);
+    painter.drawText(baselineMiddle - QPointF(width / 2, 0), text);
+}
+
+} // namespace
+
+RoundGauge::RoundGauge(QWidget* parent)
+    : Gauge(parent) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void RoundGauge::setContent(RoundGaugeContent content) {
+    if (content == content_) {
+        return;
+    }
+    const Reading before = reading();
+    content_ = std::move(content);
+    contentChanged(before);
+}
+
+Gauge::Reading RoundGauge::reading() const {
+    return {content_.value, content_.minimum, content_.maximum, content_.text};
+}
+
+QSize RoundGauge::sizeHint() const {
+    return gaugeSize;
+}
+
+void RoundGauge::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Appearance appearance = appearanceOf(palette());
+    const QPointF middle(width() / 2.0, (height() - gaugeSize.height()) / 2.0 + diameter / 2);
+    const auto textColour = [appearance](Colour colour) {
+        return toQColor(textVariant(colour), appearance);
+    };
+
+    const QRectF circle(middle - QPointF(arcRadius, arcRadius), QSizeF(2, 2) * arcRadius);
+    painter.setPen(
+        QPen(alongArc(middle, content_.gradient, appearance), stroke, Qt::SolidLine, Qt::RoundCap));
+    painter.drawArc(circle, static_cast<int>(startAngle * 16), static_cast<int>(span * 16));
+
+    const QPointF marker =
+        onArc(middle, gaugeFraction(content_.value, content_.minimum, content_.maximum));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette().color(backgroundRole()));
+    painter.drawEllipse(marker, markerRing, markerRing);
+    painter.setBrush(palette().color(foregroundRole()));
+    painter.drawEllipse(marker, markerRadius, markerRadius);
+
+    QFont valueFont = font();
+    valueFont.setPixelSize(static_cast<int>(valueTextSize));
+    valueFont.setWeight(QFont::DemiBold);
+    const QFontMetricsF natural(valueFont);
+    const double textWidth = natural.horizontalAdvance(content_.text);
+    painter.setFont(valueFont);
+    painter.save();
+    painter.translate(middle);
+    if (textWidth > valueTextWidth) { // digits of a wide font are drawn smaller rather than cut
+        painter.scale(valueTextWidth / textWidth, valueTextWidth / textWidth);
+    }
+    drawCentred(painter, {0, natural.capHeight() / 2}, content_.text,
+                textColour(content_.textColour));
+    painter.restore();
+
+    QFont endFont = textFont(TextStyle::footnote, font());
+    endFont.setWeight(QFont::DemiBold);
+    painter.setFont(endFont);
+    drawCentred(painter, middle + QPointF(-endTextDistance, endTextBaseline), content_.minimumText,
+                textColour(content_.minimumTextColour));
+    drawCentred(painter, middle + QPointF(endTextDistance, endTextBaseline), content_.maximumText,
+                textColour(content_.maximumTextColour));
+}
+
+} // namespace tidewell

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/foundation/Colour.h"
+#include "platform/ui/Gauge.h"
+
+#include <vector>
+
+namespace tidewell {
+
+/// What a round gauge shows. Texts take the text variants of their colours.
+struct RoundGaugeContent {
+    double value = 0;
+    double minimum = 0;
+    double maximum = 100;
+    QString text;
+    Colour textColour = colours::primary;
+    QString minimumText;
+    QString maximumText;
+    Colour minimumTextColour = colours::primary;
+    Colour maximumTextColour = colours::primary;
+    std::vector<Colour> gradient; ///< along the arc, the first at the minimum; none: grey
+    bool operator==(const RoundGaugeContent&) const = default;
+};
+
+/// An arc that is open at the bottom, in the colours of a gradient along it, with a marker at the
+/// value, the value's text in the middle and the texts of the ends below them. Values outside the
+/// range stand at its nearer end.
+///
+/// It turns clockwise in right-to-left layouts, too, as clocks and dials do there.
+class RoundGauge final : public Gauge {
+public:
+    explicit RoundGauge(QWidget* parent = nullptr);
+
+    const RoundGaugeContent& content() const { return content_; }
+    /// Draws anew only what differs from what is shown.
+    void setContent(RoundGaugeContent content);
+
+    Reading reading() const override;
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    RoundGaugeContent content_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,63 @@
+#include "platform/ui/SymbolButton.h"
+
+#include "platform/ui/Palette.h"
+#include "platform/ui/Symbols.h"
+
+#include <QPainter>
+
+namespace tidewell {
+
+namespace {
+
+constexpr double cornerRadius = 5;
+constexpr double ringWidth = 2;
+
+} // namespace
+
+SymbolButton::SymbolButton(std::string_view symbol, const QString& name, int symbolSize,
+                           QWidget* parent)
+    : QAbstractButton(parent)
+    , symbol_(symbol)
+    , symbolSize_(symbolSize) {
+    setAccessibleName(name);
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize SymbolButton::sizeHint() const {
+    return {symbolSize_ + 6, symbolSize_ + 4};
+}
+
+void SymbolButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Appearance appearance = appearanceOf(palette());
+    const QColor text = palette().color(QPalette::Active, QPalette::ButtonText);
+    const QRectF ground =
+        QRectF(rect()).adjusted(ringWidth / 2, ringWidth / 2, -ringWidth / 2, -ringWidth / 2);
+    if (isEnabled() && (isDown() || underMouse())) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(withOpacity(text, isDown() ? 0.16 : 0.08));
+        painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+    }
+    if (hasFocus()) {
+        painter.setPen(QPen(toQColor(colours::accent, appearance), ringWidth));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+    }
+    painter.setOpacity(isEnabled() ? 1 : 0.4);
+    const QColor colour = isDown() ? text : toQColor(colours::secondaryText, appearance);
+    drawSymbol(painter, symbol_, colour, QRectF(rect()).center(), symbolSize_);
+}
+
+void SymbolButton::enterEvent(QEnterEvent* event) {
+    update();
+    QAbstractButton::enterEvent(event);
+}
+
+void SymbolButton::leaveEvent(QEvent* event) {
+    update();
+    QAbstractButton::leaveEvent(event);
+}
+
+} // namespace tidewell

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QAbstractButton>
+
+#include <string_view>
+
+namespace tidewell {
+
+/// A button that shows nothing but its symbol, on a soft ground while the pointer is over it or
+/// while it is pressed, and with a ring while it has the keyboard's focus, which a click does not
+/// give it. Main thread.
+class SymbolButton final : public QAbstractButton {
+public:
+    /// `symbol` is a name that `hasSymbol` knows; `name` is what assistive technology says. The
+    /// symbol is drawn in a square of `symbolSize` points.
+    SymbolButton(std::string_view symbol, const QString& name, int symbolSize = 20,
+                 QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    std::string symbol_;
+    int symbolSize_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QVBoxLayout;
+
+namespace tidewell {
+
+/// A box with soft corners around a widget and a title above it: 20 points for the title, the rest
+/// for the box. Assistive technology reads it as a group of that name. Main thread.
+class TitledBox final : public QWidget {
+public:
+    static constexpr int titleHeight = 20;
+
+    /// The box takes the content over and gives it the colours of its inside.
+    TitledBox(const QString& title, QWidget* content, QWidget* parent = nullptr);
+
+    void setTitle(const QString& title);
+
+    /// Points between the box's line and its content, 4 at every side at first.
+    void setContentMargins(QMargins margins);
+
+    /// `hovered(true)` when the pointer comes over the box, its title included, and
+    /// `hovered(false)` when it leaves or the box is hidden. Content does not come between.
+    void onHover(std::function<void(bool)> hovered);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void setHovered(bool isHovered);
+
+    QLabel* title_;
+    QVBoxLayout* inside_;
+    std::function<void(bool)> hovered_;
+    bool isHovered_ = false;
+};
+
+} // namespace tidewell
