@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/SPUUpdater.h"
 #include "platform/foundation/UserDefaults.h"
 
 #include <concepts>
@@ -20,14 +21,20 @@ struct StoredPreference {
     T viewDefault;
 };
 
-/// Blobs give their default as text, which unlike a vector can be a constant.
+/// Blobs and texts give their default as text, which unlike a vector can be a constant.
 template <>
 struct StoredPreference<Data> {
     std::string_view key;
     std::string_view viewDefault;
 };
+template <>
+struct StoredPreference<std::string> {
+    std::string_view key;
+    std::string_view viewDefault;
+};
 
-/// Every key that the program stores. Those of its own begin with an underscore.
+/// Every key that the program stores. Those of its own begin with an underscore; the others are
+/// the updater's, which reads and writes them itself.
 namespace preferences {
 inline constexpr StoredPreference<bool> startAtLogin{"_startAtLogin", false};
 inline constexpr StoredPreference<bool> confimQuitOnExit{"_confimQuitOnExit", true};
@@ -37,8 +44,17 @@ inline constexpr StoredPreference<double> pollingInterval{"_pollingInterval", 5.
 inline constexpr StoredPreference<Data> auxiliaryWindowPos{"_auxiliaryWindowPos", "[0,0]"};
 /// The history of samples, as the JSON document of a `DataContainer`. No view shows it.
 inline constexpr StoredPreference<Data> dataContainer{"_dataContainer", ""};
-/// The updater's own record of whether it checks by itself.
-inline constexpr StoredPreference<bool> enableAutomaticChecks{"SUEnableAutomaticChecks", false};
+/// Whether the updater checks by itself.
+inline constexpr StoredPreference<bool> enableAutomaticChecks{updaterKeys::enableAutomaticChecks,
+                                                              false};
+/// Whether the updater fetches a new version before the user wants to install it.
+inline constexpr StoredPreference<bool> automaticallyUpdate{updaterKeys::automaticallyUpdate,
+                                                            false};
+/// Seconds between two silent checks.
+inline constexpr StoredPreference<double> scheduledCheckInterval{
+    updaterKeys::scheduledCheckInterval, 86400.0};
+/// The version that the user does not want to hear of any more.
+inline constexpr StoredPreference<std::string> skippedVersion{updaterKeys::skippedVersion, ""};
 } // namespace preferences
 
 /// What is stored; 0, false or empty when it was never written or is of another type.

@@ -32,7 +32,7 @@ LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,
     return {name, true};
 }
 
-BarLabelView::BarLabelView(UpdateModel* sparkleModel, MemoryWatcher& memoryWatcher,
+BarLabelView::BarLabelView(SparkleModel* sparkleModel, MemoryWatcher& memoryWatcher,
                            Colour warningColor, Executor& mainThread, StatusItem& statusItem)
     : sparkleModel_(sparkleModel)
     , memoryWatcher_(memoryWatcher)

@@ -3,7 +3,7 @@
 #include "core/MemoryWatcher.h"
 #include "platform/linux/StatusItem.h"
 #include "platform/runtime/Executor.h"
-#include "services/UpdateModel.h"
+#include "services/SparkleModel.h"
 
 #include <functional>
 #include <string_view>
@@ -37,7 +37,7 @@ class BarLabelView final {
 public:
     /// `sparkleModel` may be null: then there are no updates. `warningColor` is what the symbol
     /// is drawn in until the warning level changes for the first time. All must outlive the view.
-    BarLabelView(UpdateModel* sparkleModel, MemoryWatcher& memoryWatcher, Colour warningColor,
+    BarLabelView(SparkleModel* sparkleModel, MemoryWatcher& memoryWatcher, Colour warningColor,
                  Executor& mainThread, StatusItem& statusItem);
 
     /// Shows the label, follows the models from now on, and has updates checked for.
@@ -49,7 +49,7 @@ private:
     void markDirty();
     void draw();
 
-    UpdateModel* sparkleModel_;
+    SparkleModel* sparkleModel_;
     MemoryWatcher& memoryWatcher_;
     Colour warningColor_;
     Executor& mainThread_;

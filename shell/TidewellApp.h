@@ -5,7 +5,7 @@
 #include "platform/linux/DesktopAppearance.h"
 #include "platform/linux/StatusItem.h"
 #include "services/NotificationManager.h"
-#include "services/UpdateModel.h"
+#include "services/SparkleModel.h"
 #include "shell/BarLabelView.h"
 #include "shell/HistorySaving.h"
 #include "shell/PanelWindow.h"

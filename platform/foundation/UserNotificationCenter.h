@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/PlatformError.h"
+
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -7,11 +9,6 @@
 #include <variant>
 
 namespace tidewell {
-
-/// Why the platform could not do something, in words for the log.
-struct PlatformError {
-    std::string description;
-};
 
 /// What a program may ask to be allowed.
 enum class AuthorizationOptions : unsigned { badge = 1, sound = 2, alert = 4 };

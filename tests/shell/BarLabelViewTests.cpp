@@ -2,6 +2,7 @@
 #include "support/ByteText.h"
 #include "support/LevelColours.h"
 #include "tests/fakes/FakeProbes.h"
+#include "tests/fakes/FakeUpdater.h"
 #include "tests/fakes/ManualClock.h"
 #include "tests/fakes/ManualExecutor.h"
 #include "tests/fakes/MemoryUserDefaults.h"
@@ -38,14 +39,6 @@ struct FakeStatusItem final : public StatusItem {
     std::vector<StatusItemContent> shown;
 };
 
-struct FakeUpdateModel final : public UpdateModel {
-    bool isUpdateAvailable() const override { return isAvailable.get(); }
-    void scheduleUpdateChecks() override { ++checks; }
-
-    int checks = 0;
-    Published<bool> isAvailable{*this};
-};
-
 class BarLabelViewTest : public testing::Test {
 protected:
     /// Lets the watcher find that much swap in use; 16 GB of memory make 1 GB low and 19 GB high.
@@ -72,7 +65,10 @@ protected:
         MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
                                    [] { return 0.0; }},
         nullptr);
-    FakeUpdateModel updates;
+    std::shared_ptr<FakeUpdater> updater;
+    SparkleModel updates{{defaults, mainThread, clock, log, [this](SPUUpdaterDelegate& delegate) {
+                              return updater = std::make_shared<FakeUpdater>(delegate);
+                          }}};
     FakeStatusItem item;
     std::optional<BarLabelView> label{std::in_place,    &updates,   *watcher,
                                       colours::primary, mainThread, item};
@@ -97,16 +93,16 @@ TEST_F(BarLabelViewTest, StartsInTheTextColourAndShowsTheUpdateMarkInIt) {
     spawn(mainThread, watcher->startPeriodicTask());
     mainThread.drain();
     useSwap(gigabyte);
-    EXPECT_EQ(updates.checks, 0);
+    EXPECT_EQ(updater->silentChecks, 0);
     label->appear();
-    EXPECT_EQ(updates.checks, 1);
+    EXPECT_EQ(updater->silentChecks, 1);
     EXPECT_EQ(takeShown().back(), content("circle.fill", colours::primary, gigabyte))
         << "the level was there before";
     useSwap(19 * gigabyte);
-    updates.isAvailable = true;
+    updater->find("2.0");
     EXPECT_EQ(takeShown().back(),
               content("exclamationmark.triangle", colours::primary, 19 * gigabyte));
-    updates.isAvailable = false;
+    updater->findNothing();
     EXPECT_EQ(takeShown().back(), content("circle.fill", colours::systemRed, 19 * gigabyte));
 }
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/foundation/SPUUpdater.h"
+#include "platform/observable/ObserverList.h"
+
+#include <string>
+
+namespace tidewell {
+
+/// An updater that counts what it is asked for; the test answers in its place.
+class FakeUpdater final : public SPUUpdater {
+public:
+    explicit FakeUpdater(SPUUpdaterDelegate& delegate)
+        : delegate_(delegate) {}
+
+    std::optional<PlatformError> startUpdater() override {
+        ++starts;
+        if (!startError) {
+            setCanCheck(true);
+        }
+        return startError;
+    }
+    bool canCheckForUpdates() const override { return canCheck_; }
+    Subscription observeCanCheckForUpdates(std::function<void(bool)> observer) override {
+        observer(canCheck_);
+        return observers_.add(std::move(observer));
+    }
+    bool automaticallyChecksForUpdates() const override { return checks; }
+    void setAutomaticallyChecksForUpdates(bool automatically) override { checks = automatically; }
+    bool automaticallyDownloadsUpdates() const override { return downloads; }
+    void setAutomaticallyDownloadsUpdates(bool automatically) override {
+        downloads = automatically;
+    }
+    double updateCheckInterval() const override { return interval; }
+    void setUpdateCheckInterval(double seconds) override { interval = seconds; }
+    void checkForUpdates() override { ++userChecks; }
+    void checkForUpdateInformation() override { ++silentChecks; }
+
+    void setCanCheck(bool canCheck) {
+        canCheck_ = canCheck;
+        observers_.tell(canCheck);
+    }
+    void find(const std::string& version) { delegate_.updaterDidFindValidUpdate(*this, {version}); }
+    void findNothing() { delegate_.updaterDidNotFindUpdate(*this); }
+
+    std::optional<PlatformError> startError;
+    bool checks = false;
+    bool downloads = false;
+    double interval = 3600;
+    int starts = 0;
+    int userChecks = 0;
+    int silentChecks = 0;
+
+private:
+    SPUUpdaterDelegate& delegate_;
+    bool canCheck_ = false;
+    ObserverList<bool> observers_;
+};
+
+} // namespace tidewell
