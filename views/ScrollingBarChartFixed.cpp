@@ -1,0 +1,138 @@
+#include "views/ScrollingBarChartFixed.h"
+
+#include "platform/ui/Fonts.h"
+#include "platform/ui/Palette.h"
+#include "support/LevelColours.h"
+#include "support/TimeOfDay.h"
+#include "views/DevicePixels.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <ranges>
+
+namespace tidewell {
+
+ScrollingBarChartFixed::ScrollingBarChartFixed(double fixedHeight,
+                                               std::vector<MemoryPressureItem> memoryPressureArray,
+                                               double barWidth, double spacing,
+                                               MemoryPressureItem hoverValue)
+    : fixedHeight_(fixedHeight)
+    , memoryPressureArray_(std::move(memoryPressureArray))
+    , barWidth_(barWidth)
+    , spacing_(spacing)
+    , hoverValue_(hoverValue) {
+    setAccessibleName(tr("Memory Pressure"));
+    setFixedHeight(static_cast<int>(std::ceil(fixedHeight)));
+}
+
+void ScrollingBarChartFixed::setData(const std::vector<MemoryPressureItem>& memoryPressureArray) {
+    if (memoryPressureArray_ == memoryPressureArray) {
+        return;
+    }
+    memoryPressureArray_ = memoryPressureArray;
+    samplesChanged();
+}
+
+QString ScrollingBarChartFixed::newestSampleText() const {
+    if (memoryPressureArray_.empty()) {
+        return tr("No samples yet");
+    }
+    const auto& [value, timestamp] = memoryPressureArray_.back();
+    return tr("%1% at %2")
+        .arg(QString::number(value), QString::fromStdString(timeOfDayString(timestamp)));
+}
+
+BarStrip ScrollingBarChartFixed::strip() const {
+    return {.width = static_cast<double>(width()),
+            .barWidth = barWidth_,
+            .spacing = spacing_,
+            .count = memoryPressureArray_.size()};
+}
+
+void ScrollingBarChartFixed::rebuild() {
+    const auto earlier = std::exchange(bars_, {});
+    const auto known = [&earlier](const MemoryPressureItem& item) {
+        // Most samples are a little further on than they were: from the end, they are found soon.
+        const auto reversed = std::views::reverse(earlier);
+        const auto found =
+            std::ranges::find(reversed, item, &VerticalBarWithExtension::memoryPressureItem);
+        return found == reversed.end() ? nullptr : &*found;
+    };
+    bool isHoverKept = false;
+    for (const auto& item : memoryPressureArray_) {
+        auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth_,
+                                                                .barHeight = fixedHeight_,
+                                                                .memoryPressureItem = item,
+                                                                .fill = pressureColour(item.value),
+                                                                .hoverValue = &hoverValue_});
+        if (const auto* const same = known(item)) {
+            bar.hovered = same->hovered;
+            isHoverKept = isHoverKept || same->hovered;
+        } else {
+            bar.appear();
+        }
+    }
+    if (!isHoverKept && std::ranges::any_of(earlier, &VerticalBarWithExtension::hovered)) {
+        hoverValue_ = noHover; // its bar went from under the pointer
+    }
+}
+
+void ScrollingBarChartFixed::dropBars() {
+    bars_.clear();
+}
+
+std::optional<std::size_t> ScrollingBarChartFixed::barAt(QPointF position) const {
+    const auto index = strip().barAt(position.x());
+    const bool isInside =
+        index && position.y() < fixedHeight_ &&
+        position.y() >= fixedHeight_ - pressureBarHeight(bars_.at(*index).memoryPressureItem.value);
+    return isInside ? index : std::nullopt;
+}
+
+std::optional<std::size_t> ScrollingBarChartFixed::hoveredBar() const {
+    const auto bar = std::ranges::find_if(bars_, &VerticalBarWithExtension::hovered);
+    return bar == bars_.end() ? std::nullopt
+                              : std::optional(static_cast<std::size_t>(bar - bars_.begin()));
+}
+
+void ScrollingBarChartFixed::hover(std::size_t bar, bool inside) {
+    bars_.at(bar).hover(inside);
+}
+
+void ScrollingBarChartFixed::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    const BarStrip place = strip();
+    for (std::size_t index = place.firstVisible(); index < bars_.size(); ++index) {
+        const double left = place.left(index);
+        if (left <= event->rect().right() + 1 && left + barWidth_ >= event->rect().left()) {
+            bars_[index].paint(painter, {left, fixedHeight_}, appearanceOf(palette()));
+        }
+    }
+    if (hoverValue_.value >= 0) {
+        paintReadOut(painter);
+    }
+}
+
+void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
+    constexpr double padding = 2;
+    constexpr double radius = 3;
+    const Appearance appearance = appearanceOf(palette());
+    painter.setFont(textFont(TextStyle::footnote, font()));
+    const QString text = QString::fromStdString(timeOfDayString(hoverValue_.timestamp)) +
+                         QChar::LineFeed + QString::number(hoverValue_.value) + u'%';
+    const QRectF area(0, padding, width(), fixedHeight_);
+    const QRectF lines = painter.boundingRect(area, Qt::AlignHCenter | Qt::AlignTop, text);
+    const QRectF frame = lines.adjusted(-padding, -padding, padding, padding);
+
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(toQColor(colours::window, appearance));
+    painter.drawRoundedRect(onDevicePixels(painter, frame), radius, radius);
+    painter.setPen(toQColor(colours::primary, appearance));
+    painter.drawText(lines, Qt::AlignHCenter | Qt::AlignTop, text);
+}
+
+} // namespace tidewell
