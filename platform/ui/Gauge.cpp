@@ -63,9 +63,6 @@ Gauge::Gauge(QWidget* parent)
 
 void Gauge::contentChanged(const Reading& before) {
     update();
-    if (!QAccessible::isActive()) {
-        return;
-    }
     const Reading now = reading();
     if (now.value != before.value || now.minimum != before.minimum ||
         now.maximum != before.maximum) {

@@ -46,6 +46,7 @@ QSize LinearGauge::minimumSizeHint() const {
 void LinearGauge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     const QRectF whole(rect());
     const double trackMiddle = whole.center().y() - lineDistance / 2;

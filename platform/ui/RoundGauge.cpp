@@ -83,6 +83,7 @@ QSize RoundGauge::sizeHint() const {
 void RoundGauge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     const Appearance appearance = appearanceOf(palette());
     const QPointF middle(width() / 2.0, (height() - gaugeSize.height()) / 2.0 + diameter / 2);
     const auto textColour = [appearance](Colour colour) {

@@ -3,7 +3,10 @@
 #include "platform/ui/Palette.h"
 #include "platform/ui/Symbols.h"
 
+#include <QFocusEvent>
 #include <QPainter>
+
+#include <utility>
 
 namespace tidewell {
 
@@ -40,7 +43,7 @@ void SymbolButton::paintEvent(QPaintEvent*) {
         painter.setBrush(withOpacity(text, isDown() ? 0.16 : 0.08));
         painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
     }
-    if (hasFocus()) {
+    if (hasFocus() && showsRing_) {
         painter.setPen(QPen(toQColor(colours::accent, appearance), ringWidth));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
@@ -58,6 +61,33 @@ void SymbolButton::enterEvent(QEnterEvent* event) {
 void SymbolButton::leaveEvent(QEvent* event) {
     update();
     QAbstractButton::leaveEvent(event);
+}
+
+void SymbolButton::focusInEvent(QFocusEvent* event) {
+    const Qt::FocusReason reason = event->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+        reason == Qt::ShortcutFocusReason) {
+        showRing(true);
+    }
+    QAbstractButton::focusInEvent(event);
+}
+
+void SymbolButton::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::ActiveWindowFocusReason) { // else the focus comes back with it
+        showRing(false);
+    }
+    QAbstractButton::focusOutEvent(event);
+}
+
+void SymbolButton::keyPressEvent(QKeyEvent* event) {
+    showRing(true);
+    QAbstractButton::keyPressEvent(event);
+}
+
+void SymbolButton::showRing(bool show) {
+    if (std::exchange(showsRing_, show) != show) {
+        update();
+    }
 }
 
 } // namespace tidewell

@@ -169,46 +169,57 @@ double fromLimb(QPointF point, const Limb& limb) {
            (limb.startRadius + inside * (limb.endRadius - limb.startRadius));
 }
 
+/// From limbs that grow together softly where they meet.
 template <std::size_t count>
 double fromLimbs(QPointF point, const std::array<Limb, count>& limbs) {
+    constexpr double softness = 0.05;
     double nearest = fromLimb(point, limbs[0]);
     for (const Limb& limb : limbs) {
-        nearest = std::min(nearest, fromLimb(point, limb));
+        const double distance = fromLimb(point, limb);
+        const double blend = std::max(softness - std::abs(nearest - distance), 0.0);
+        nearest = std::min(nearest, distance) -
+                  (&limb == limbs.data() ? 0 : blend * blend / (4 * softness));
     }
     return nearest;
 }
 
 double fromHare(QPointF point, int pixels) {
     static constexpr std::array limbs{
-        Limb{{-0.24, 0.06}, 0.15, {0.06, 0.02}, 0.11},   // body
-        Limb{{0.06, 0.02}, 0.11, {0.26, -0.10}, 0.09},   // neck
-        Limb{{0.26, -0.10}, 0.09, {0.38, -0.04}, 0.055}, // head
-        Limb{{0.23, -0.17}, 0.035, {0.02, -0.33}, 0.045},
-        Limb{{0.27, -0.18}, 0.03, {0.13, -0.38}, 0.04},
-        Limb{{-0.28, 0.12}, 0.12, {-0.14, 0.30}, 0.04},
-        Limb{{-0.14, 0.30}, 0.04, {-0.30, 0.31}, 0.035},
-        Limb{{0.10, 0.08}, 0.06, {0.24, 0.30}, 0.035},
-        Limb{{0.04, 0.08}, 0.06, {0.06, 0.30}, 0.035},
-        Limb{{-0.40, -0.01}, 0.05, {-0.38, 0.01}, 0.05},
+        Limb{{-0.20, 0.09}, 0.18, {0.10, 0.06}, 0.12},   // body, with the haunch at its end
+        Limb{{-0.13, 0.03}, 0.18, {-0.09, 0.03}, 0.17},  // arched back
+        Limb{{0.10, 0.05}, 0.12, {0.26, -0.10}, 0.09},   // neck
+        Limb{{0.26, -0.10}, 0.10, {0.38, -0.04}, 0.06},  // head
+        Limb{{0.22, -0.16}, 0.035, {0.01, -0.36}, 0.05}, // ears
+        Limb{{0.26, -0.18}, 0.035, {0.16, -0.42}, 0.05},
+        Limb{{-0.26, 0.26}, 0.06, {-0.02, 0.31}, 0.045}, // feet
+        Limb{{0.15, 0.12}, 0.07, {0.20, 0.30}, 0.045},
+        Limb{{0.20, 0.31}, 0.045, {0.27, 0.315}, 0.04},
+        Limb{{-0.41, 0.05}, 0.055, {-0.40, 0.05}, 0.055}, // tail
     };
     const QPointF scaled = point / pixels;
-    return std::max(fromLimbs(scaled, limbs), 0.025 - length(scaled - QPointF(0.29, -0.11))) *
-           pixels;
+    const double eye = pixels < 24 ? 0 : 0.025;
+    return std::max(fromLimbs(scaled, limbs), eye - length(scaled - QPointF(0.30, -0.11))) * pixels;
 }
 
 double fromTortoise(QPointF point, int pixels) {
     static constexpr std::array limbs{
-        Limb{{0.20, 0.14}, 0.05, {0.34, -0.02}, 0.05},
-        Limb{{0.34, -0.02}, 0.08, {0.39, -0.01}, 0.065},
-        Limb{{-0.26, 0.14}, 0.06, {-0.28, 0.24}, 0.055},
-        Limb{{0.12, 0.14}, 0.06, {0.14, 0.24}, 0.055},
-        Limb{{-0.34, 0.13}, 0.04, {-0.43, 0.16}, 0.015},
+        Limb{{0.10, 0.17}, 0.06, {0.30, 0.12}, 0.07}, // neck
+        Limb{{0.30, 0.12}, 0.07, {0.37, -0.05}, 0.065},
+        Limb{{0.37, -0.06}, 0.085, {0.42, -0.03}, 0.065}, // head
+        Limb{{-0.27, 0.16}, 0.08, {-0.30, 0.24}, 0.07},   // feet
+        Limb{{0.10, 0.16}, 0.08, {0.13, 0.24}, 0.07},
     };
     const QPointF scaled = point / pixels;
-    const QPointF dome((scaled.x() + 0.07) / 0.31, (scaled.y() - 0.10) / 0.32);
-    const double shell = std::max((length(dome) - 1) * 0.31, scaled.y() - 0.11);
-    const double rim = fromLimb(scaled, {{-0.36, 0.14}, 0.025, {0.22, 0.14}, 0.025});
-    return std::min({shell, rim, fromLimbs(scaled, limbs)}) * pixels;
+    constexpr QPointF shellMiddle(-0.09, 0.10);
+    const QPointF fromShell = scaled - shellMiddle;
+    const double dome = (length({fromShell.x() / 0.36, fromShell.y() / 0.30}) - 1) * 0.33;
+    const double shell = std::max(dome, fromShell.y());
+    // A line of the ground's colour sets the shell off from what sticks out of it.
+    const double line = std::max(0.04, 1.0 / pixels);
+    const double eye = pixels < 24 ? 0 : 0.022;
+    const double body = std::max(
+        {fromLimbs(scaled, limbs), line - shell, eye - length(scaled - QPointF(0.39, -0.07))});
+    return std::min(shell, body) * pixels;
 }
 
 struct Symbol {

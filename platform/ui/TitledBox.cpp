@@ -4,8 +4,8 @@
 #include "platform/ui/Palette.h"
 
 #include <QAccessibleWidget>
-#include <QLabel>
 #include <QPainter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace tidewell {
@@ -13,6 +13,7 @@ namespace tidewell {
 namespace {
 
 constexpr double cornerRadius = 8;
+constexpr int titleInset = 2;
 
 QAccessibleInterface* makeAccessibleBox(const QString&, QObject* object) {
     auto* const box = dynamic_cast<TitledBox*>(object);
@@ -23,31 +24,24 @@ QAccessibleInterface* makeAccessibleBox(const QString&, QObject* object) {
 
 TitledBox::TitledBox(const QString& title, QWidget* content, QWidget* parent)
     : QWidget(parent)
-    , title_(new QLabel)
-    , inside_(new QVBoxLayout) {
+    , inside_(new QVBoxLayout(this)) {
     QAccessible::installFactory(makeAccessibleBox); // does nothing the second time
-    title_->setFont(textFont(TextStyle::headline));
-    title_->setFixedHeight(titleHeight);
-    title_->setContentsMargins(2, 0, 2, 1);
     content->setBackgroundRole(QPalette::Base);
     inside_->addWidget(content);
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(title_);
-    layout->addLayout(inside_, 1);
     setTitle(title);
     setContentMargins({4, 4, 4, 4});
 }
 
 void TitledBox::setTitle(const QString& title) {
-    title_->setText(title);
-    setAccessibleName(title);
+    if (title != accessibleName()) {
+        setAccessibleName(title);
+        update();
+    }
 }
 
 void TitledBox::setContentMargins(QMargins margins) {
-    inside_->setContentsMargins(margins);
+    inside_->setContentsMargins(margins + QMargins(0, titleHeight, 0, 0));
 }
 
 void TitledBox::onHover(std::function<void(bool)> hovered) {
@@ -63,6 +57,15 @@ void TitledBox::setHovered(bool isHovered) {
 void TitledBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    // Where it begins is the layout's side, not that of the title's script.
+    painter.setFont(textFont(TextStyle::headline, font()));
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+    painter.drawText(QRect(titleInset, 0, width() - 2 * titleInset, titleHeight - 1),
+                     static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) |
+                                      Qt::AlignVCenter),
+                     accessibleName());
+
     const double line = 1 / devicePixelRatioF(); // one pixel of the device
     const QRectF box = QRectF(rect())
                            .adjusted(0, titleHeight, 0, 0)

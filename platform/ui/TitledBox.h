@@ -4,7 +4,6 @@
 
 #include <functional>
 
-class QLabel;
 class QVBoxLayout;
 
 namespace tidewell {
@@ -36,7 +35,6 @@ protected:
 private:
     void setHovered(bool isHovered);
 
-    QLabel* title_;
     QVBoxLayout* inside_;
     std::function<void(bool)> hovered_;
     bool isHovered_ = false;
