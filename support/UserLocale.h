@@ -5,7 +5,7 @@
 namespace tidewell {
 
 /// What the user may have chosen a locale of its own for.
-enum class LocaleCategory { numbers, time };
+enum class LocaleCategory { numbers, time, messages };
 
 /// The name of the user's locale for `category`, as the environment gives it ("de_DE.UTF-8"):
 /// LC_ALL, else the category's own variable, else LANG, each only when it is not empty; "POSIX"

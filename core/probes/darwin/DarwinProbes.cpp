@@ -1,7 +1,7 @@
 #include "core/probes/darwin/DarwinProbes.h"
 
 #include "core/probes/darwin/FreeMemoryPercentage.h"
-#include "core/probes/darwin/Utf8.h"
+#include "support/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "core/probes/darwin/FreeMemoryPercentage.h"
 
-#include "core/probes/darwin/Utf8.h"
+#include "support/Utf8.h"
 
 #include <algorithm>
 #include <array>

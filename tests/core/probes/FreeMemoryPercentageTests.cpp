@@ -1,5 +1,5 @@
 #include "core/probes/darwin/FreeMemoryPercentage.h"
-#include "core/probes/darwin/Utf8.h"
+#include "support/Utf8.h"
 
 #include <gtest/gtest.h>
 

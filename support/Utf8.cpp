@@ -1,4 +1,4 @@
-#include "core/probes/darwin/Utf8.h"
+#include "support/Utf8.h"
 
 namespace tidewell {
 
