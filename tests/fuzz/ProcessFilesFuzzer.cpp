@@ -1,0 +1,26 @@
+#include "processes/linux/CommandLine.h"
+#include "processes/linux/ProcessFiles.h"
+#include "processes/linux/ReadableLine.h"
+#include "support/Utf8.h"
+
+#include <cstdlib>
+
+// All readers of a process's files get the same text: each finds its own way through it.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace tidewell;
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    if (const auto stat = parseProcessStat(text)) {
+        const std::string name = readableLine(stat->commandName);
+        if (!isUtf8(name) || name.find('\n') != std::string::npos) {
+            std::abort();
+        }
+    }
+    residentPages(text);
+    effectiveUser(text);
+    const auto words = commandWords(text, 32);
+    if (words.size() > 32) {
+        std::abort();
+    }
+    programOfProcess(words);
+    return 0;
+}
