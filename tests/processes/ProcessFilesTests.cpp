@@ -1,3 +1,4 @@
+#include "processes/darwin/ResidentMemory.h"
 #include "processes/linux/ApplicationUnit.h"
 #include "processes/linux/ProcessFiles.h"
 #include "processes/linux/ReadableLine.h"
@@ -71,6 +72,22 @@ TEST(ProcessFiles, FindTheApplicationOfAUnit) {
          {"", "session-2.scope", "app-.scope", "app-alone.scope", "app-@1.service", "dbus.service",
           "app-org.gnome.Terminal.slice/vte-spawn-1.scope"}) {
         EXPECT_EQ(applicationUnitOf(app + none), std::nullopt) << none;
+    }
+}
+
+TEST(DarwinResidentMemory, CountsOnlyWhereTheWholeRecordWasFilledIn) {
+    struct Host final : DarwinProcessHost {
+        int readTaskInformation(std::int32_t process, std::span<std::byte> record) override {
+            EXPECT_EQ(record.size(), 96U);
+            for (std::size_t i = 8; i < 16; ++i) {
+                EXPECT_EQ(std::exchange(record[i], std::byte{0xfe}), std::byte{0});
+            }
+            return process;
+        }
+    } host;
+    EXPECT_EQ(readResidentMemory(host, 96), 0xfefefefefefefefeU);
+    for (const int filled : {95, 97, 0, -1}) {
+        EXPECT_EQ(readResidentMemory(host, filled), std::nullopt);
     }
 }
 
