@@ -1,0 +1,113 @@
+#include "tests/fakes/ScopedEnvironment.h"
+#include "views/ShowItemList.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tidewell {
+namespace {
+
+class ShowItemListTest : public testing::Test {
+protected:
+    ShowItemListTest() {
+        list.resize(292, 205);
+        list.show();
+    }
+
+    static std::vector<DisplayContainer> rows(int count) {
+        std::vector<DisplayContainer> items;
+        for (int i = 0; i < count; ++i) {
+            items.push_back({.showItem = {.label = "row " + std::to_string(i),
+                                          .value = static_cast<std::uint64_t>(i) << 20U},
+                             .image = std::nullopt});
+        }
+        return items;
+    }
+    int maximum() const { return list.verticalScrollBar()->maximum(); }
+    int value() const { return list.verticalScrollBar()->value(); }
+    QImage picture() { return list.grab().toImage(); }
+
+    const ScopedEnvironment english{{{"LC_ALL", "en_GB.UTF-8"}}};
+    ShowItemList list;
+};
+
+TEST_F(ShowItemListTest, ScrollsWhatDoesNotFitByKeyboardAndStaysThere) {
+    list.setItems(rows(9));
+    EXPECT_EQ(maximum(), 0) << "the panel's nine figures fit";
+    list.setItems(rows(30));
+    for (const auto& [key, expected] : {std::pair{Qt::Key_End, maximum()},
+                                        {Qt::Key_Up, maximum() - 23},
+                                        {Qt::Key_Home, 0},
+                                        {Qt::Key_Down, 23},
+                                        {Qt::Key_PageDown, 23 + 205}}) {
+        QTest::keyClick(&list, key);
+        EXPECT_EQ(value(), expected) << key;
+    }
+    list.setItems(rows(31));
+    EXPECT_EQ(value(), 228) << "new rows leave it where it was";
+    list.setItems(rows(10));
+    EXPECT_EQ(value(), maximum()) << "fewer rows: as far down as there are any";
+}
+
+TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
+    for (const auto layout : {Qt::LeftToRight, Qt::RightToLeft}) {
+        list.setLayoutDirection(layout);
+        auto items = rows(1);
+        items[0].showItem.value = std::numeric_limits<std::uint64_t>::max(); // the longest there is
+        list.setItems(items);
+        const QImage unhindered = picture();
+        items[0].showItem.label = std::string(400, 'x') + "\n\u202e";
+        list.setItems(items);
+        const QImage cut = picture();
+        const QRect value(layout == Qt::LeftToRight ? 207 : 0, 0, 85, 30);
+        EXPECT_EQ(cut.copy(value), unhindered.copy(value));
+        EXPECT_NE(cut, unhindered);
+    }
+}
+
+TEST_F(ShowItemListTest, IsPaintedAgainOnlyWhenItLooksDifferent) {
+    struct Paints final : QObject {
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int take() {
+            QTest::qWait(0);
+            return std::exchange(count, 0);
+        }
+    } paints;
+    list.setItems(rows(3));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+    QTest::qWait(20); // until it has been painted for the first time
+    list.viewport()->installEventFilter(&paints);
+    list.setItems(rows(3));
+    EXPECT_EQ(paints.take(), 0) << "the same figures under new identifiers";
+    auto changed = rows(3);
+    changed[2].showItem.value = 1;
+    list.setItems(changed);
+    EXPECT_EQ(paints.take(), 1);
+}
+
+TEST_F(ShowItemListTest, IsReadAsAListOfLabelsWithByteCounts) {
+    list.setItems(rows(30));
+    auto* const spoken = QAccessible::queryAccessibleInterface(&list);
+    EXPECT_EQ(spoken->role(), QAccessible::List);
+    ASSERT_EQ(spoken->childCount(), 30);
+    QAccessibleInterface* const row = spoken->child(2);
+    EXPECT_EQ(row->role(), QAccessible::ListItem);
+    EXPECT_EQ(row->text(QAccessible::Name).toStdString(), "row 2 2 MB");
+    EXPECT_EQ(spoken->indexOfChild(row), 2);
+    EXPECT_EQ(spoken->childAt(row->rect().center().x(), row->rect().center().y()), row);
+    EXPECT_FALSE(row->state().offscreen);
+    EXPECT_TRUE(spoken->child(29)->state().offscreen);
+    list.setItems(rows(1));
+    EXPECT_FALSE(row->isValid());
+    EXPECT_EQ(spoken->child(2), nullptr);
+}
+
+} // namespace
+} // namespace tidewell
