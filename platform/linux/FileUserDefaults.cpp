@@ -1,11 +1,11 @@
 #include "platform/linux/FileUserDefaults.h"
 
+#include "platform/linux/UserFolders.h"
 #include "platform/linux/WholeFile.h"
 
 #include <QByteArray>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <stdio.h>
 #include <unistd.h>
 
@@ -147,23 +147,10 @@ std::string utcTime() {
     return {text.data(), length};
 }
 
-std::filesystem::path homeFolder() {
-    const char* home = std::getenv("HOME");
-    if (home != nullptr && *home == '/') {
-        return home;
-    }
-    const passwd* user = ::getpwuid(::getuid());
-    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
-}
-
 } // namespace
 
 std::filesystem::path defaultPreferencesFile() {
-    const char* configuration = std::getenv("XDG_CONFIG_HOME");
-    const auto folder = configuration != nullptr && *configuration == '/'
-                            ? std::filesystem::path(configuration)
-                            : homeFolder() / ".config";
-    return folder / "tidewell" / "defaults.json";
+    return configurationFolder() / "tidewell" / "defaults.json";
 }
 
 FileUserDefaults::FileUserDefaults(const std::filesystem::path& file, Log& log)

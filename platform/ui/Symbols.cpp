@@ -148,9 +148,9 @@ double fromPowerSign(QPointF point, int pixels) {
 /// middle.
 struct Limb {
     QPointF start;
-    double startRadius;
+    double startRadius = 0;
     QPointF end;
-    double endRadius;
+    double endRadius = 0;
 };
 
 double fromLimb(QPointF point, const Limb& limb) {

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/foundation/LoginItem.h"
+
+#include <filesystem>
+#include <string>
+
+namespace tidewell {
+
+/// A desktop entry in the user's autostart folder, named after the program's identifier.
+class AutostartLoginItem final : public LoginItem {
+public:
+    /// `program` is the file that is started at login; `folder` need not exist yet.
+    AutostartLoginItem(const std::filesystem::path& folder, const std::string& identifier,
+                       std::string applicationName, std::filesystem::path program);
+
+    std::optional<PlatformError> registerApplication() override;
+    std::optional<PlatformError> unregisterApplication() override;
+
+private:
+    std::filesystem::path file_;
+    std::string identifier_;
+    std::string applicationName_;
+    std::filesystem::path program_;
+};
+
+/// The folder that desktops start programs from at login, whether or not it exists.
+std::filesystem::path autostartFolder();
+
+/// The file to start this program from next time: the AppImage that it runs in, or its own.
+std::filesystem::path installedProgram();
+
+/// The desktop entry that starts `program`, which must be an absolute path without control
+/// characters: no desktop entry can name another. Pure.
+std::string autostartEntry(const std::string& identifier, const std::string& applicationName,
+                           const std::string& program);
+
+} // namespace tidewell
