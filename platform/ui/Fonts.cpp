@@ -4,6 +4,9 @@ namespace tidewell {
 
 QFont textFont(TextStyle style, QFont base) {
     switch (style) {
+    case TextStyle::largeTitle:
+        base.setPixelSize(26);
+        break;
     case TextStyle::title:
         base.setPixelSize(20);
         base.setWeight(QFont::Medium);

@@ -6,11 +6,12 @@ namespace tidewell {
 
 /// The sizes of text in the windows.
 enum class TextStyle {
-    title,    ///< 20 points, medium: the program's name
-    headline, ///< 12, semibold: titles of boxes
-    body,     ///< 12
-    callout,  ///< 11: rows of figures, values of gauges
-    footnote, ///< 10
+    largeTitle, ///< 26: the name in the about window
+    title,      ///< 20 points, medium: the program's name
+    headline,   ///< 12, semibold: titles of boxes
+    body,       ///< 12
+    callout,    ///< 11: rows of figures, values of gauges
+    footnote,   ///< 10
 };
 
 /// `base` in the size and weight of a style. Sizes are points of the layout, whatever the desktop

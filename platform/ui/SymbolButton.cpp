@@ -5,6 +5,7 @@
 
 #include <QFocusEvent>
 #include <QPainter>
+#include <QVariantAnimation>
 
 #include <utility>
 
@@ -50,7 +51,8 @@ void SymbolButton::paintEvent(QPaintEvent*) {
     }
     painter.setOpacity(isEnabled() ? 1 : 0.4);
     const QColor colour = isDown() ? text : toQColor(colours::secondaryText, appearance);
-    drawSymbol(painter, symbol_, colour, QRectF(rect()).center(), symbolSize_);
+    drawSymbol(painter, symbol_, colour, QRectF(rect()).center() - QPointF(0, height_),
+               symbolSize_);
 }
 
 void SymbolButton::enterEvent(QEnterEvent* event) {
@@ -82,6 +84,28 @@ void SymbolButton::focusOutEvent(QFocusEvent* event) {
 void SymbolButton::keyPressEvent(QKeyEvent* event) {
     showRing(true);
     QAbstractButton::keyPressEvent(event);
+}
+
+void SymbolButton::bounce() {
+    if (jump_ == nullptr) {
+        jump_ = new QVariantAnimation(this);
+        jump_->setDuration(400);
+        jump_->setStartValue(0.0);
+        jump_->setKeyValueAt(0.3, 4.0);
+        jump_->setKeyValueAt(0.6, 0.0);
+        jump_->setKeyValueAt(0.8, 1.0);
+        jump_->setEndValue(0.0);
+        connect(jump_, &QVariantAnimation::valueChanged, this,
+                [this](const QVariant& height) { setHeight(height.toDouble()); });
+    }
+    jump_->stop();
+    jump_->start();
+}
+
+void SymbolButton::setHeight(double height) {
+    if (std::exchange(height_, height) != height) {
+        update();
+    }
 }
 
 void SymbolButton::showRing(bool show) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+class QVariantAnimation;
+
 namespace tidewell {
 
 /// A button that shows nothing but its symbol, on a soft ground while the pointer is over it or
@@ -19,6 +21,9 @@ public:
 
     QSize sizeHint() const override;
 
+    /// Lets the symbol jump up once.
+    void bounce();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
@@ -29,10 +34,13 @@ protected:
 
 private:
     void showRing(bool show);
+    void setHeight(double height);
 
     std::string symbol_;
     int symbolSize_;
     bool showsRing_ = false;
+    double height_ = 0;                 ///< points that the symbol jumps above its place just now
+    QVariantAnimation* jump_ = nullptr; ///< made for the first one; owned by the button
 };
 
 } // namespace tidewell

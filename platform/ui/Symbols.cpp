@@ -144,6 +144,23 @@ double fromPowerSign(QPointF point, int pixels) {
     return std::min(arc, fromBar(point, -radius - stroke, -radius * 0.1, width));
 }
 
+double fromWaves(QPointF point, int pixels) {
+    const double stroke = lineWidth(pixels) * 1.2;
+    const double halfWidth = outerRadius(pixels);
+    const double height = pixels / 16.0;
+    const double perPixel = 3 * std::numbers::pi / (2 * halfWidth);
+    const double x = std::clamp(point.x(), -halfWidth, halfWidth);
+    const double wave = height * std::cos(x * perPixel);
+    const double slope = height * perPixel * std::sin(x * perPixel);
+    double nearest = pixels;
+    for (const double line : {-0.25, 0.0, 0.25}) {
+        // Across the line, not down to it.
+        const double across = (point.y() - line * pixels - wave) / std::hypot(1.0, slope);
+        nearest = std::min(nearest, length({point.x() - x, across}) - stroke / 2);
+    }
+    return nearest;
+}
+
 /// A limb: two discs and everything between their outlines. In fractions of the picture, from its
 /// middle.
 struct Limb {
@@ -237,6 +254,7 @@ constexpr std::array symbols{
     Symbol{"info.circle", fromInformationSign},
     Symbol{"power", fromPowerSign},
     Symbol{"tortoise", fromTortoise},
+    Symbol{"water.waves", fromWaves},
 };
 
 const Symbol* findSymbol(std::string_view name) {

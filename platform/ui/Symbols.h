@@ -22,6 +22,7 @@ namespace tidewell {
 ///   "hare", "tortoise"          fast and slow
 ///   "info.circle"               an i in a ring
 ///   "power"                     the sign on switches
+///   "water.waves"               three waves
 
 /// Whether there is a picture of that name.
 bool hasSymbol(std::string_view name);

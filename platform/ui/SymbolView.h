@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/foundation/Colour.h"
+
+#include <QWidget>
+
+#include <string>
+#include <string_view>
+
+namespace tidewell {
+
+/// Shows a symbol in a square of a fixed size, in a colour of the palette's appearance. Decoration:
+/// nothing to read aloud. Main thread.
+class SymbolView final : public QWidget {
+public:
+    SymbolView(std::string_view symbol, Colour colour, int size, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::string symbol_;
+    Colour colour_;
+};
+
+} // namespace tidewell
