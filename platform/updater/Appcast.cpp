@@ -1,0 +1,144 @@
+#include "platform/updater/Appcast.h"
+
+#include "platform/updater/SafeAddress.h"
+#include "platform/updater/VersionOrder.h"
+
+#include <QXmlStreamReader>
+
+namespace tidewell {
+
+namespace {
+
+constexpr std::size_t mostItems = 1000;
+constexpr qsizetype longestNotes = qsizetype{64} << 10; // characters
+
+QString ownAttribute(const QXmlStreamAttributes& attributes, QLatin1StringView name) {
+    return attributes.value(appcastNamespace, name).toString().trimmed();
+}
+
+/// Fills in what an enclosure says; false when it is not one of ours or says it wrongly.
+bool readEnclosure(const QXmlStreamAttributes& attributes, AppcastItem& item) {
+    item.version = ownAttribute(attributes, QLatin1StringView("version"));
+    item.minimumSystemVersion = ownAttribute(attributes, QLatin1StringView("minimumSystemVersion"));
+    item.architecture = ownAttribute(attributes, QLatin1StringView("architecture"));
+    item.type = attributes.value(QLatin1StringView("type")).toString().trimmed();
+    item.address =
+        QUrl(attributes.value(QLatin1StringView("url")).toString().trimmed(), QUrl::StrictMode);
+    bool isNumber = false;
+    item.length = attributes.value(QLatin1StringView("length")).toLongLong(&isNumber);
+    const auto signature =
+        readSignature(ownAttribute(attributes, QLatin1StringView("signature")).toLatin1());
+    if (signature) {
+        item.signature = *signature;
+    }
+    const auto isGivenAsVersion = [](const QString& text) {
+        return text.isEmpty() || isVersion(text.toStdString());
+    };
+    return !item.version.isEmpty() && isGivenAsVersion(item.version) &&
+           isGivenAsVersion(item.minimumSystemVersion) && isSafeAddress(item.address) && isNumber &&
+           item.length > 0 && item.length <= largestUpdate && signature;
+}
+
+/// Reads an `item` to its end; false when it offers nothing that could be installed.
+bool readItem(QXmlStreamReader& xml, AppcastItem& item) {
+    bool isOffer = false;
+    while (xml.readNextStartElement()) {
+        if (xml.namespaceUri().isEmpty() && xml.name() == QLatin1StringView("enclosure")) {
+            isOffer = readEnclosure(xml.attributes(), item);
+            xml.skipCurrentElement();
+        } else if (xml.namespaceUri().isEmpty() && xml.name() == QLatin1StringView("description")) {
+            item.notes = xml.readElementText(QXmlStreamReader::SkipChildElements)
+                             .left(longestNotes)
+                             .trimmed();
+        } else {
+            xml.skipCurrentElement();
+        }
+    }
+    return isOffer;
+}
+
+void readChannel(QXmlStreamReader& xml, std::vector<AppcastItem>& items) {
+    std::size_t count = 0;
+    while (xml.readNextStartElement()) {
+        if (!xml.namespaceUri().isEmpty() || xml.name() != QLatin1StringView("item")) {
+            xml.skipCurrentElement();
+            continue;
+        }
+        if (++count > mostItems) {
+            xml.raiseError(QStringLiteral("it has too many releases"));
+            return;
+        }
+        AppcastItem item{};
+        if (readItem(xml, item)) {
+            items.push_back(std::move(item));
+        }
+    }
+}
+
+/// Goes to the root element; a document type is refused before anything could make use of it.
+bool readRoot(QXmlStreamReader& xml) {
+    while (!xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::DTD:
+            xml.raiseError(QStringLiteral("it declares a document type"));
+            return false;
+        case QXmlStreamReader::StartElement:
+            if (xml.name() != QLatin1StringView("rss") ||
+                xml.attributes().value(QLatin1StringView("version")) != QLatin1StringView("2.0")) {
+                xml.raiseError(QStringLiteral("it is no RSS 2.0"));
+                return false;
+            }
+            return true;
+        default:
+            break;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& feed) {
+    std::vector<AppcastItem> items;
+    QXmlStreamReader xml(feed);
+    if (readRoot(xml)) {
+        while (xml.readNextStartElement()) {
+            if (xml.namespaceUri().isEmpty() && xml.name() == QLatin1StringView("channel")) {
+                readChannel(xml, items);
+            } else {
+                xml.skipCurrentElement();
+            }
+        }
+        while (!xml.atEnd()) {
+            xml.readNext(); // what follows the root has to be well-formed, too
+        }
+    }
+    if (xml.hasError()) {
+        return FeedError{
+            QStringLiteral("line %1: %2").arg(xml.lineNumber()).arg(xml.errorString())};
+    }
+    return items;
+}
+
+const AppcastItem* newestUpdate(const std::vector<AppcastItem>& items,
+                                const Installation& installation) {
+    const std::string system = installation.systemVersion.toStdString();
+    std::string newest = installation.version.toStdString();
+    const AppcastItem* update = nullptr;
+    for (const AppcastItem& item : items) {
+        const bool fitsSystem =
+            system.empty() || item.minimumSystemVersion.isEmpty() ||
+            compareVersions(item.minimumSystemVersion.toStdString(), system) <= 0;
+        const bool fitsMachine =
+            item.architecture.isEmpty() || item.architecture == installation.architecture;
+        const bool fitsInstallation = !installation.isAppImage || item.type == appImageType;
+        if (fitsSystem && fitsMachine && fitsInstallation &&
+            compareVersions(item.version.toStdString(), newest) > 0) {
+            newest = item.version.toStdString();
+            update = &item;
+        }
+    }
+    return update;
+}
+
+} // namespace tidewell

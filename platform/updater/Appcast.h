@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/updater/Signature.h"
+
+#include <QString>
+#include <QUrl>
+
+#include <variant>
+#include <vector>
+
+namespace tidewell {
+
+/// One release as a feed offers it, complete and safe to ask for.
+struct AppcastItem {
+    QString version;
+    QString notes; ///< Markdown; may be empty
+    QUrl address;
+    QString type;  ///< MIME type of the file
+    qint64 length; ///< bytes, at least 1
+    Signature signature;
+    QString minimumSystemVersion; ///< empty: any system
+    QString architecture;         ///< empty: any machine
+};
+
+/// Why a feed was refused, in words for the log.
+struct FeedError {
+    QString description;
+};
+
+/// The namespace of our own elements and attributes.
+inline constexpr auto appcastNamespace = QLatin1StringView("https://tidewell.example/ns/updates/1");
+
+/// The type of the files that a program running from an AppImage can be replaced by.
+inline constexpr auto appImageType = QLatin1StringView("application/vnd.appimage");
+
+/// No file of an update is larger, in bytes.
+inline constexpr qint64 largestUpdate = qint64{1} << 30;
+
+/// The releases of a feed as docs/updates.md describes it, in their order. Releases that lack
+/// something or say it wrongly are left out. A feed is refused as a whole that is not well-formed,
+/// declares a document type, is no RSS 2.0 or has more than 1,000 releases. Pure.
+std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& feed);
+
+/// What a release has to fit.
+struct Installation {
+    QString version;
+    QString systemVersion; ///< of the C library; empty where it is unknown: fits every release
+    QString architecture;  ///< as QSysInfo::buildCpuArchitecture() says it
+    bool isAppImage;       ///< only AppImages will do then
+};
+
+/// The newest release that is newer than the installed version and fits it, the first of several
+/// of the same version; null when there is none. Pure.
+const AppcastItem* newestUpdate(const std::vector<AppcastItem>& items,
+                                const Installation& installation);
+
+} // namespace tidewell

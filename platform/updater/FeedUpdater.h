@@ -1,0 +1,103 @@
+#pragma once
+
+#include "platform/foundation/Bundle.h"
+#include "platform/foundation/SPUUpdater.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/observable/ObserverList.h"
+#include "platform/updater/Download.h"
+#include "platform/updater/SPUStandardUserDriver.h"
+#include "support/Log.h"
+
+namespace tidewell {
+
+/// The updater of an installation that nobody else keeps up to date: reads the feed that the bundle
+/// names ("SUFeedURL") and installs nothing but files that are signed with the key that the bundle
+/// holds ("SUPublicEDKey").
+///
+/// Main thread; does not block. Whatever is under way when it is destroyed is called off.
+class FeedUpdater final : public SPUUpdater {
+public:
+    /// How the updater reaches the outside. What is referred to must outlive it.
+    struct Environment {
+        const Bundle& bundle;
+        UserDefaults& defaults;
+        Executor& mainThread;
+        Log& log;
+        FetchSettings fetching;
+        QString downloadFolder; ///< for this updater alone; made with the first download
+        QString appImage;       ///< the file that the program runs from; empty: it is none
+        QString systemVersion;  ///< of the C library; empty where it is unknown
+        QString architecture;
+        /// Has the desktop open a verified file; false when it does not know how.
+        std::function<bool(const QString& file)> open;
+        /// Ends the program and starts it anew from `appImage`.
+        std::function<void(const QString& appImage)> restart;
+    };
+
+    FeedUpdater(Environment environment, std::shared_ptr<SPUStandardUserDriver> userDriver,
+                SPUUpdaterDelegate& delegate);
+    ~FeedUpdater() override;
+
+    std::optional<PlatformError> startUpdater() override;
+
+    bool canCheckForUpdates() const override { return canCheck_; }
+    Subscription observeCanCheckForUpdates(std::function<void(bool canCheck)> observer) override;
+
+    bool automaticallyChecksForUpdates() const override;
+    void setAutomaticallyChecksForUpdates(bool automatically) override;
+    bool automaticallyDownloadsUpdates() const override;
+    void setAutomaticallyDownloadsUpdates(bool automatically) override;
+    /// A day where nothing usable is stored, and never less than an hour.
+    double updateCheckInterval() const override;
+    void setUpdateCheckInterval(double seconds) override;
+
+    /// Starts the updater where that was not done yet, since this is what the user wants. Takes the
+    /// place of a silent check. While a check of the user's is under way, it brings its window to
+    /// the front.
+    void checkForUpdates() override;
+    /// A version that the user skipped counts as none here. Where the user has updates downloaded
+    /// automatically, goes on to do that after the answer.
+    void checkForUpdateInformation() override;
+
+private:
+    enum class Session { none, silent, user };
+
+    void begin(Session session);
+    void endSession();
+    void takeFeed(FetchOutcome outcome, const QString& reason);
+    void answer(const AppcastItem* update);
+    void offer(const AppcastItem& item);
+    void obtain(const AppcastItem& item);
+    void takeFile(const std::variant<QString, UpdateFailure>& result);
+    void install(const QString& file);
+    void takeInstallation(const std::optional<UpdateFailure>& failure);
+    void offerRestart();
+    void handOver(const QString& file);
+    void fail(const UpdateFailure& failure);
+    void setCanCheck();
+    void log(const QString& message, const char* function, int line) const;
+
+    Environment environment_;
+    std::shared_ptr<SPUStandardUserDriver> userDriver_;
+    SPUUpdaterDelegate& delegate_;
+    ObserverList<bool> canCheckObservers_;
+    bool canCheck_ = false;
+
+    bool isStarted_ = false;
+    QUrl feed_; // these three from the start on
+    PublicKey key_{};
+    QString installedVersion_;
+
+    Session session_ = Session::none;
+    std::unique_ptr<Fetch> fetch_; // of the feed
+    QByteArray feedText_;
+    std::optional<AppcastItem> chosen_;  // what the user wants installed
+    std::unique_ptr<Download> download_; // may outlast the silent check that began it
+    // The file that is not fetched again just in case: it is there, or another would be no better.
+    std::optional<Signature> settled_;
+    QString replacedBy_; // the version that starts next, once the AppImage was replaced
+    std::shared_ptr<std::atomic<bool>> isGone_ = std::make_shared<std::atomic<bool>>(false);
+    std::optional<SerialExecutor> installer_; // last: it ends before what its job uses
+};
+
+} // namespace tidewell

@@ -1,0 +1,162 @@
+// tidewell-fetch ADDRESS MILLISECONDS [AUTHORITIES]
+//
+// Writes what is found at an address to standard output, and says with its exit status what became
+// of that. Gives up when nothing came for so many milliseconds. AUTHORITIES is a file of
+// certificates in PEM form that are trusted besides the system's.
+//
+// A program of its own, since loading the network and TLS libraries costs several megabytes that a
+// process does not get rid of any more: so they go with it. It also keeps whatever a hostile server
+// does to them out of the program that installs updates.
+
+#include "platform/updater/FetchOutcome.h"
+#include "platform/updater/SafeAddress.h"
+
+#include <QCoreApplication>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace tidewell {
+namespace {
+
+constexpr int mostRedirects = 5;
+constexpr qint64 bufferSize = qint64{256} << 10;
+
+/// False when nobody reads any more.
+bool writeAll(const QByteArray& bytes) {
+    for (qsizetype written = 0; written < bytes.size();) {
+        const ssize_t count = ::write(STDOUT_FILENO, bytes.constData() + written,
+                                      static_cast<std::size_t>(bytes.size() - written));
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        written += std::max<ssize_t>(count, 0);
+    }
+    return true;
+}
+
+FetchOutcome outcomeOf(QNetworkReply::NetworkError error) {
+    switch (error) {
+    case QNetworkReply::NoError:
+        return FetchOutcome::complete;
+    case QNetworkReply::SslHandshakeFailedError:
+        return FetchOutcome::untrusted;
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::OperationCanceledError: // the transfer's time-out, in this version
+        return FetchOutcome::timedOut;
+    default:
+        // Numbered by layer: the connection and the proxy, then what the server answers.
+        return error < QNetworkReply::ContentAccessDenied ? FetchOutcome::unreachable
+                                                          : FetchOutcome::refused;
+    }
+}
+
+void end(FetchOutcome outcome) {
+    QCoreApplication::exit(static_cast<int>(outcome));
+}
+
+void endWith(FetchOutcome outcome, const QString& reason) {
+    std::fputs(reason.toUtf8().append('\n').constData(), stderr);
+    end(outcome);
+}
+
+bool isTheFile(const QNetworkReply& reply) {
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 200;
+}
+
+/// Asks for an address, and where the answer sends it on, for the next. Redirects are followed by
+/// hand: the library would not tell where each one comes from.
+class Fetching {
+public:
+    Fetching(int milliseconds, const QString& authorities) {
+        request_.setTransferTimeout(milliseconds);
+        request_.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                              QNetworkRequest::ManualRedirectPolicy);
+        request_.setAttribute(QNetworkRequest::Http2AllowedAttribute, false); // one stream will do
+        request_.setRawHeader("User-Agent", "Tidewell");
+        // Nothing that swells when it is unpacked.
+        request_.setRawHeader("Accept-Encoding", "identity");
+        if (!authorities.isEmpty()) {
+            QSslConfiguration security = QSslConfiguration::defaultConfiguration();
+            security.addCaCertificates(QSslCertificate::fromPath(authorities));
+            request_.setSslConfiguration(security);
+        }
+    }
+
+    void ask(const QUrl& address) {
+        request_.setUrl(address);
+        QNetworkReply* reply = manager_.get(request_);
+        reply->setReadBufferSize(bufferSize);
+        QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+            const QByteArray bytes = reply->readAll();
+            if (isTheFile(*reply) && !writeAll(bytes)) {
+                reply->disconnect();
+                endWith(FetchOutcome::misused, QStringLiteral("nobody reads"));
+            }
+        });
+        QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] {
+            reply->deleteLater();
+            finish(*reply);
+        });
+    }
+
+private:
+    void finish(QNetworkReply& reply) {
+        const FetchOutcome outcome = outcomeOf(reply.error());
+        const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+        if (outcome != FetchOutcome::complete) {
+            endWith(outcome, reply.errorString());
+        } else if (!target.isEmpty()) {
+            follow(reply.url(), reply.url().resolved(target));
+        } else if (!isTheFile(reply)) {
+            endWith(FetchOutcome::refused, QStringLiteral("the server did not send the file"));
+        } else {
+            end(writeAll(reply.readAll()) ? FetchOutcome::complete : FetchOutcome::misused);
+        }
+    }
+
+    void follow(const QUrl& from, const QUrl& to) {
+        if (!isSafeRedirect(from, to)) {
+            endWith(FetchOutcome::badRedirect, QStringLiteral("it is sent on to an unsafe place"));
+        } else if (redirectsLeft_-- == 0) {
+            endWith(FetchOutcome::badRedirect, QStringLiteral("it is sent on too often"));
+        } else {
+            ask(to);
+        }
+    }
+
+    QNetworkAccessManager manager_;
+    QNetworkRequest request_;
+    int redirectsLeft_ = mostRedirects;
+};
+
+} // namespace
+} // namespace tidewell
+
+int main(int argc, char** argv) {
+    using namespace tidewell;
+    // Nothing that was begun for a program is gone on with when that has ended.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::signal(SIGPIPE, SIG_IGN); // NOLINT(cert-err33-c): it cannot fail
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QUrl address(arguments.value(1), QUrl::StrictMode);
+    bool isNumber = false;
+    const int milliseconds = arguments.value(2).toInt(&isNumber);
+    if (!isSafeAddress(address) || !isNumber || milliseconds <= 0) {
+        std::fputs("usage: tidewell-fetch ADDRESS MILLISECONDS [AUTHORITIES]\n", stderr);
+        return static_cast<int>(FetchOutcome::misused);
+    }
+    Fetching fetching(milliseconds, arguments.value(3));
+    fetching.ask(address);
+    return QCoreApplication::exec();
+}

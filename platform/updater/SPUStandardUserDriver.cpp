@@ -1,0 +1,246 @@
+#include "platform/updater/SPUStandardUserDriver.h"
+
+#include "platform/ui/Fonts.h"
+#include "platform/updater/SafeAddress.h"
+#include "platform/updater/UpdateWindow.h"
+#include "support/ByteText.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QProgressBar>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace tidewell {
+
+namespace {
+
+constexpr int notesHeight = 180;
+constexpr int progressSteps = 1000;
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("SPUStandardUserDriver", text);
+}
+
+QString bytes(qint64 count) {
+    return QString::fromStdString(byteText(count));
+}
+
+/// Shows release notes, and nothing that is not in them: no file and no address is read for them.
+class NotesView final : public QTextBrowser {
+public:
+    explicit NotesView(const QString& markdown) {
+        setFont(textFont(TextStyle::callout, font()));
+        setFixedHeight(notesHeight);
+        setOpenLinks(false);
+        setAccessibleName(tr("Release notes"));
+        connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& address) {
+            if (isSafeAddress(address)) {
+                QDesktopServices::openUrl(address);
+            }
+        });
+        document()->setDocumentMargin(8);
+        // CommonMark, and what looks like HTML as the text it is.
+        document()->setMarkdown(markdown, QTextDocument::MarkdownNoHTML);
+    }
+
+    QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
+};
+
+/// What is going on, in figures that stay as wide as they are.
+class ProgressView final : public QWidget {
+public:
+    ProgressView()
+        : bar_(new QProgressBar)
+        , figures_(new QLabel) {
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(4);
+        layout->addWidget(bar_);
+        layout->addWidget(figures_);
+        figures_->setFont(textFont(TextStyle::callout, figures_->font()));
+        figures_->setForegroundRole(QPalette::PlaceholderText);
+        bar_->setTextVisible(false);
+        bar_->setRange(0, 0); // as long as nothing is known of it
+        figures_->hide();
+    }
+
+    void setProgress(qint64 received, qint64 length) {
+        bar_->setRange(0, progressSteps);
+        bar_->setValue(
+            static_cast<int>(std::clamp(received, qint64{0}, length) * progressSteps / length));
+        figures_->setText(tr("%1 of %2").arg(bytes(received), bytes(length)));
+        figures_->show();
+    }
+
+private:
+    QProgressBar* bar_;
+    QLabel* figures_;
+};
+
+QString failureText(UpdateProblem problem) {
+    switch (problem) {
+    case UpdateProblem::unreachable:
+        return tr("The update server cannot be reached. Check the connection to the internet and "
+                  "try again.");
+    case UpdateProblem::untrusted:
+        return tr("The update server could not prove that it is the right one. Nothing was "
+                  "downloaded from it.");
+    case UpdateProblem::refused:
+        return tr("The update server does not have what was asked for. Try again later.");
+    case UpdateProblem::badRedirect:
+        return tr("The update server points to a place that is not safe. Nothing was downloaded "
+                  "from there.");
+    case UpdateProblem::timedOut:
+        return tr("The update server takes too long to answer. Try again later.");
+    case UpdateProblem::badFeed:
+        return tr("The update server sent a list of versions that cannot be read.");
+    case UpdateProblem::wrongLength:
+        return tr("The downloaded file is not complete, or is not the right one. It was deleted.");
+    case UpdateProblem::wrongSignature:
+        return tr("The downloaded file was not made by the developers of this program, or was "
+                  "changed on its way. It was deleted.");
+    case UpdateProblem::cannotStore:
+        return tr("The update could not be saved. There may be no space left on the disk.");
+    case UpdateProblem::cannotReplace:
+        return tr("The program's file could not be replaced. You may not have the right to change "
+                  "the folder that it is in.");
+    case UpdateProblem::noHandler:
+        return tr("The update was downloaded, but there is no program here to open it with.");
+    case UpdateProblem::notStarted:
+        return tr("This program was not set up for updates.");
+    case UpdateProblem::broken:
+        break;
+    }
+    return tr("A part of this program is missing or broke down.");
+}
+
+} // namespace
+
+using Role = UpdateWindow::Role;
+
+SPUStandardUserDriver::SPUStandardUserDriver(QString applicationName)
+    : applicationName_(std::move(applicationName)) {}
+
+SPUStandardUserDriver::~SPUStandardUserDriver() {
+    delete window_.data();
+}
+
+void SPUStandardUserDriver::setPalette(const QPalette& palette) {
+    palette_ = palette;
+    if (window_) {
+        window_->setPalette(palette);
+    }
+}
+
+UpdateWindow& SPUStandardUserDriver::window() {
+    if (!window_) {
+        window_ = new UpdateWindow(applicationName_);
+        window_->setPalette(palette_);
+    }
+    return *window_;
+}
+
+void SPUStandardUserDriver::present() {
+    if (!window_->isVisible()) {
+        window_->show();
+        raise();
+    }
+}
+
+void SPUStandardUserDriver::showChecking(Action cancel) {
+    window().setContent({tr("Checking for updates…"),
+                         {},
+                         new ProgressView,
+                         {{tr("Cancel"), Role::dismiss, std::move(cancel)}}});
+    present();
+}
+
+void SPUStandardUserDriver::showUpToDate(const QString& installedVersion, Action acknowledge) {
+    window().setContent(
+        {tr("%1 is up to date.").arg(applicationName_),
+         tr("Version %1 is the newest one there is for this computer.").arg(installedVersion),
+         nullptr,
+         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+    present();
+}
+
+void SPUStandardUserDriver::showFound(const QString& version, const QString& installedVersion,
+                                      const QString& notes, FoundActions actions) {
+    window().setContent(
+        {tr("A new version of %1 is available.").arg(applicationName_),
+         tr("Version %1 can be installed now. You have version %2.").arg(version, installedVersion),
+         notes.isEmpty() ? nullptr : new NotesView(notes),
+         {{tr("Skip This Version"), Role::other, std::move(actions.skip)},
+          {tr("Remind Me Later"), Role::dismiss, std::move(actions.remindLater)},
+          {tr("Install"), Role::confirm, std::move(actions.install)}}});
+    present();
+}
+
+void SPUStandardUserDriver::showDownload(const QString& version, Action cancel) {
+    auto* progress = new ProgressView;
+    progress_ = progress;
+    window().setContent({tr("Downloading %1 %2…").arg(applicationName_, version),
+                         {},
+                         progress,
+                         {{tr("Cancel"), Role::dismiss, std::move(cancel)}}});
+    present();
+}
+
+void SPUStandardUserDriver::setProgress(qint64 received, qint64 length) {
+    if (progress_) {
+        static_cast<ProgressView*>(progress_.data())->setProgress(received, length);
+    }
+}
+
+void SPUStandardUserDriver::showInstalling(const QString& version) {
+    window().setContent(
+        {tr("Installing %1 %2…").arg(applicationName_, version), {}, new ProgressView, {}});
+    present();
+}
+
+void SPUStandardUserDriver::showInstalled(const QString& version, Action restart, Action later) {
+    window().setContent({tr("%1 %2 is installed.").arg(applicationName_, version),
+                         tr("It is used from the next start on."),
+                         nullptr,
+                         {{tr("Later"), Role::dismiss, std::move(later)},
+                          {tr("Restart Now"), Role::confirm, std::move(restart)}}});
+    present();
+}
+
+void SPUStandardUserDriver::showHandedOver(const QString& version, Action acknowledge) {
+    window().setContent({tr("%1 %2 was downloaded and verified.").arg(applicationName_, version),
+                         tr("Your desktop opens it now with the program that installs such files."),
+                         nullptr,
+                         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+    present();
+}
+
+void SPUStandardUserDriver::showFailure(UpdateProblem problem, Action acknowledge) {
+    window().setContent({tr("The update did not succeed."),
+                         failureText(problem),
+                         nullptr,
+                         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+    present();
+}
+
+void SPUStandardUserDriver::raise() {
+    if (window_) {
+        window_->raise();
+        window_->activateWindow();
+    }
+}
+
+void SPUStandardUserDriver::close() {
+    if (window_) {
+        window_->setContent({});
+        window_->hide();
+        window_->deleteLater(); // it may be one of its buttons that brought us here
+        window_.clear();
+    }
+}
+
+} // namespace tidewell

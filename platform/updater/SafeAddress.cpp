@@ -1,0 +1,34 @@
+#include "platform/updater/SafeAddress.h"
+
+#include <QRegularExpression>
+
+namespace tidewell {
+
+namespace {
+
+bool isEncrypted(const QUrl& address) {
+    return address.scheme() == QStringLiteral("https");
+}
+
+/// Names are not looked up: only what cannot be anything else is this machine.
+bool isLoopback(const QString& host) {
+    static const QRegularExpression addresses(
+        QStringLiteral("\\A(localhost|::1|127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3})\\z"));
+    return addresses.match(host).hasMatch();
+}
+
+} // namespace
+
+bool isSafeAddress(const QUrl& address) {
+    if (!address.isValid() || address.host().isEmpty() || !address.userInfo().isEmpty()) {
+        return false;
+    }
+    return isEncrypted(address) ||
+           (address.scheme() == QStringLiteral("http") && isLoopback(address.host()));
+}
+
+bool isSafeRedirect(const QUrl& from, const QUrl& to) {
+    return isSafeAddress(to) && (isEncrypted(to) || !isEncrypted(from));
+}
+
+} // namespace tidewell

@@ -1,0 +1,193 @@
+// sign-update: makes the keys that releases are signed with, and the entries of the list of
+// releases. docs/updates.md says how it is used.
+
+#include "platform/updater/Appcast.h"
+#include "platform/updater/VersionOrder.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QXmlStreamWriter>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace tidewell {
+namespace {
+
+/// Ends the program with a line on standard error.
+[[noreturn]] void giveUp(const QString& reason) {
+    std::fputs((QStringLiteral("sign-update: ") + reason + u'\n').toLocal8Bit().constData(),
+               stderr);
+    std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe): there is one thread
+}
+
+void print(const QByteArray& text) {
+    if (std::fwrite(text.constData(), 1, std::size_t(text.size()), stdout) !=
+            std::size_t(text.size()) ||
+        std::fflush(stdout) != 0) {
+        giveUp(QStringLiteral("cannot write to standard output"));
+    }
+}
+
+template <typename Bytes>
+QByteArray base64(const Bytes& bytes) {
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()))
+        .toBase64();
+}
+
+QByteArray readText(const QString& path) {
+    constexpr qint64 largest = qint64{1} << 20;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        giveUp(path + QStringLiteral(": ") + file.errorString());
+    }
+    return file.read(largest);
+}
+
+void makeKey(const QString& path) {
+    const KeyPair pair = makeKeyPair();
+    QFile file(path);
+    // Never over a key that is there: releases signed with it could not be followed any more.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                   QFile::ReadOwner | QFile::WriteOwner) ||
+        file.write(base64(pair.secretKey) + '\n') < 0 || !file.flush()) {
+        giveUp(path + QStringLiteral(": ") + file.errorString());
+    }
+    print(base64(pair.publicKey) + '\n');
+}
+
+QString typeOf(const QString& path) {
+    if (path.endsWith(QStringLiteral(".AppImage"))) {
+        return appImageType;
+    }
+    if (path.endsWith(QStringLiteral(".deb"))) {
+        return QStringLiteral("application/vnd.debian.binary-package");
+    }
+    if (path.endsWith(QStringLiteral(".rpm"))) {
+        return QStringLiteral("application/x-rpm");
+    }
+    return QStringLiteral("application/octet-stream");
+}
+
+FileDigest digestOf(const QString& path) {
+    constexpr qint64 piece = qint64{1} << 20;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        giveUp(path + QStringLiteral(": ") + file.errorString());
+    }
+    FileDigest digest;
+    while (!file.atEnd()) {
+        const QByteArray bytes = file.read(piece);
+        if (bytes.isEmpty()) {
+            giveUp(path + QStringLiteral(": ") + file.errorString());
+        }
+        digest.add(bytes);
+    }
+    return digest;
+}
+
+QByteArray itemText(const AppcastItem& item) {
+    const QString own = appcastNamespace;
+    QByteArray text;
+    QXmlStreamWriter xml(&text);
+    xml.setAutoFormatting(true);
+    xml.writeNamespace(own, QStringLiteral("tidewell"));
+    xml.writeStartElement(QStringLiteral("item"));
+    xml.writeTextElement(QStringLiteral("title"), item.version);
+    xml.writeTextElement(QStringLiteral("pubDate"),
+                         QDateTime::currentDateTimeUtc().toString(Qt::RFC2822Date));
+    if (!item.notes.isEmpty()) {
+        xml.writeTextElement(QStringLiteral("description"), item.notes);
+    }
+    xml.writeStartElement(QStringLiteral("enclosure"));
+    xml.writeAttribute(QStringLiteral("url"), item.address.toString(QUrl::FullyEncoded));
+    xml.writeAttribute(QStringLiteral("length"), QString::number(item.length));
+    xml.writeAttribute(QStringLiteral("type"), item.type);
+    xml.writeAttribute(own, QStringLiteral("version"), item.version);
+    xml.writeAttribute(own, QStringLiteral("signature"),
+                       QString::fromLatin1(base64(item.signature)));
+    for (const auto& [name, value] :
+         {std::pair(QStringLiteral("minimumSystemVersion"), item.minimumSystemVersion),
+          std::pair(QStringLiteral("architecture"), item.architecture)}) {
+        if (!value.isEmpty()) {
+            xml.writeAttribute(own, name, value);
+        }
+    }
+    xml.writeEndElement();
+    xml.writeEndElement();
+    return text.trimmed() + '\n';
+}
+
+void printItem(const AppcastItem& item) {
+    const QByteArray text = itemText(item);
+    const auto read = readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>");
+    const auto* items = std::get_if<std::vector<AppcastItem>>(&read);
+    if (items == nullptr || items->size() != 1) {
+        giveUp(QStringLiteral("no updater would accept this release: look at the version, the "
+                              "address and the size of the file"));
+    }
+    print(text);
+}
+
+int run() {
+    QCommandLineParser options;
+    options.setApplicationDescription(
+        QStringLiteral("sign-update make-key KEYFILE\n"
+                       "    makes a key, and prints its public half\n"
+                       "sign-update item --key KEYFILE --version VERSION --address URL FILE\n"
+                       "    prints the entry of a release for the list of releases"));
+    const auto add = [&options](const char* name, const char* description) {
+        options.addOption({QString::fromLatin1(name), QString::fromLatin1(description),
+                           QString::fromLatin1(name).toUpper()});
+    };
+    options.addHelpOption();
+    add("key", "the file that make-key wrote");
+    add("version", "the release's version");
+    add("address", "where the file will be");
+    add("notes", "a file with the release notes, in Markdown");
+    add("minimum-system", "the oldest C library that the file runs with");
+    add("architecture", "the machines that the file runs on, such as x86_64 or arm64");
+    options.addPositionalArgument(QStringLiteral("command"), QStringLiteral("make-key or item"));
+    options.addPositionalArgument(QStringLiteral("file"), QStringLiteral("KEYFILE or FILE"));
+    options.process(*QCoreApplication::instance());
+
+    const QStringList arguments = options.positionalArguments();
+    const QString file = arguments.value(1);
+    if (arguments.size() == 2 && arguments[0] == QStringLiteral("make-key")) {
+        makeKey(file);
+        return EXIT_SUCCESS;
+    }
+    if (arguments.size() != 2 || arguments[0] != QStringLiteral("item")) {
+        options.showHelp(EXIT_FAILURE);
+    }
+    const auto value = [&options](const char* name) {
+        return options.value(QString::fromLatin1(name));
+    };
+    const auto key = readSecretKey(readText(value("key")).trimmed());
+    if (!key) {
+        giveUp(QStringLiteral("the key's file holds no key"));
+    }
+    const FileDigest digest = digestOf(file);
+    printItem({.version = value("version"),
+               .notes = value("notes").isEmpty() ? QString()
+                                                 : QString::fromUtf8(readText(value("notes"))),
+               .address = QUrl(value("address"), QUrl::StrictMode),
+               .type = typeOf(file),
+               .length = digest.length(),
+               .signature = sign(*key, value("version"), digest),
+               .minimumSystemVersion = value("minimum-system"),
+               .architecture = value("architecture")});
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+} // namespace tidewell
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return tidewell::run();
+}

@@ -1,0 +1,107 @@
+#include "platform/updater/Signature.h"
+
+#include <sodium.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace tidewell {
+
+namespace {
+
+static_assert(std::tuple_size_v<PublicKey> == crypto_sign_PUBLICKEYBYTES &&
+              std::tuple_size_v<SecretKey> == crypto_sign_SECRETKEYBYTES &&
+              std::tuple_size_v<Signature> == crypto_sign_BYTES &&
+              std::tuple_size_v<FileDigest::Sum> == crypto_hash_sha512_BYTES);
+
+template <typename Bytes>
+std::optional<Bytes> fromBase64(const QByteArray& base64) {
+    const auto decoded =
+        QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
+    Bytes bytes;
+    if (!decoded || decoded.decoded.size() != qsizetype(bytes.size())) {
+        return std::nullopt;
+    }
+    std::ranges::copy(decoded.decoded, bytes.begin());
+    return bytes;
+}
+
+QByteArray signedText(const QString& version, const FileDigest& file) {
+    const auto sum = file.sum();
+    QByteArray hexadecimal(qsizetype(2 * sum.size() + 1), '\0');
+    sodium_bin2hex(hexadecimal.data(), std::size_t(hexadecimal.size()), sum.data(), sum.size());
+    hexadecimal.chop(1);
+    return "tidewell update 1\n" + version.toUtf8() + '\n' + QByteArray::number(file.length()) +
+           '\n' + hexadecimal + '\n';
+}
+
+const unsigned char* bytesOf(const QByteArray& text) {
+    return reinterpret_cast<const unsigned char*>(text.constData());
+}
+
+} // namespace
+
+std::optional<PublicKey> readPublicKey(const QByteArray& base64) {
+    const auto key = fromBase64<PublicKey>(base64);
+    return key && crypto_core_ed25519_is_valid_point(key->data()) == 1 ? key : std::nullopt;
+}
+
+std::optional<SecretKey> readSecretKey(const QByteArray& base64) {
+    return fromBase64<SecretKey>(base64);
+}
+
+std::optional<Signature> readSignature(const QByteArray& base64) {
+    return fromBase64<Signature>(base64);
+}
+
+struct FileDigest::State {
+    crypto_hash_sha512_state sum;
+};
+
+FileDigest::FileDigest()
+    : state_(std::make_unique<State>()) {
+    crypto_hash_sha512_init(&state_->sum);
+}
+FileDigest::FileDigest(FileDigest&&) noexcept = default;
+FileDigest& FileDigest::operator=(FileDigest&&) noexcept = default;
+FileDigest::~FileDigest() = default;
+
+void FileDigest::add(QByteArrayView bytes) {
+    crypto_hash_sha512_update(&state_->sum, reinterpret_cast<const unsigned char*>(bytes.data()),
+                              static_cast<unsigned long long>(bytes.size()));
+    length_ += bytes.size();
+}
+
+FileDigest::Sum FileDigest::sum() const {
+    crypto_hash_sha512_state copy = state_->sum;
+    Sum sum;
+    crypto_hash_sha512_final(&copy, sum.data());
+    return sum;
+}
+
+KeyPair makeKeyPair() {
+    if (sodium_init() < 0) { // what it takes from the machine is randomness
+        throw std::runtime_error("no source of random numbers");
+    }
+    KeyPair pair;
+    crypto_sign_keypair(pair.publicKey.data(), pair.secretKey.data());
+    return pair;
+}
+
+Signature sign(const SecretKey& key, const QString& version, const FileDigest& file) {
+    const QByteArray text = signedText(version, file);
+    Signature signature;
+    crypto_sign_detached(signature.data(), nullptr, bytesOf(text),
+                         static_cast<unsigned long long>(text.size()), key.data());
+    return signature;
+}
+
+bool isSigned(const PublicKey& key, const Signature& signature, const QString& version,
+              const FileDigest& file) {
+    const QByteArray text = signedText(version, file);
+    return crypto_sign_verify_detached(signature.data(), bytesOf(text),
+                                       static_cast<unsigned long long>(text.size()),
+                                       key.data()) == 0;
+}
+
+} // namespace tidewell

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace tidewell {
+
+// Every file that is offered as an update is signed with Ed25519. What is signed is not the file
+// itself but a short text that names the version, the length and the SHA-512 of the file: so an
+// older file cannot be passed off as a newer version, and a file is verified while it is read.
+
+using PublicKey = std::array<unsigned char, 32>;
+using SecretKey = std::array<unsigned char, 64>;
+using Signature = std::array<unsigned char, 64>;
+
+/// Each of these from its base64 form; empty when that is not one. A public key is refused that is
+/// no proper point of the curve.
+std::optional<PublicKey> readPublicKey(const QByteArray& base64);
+std::optional<SecretKey> readSecretKey(const QByteArray& base64);
+std::optional<Signature> readSignature(const QByteArray& base64);
+
+/// Length and SHA-512 of a file that passes by in pieces.
+class FileDigest {
+public:
+    using Sum = std::array<unsigned char, 64>;
+
+    FileDigest();
+    FileDigest(FileDigest&&) noexcept;
+    FileDigest& operator=(FileDigest&&) noexcept;
+    ~FileDigest();
+
+    void add(QByteArrayView bytes);
+    qint64 length() const { return length_; }
+    /// The sum of what was added so far.
+    Sum sum() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+    qint64 length_ = 0;
+};
+
+struct KeyPair {
+    PublicKey publicKey;
+    SecretKey secretKey;
+};
+KeyPair makeKeyPair();
+
+Signature sign(const SecretKey& key, const QString& version, const FileDigest& file);
+
+/// Whether `signature` was made with the other half of `key` for this file as this version.
+bool isSigned(const PublicKey& key, const Signature& signature, const QString& version,
+              const FileDigest& file);
+
+} // namespace tidewell

@@ -1,0 +1,111 @@
+#include "platform/updater/UpdateWindow.h"
+
+#include "platform/ui/Fonts.h"
+#include "platform/ui/Pictures.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace tidewell {
+
+namespace {
+
+constexpr int margin = 20;
+constexpr int iconSize = 56;
+constexpr int textWidth = 380;
+
+QLabel* makeText(const QString& text, TextStyle style) {
+    auto* label = new QLabel(text);
+    label->setFont(textFont(style, label->font()));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(textWidth);
+    return label;
+}
+
+} // namespace
+
+UpdateWindow::UpdateWindow(const QString& applicationName)
+    : layout_(new QHBoxLayout(this)) {
+    setWindowTitle(applicationName);
+    auto* icon = new PictureView(drawApplicationIcon);
+    icon->setFixedSize(iconSize, iconSize);
+    icon->setAccessibleName(applicationName);
+    layout_->setContentsMargins(margin, margin, margin, margin);
+    layout_->setSpacing(16);
+    layout_->addWidget(icon, 0, Qt::AlignTop);
+    layout_->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void UpdateWindow::setContent(Content content) {
+    buttons_ = std::move(content.buttons);
+    if (body_ != nullptr) {
+        body_->hide();
+        body_->deleteLater(); // it may be one of its buttons that brought us here
+    }
+    body_ = new QWidget;
+    auto* column = new QVBoxLayout(body_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(makeText(content.headline, TextStyle::headline));
+    if (!content.text.isEmpty()) {
+        column->addWidget(makeText(content.text, TextStyle::body));
+    }
+    if (content.extra != nullptr) {
+        column->addSpacing(4);
+        column->addWidget(content.extra);
+    }
+    if (!buttons_.empty()) {
+        column->addSpacing(8);
+        column->addWidget(makeButtons());
+    }
+    layout_->addWidget(body_);
+    setAccessibleDescription(content.headline + u'\n' + content.text);
+}
+
+QWidget* UpdateWindow::makeButtons() {
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    layout->addStretch();
+    for (std::size_t index = 0; index < buttons_.size(); ++index) {
+        const Button& button = buttons_[index];
+        auto* widget = new QPushButton(button.text);
+        widget->setFont(textFont(TextStyle::body, widget->font()));
+        connect(widget, &QPushButton::clicked, this, [this, index] { act(index); });
+        if (button.role == Role::other) {
+            layout->insertWidget(0, widget);
+        } else {
+            layout->addWidget(widget);
+        }
+        if (button.role == Role::confirm) {
+            widget->setDefault(true);
+            widget->setFocus();
+        } else {
+            widget->setAutoDefault(false);
+        }
+    }
+    return row;
+}
+
+void UpdateWindow::act(std::size_t button) {
+    if (button < buttons_.size()) {
+        const auto buttons = std::exchange(buttons_, {});
+        buttons[button].action();
+    }
+}
+
+void UpdateWindow::reject() {
+    auto found = std::ranges::find(buttons_, Role::dismiss, &Button::role);
+    if (found == buttons_.end()) {
+        found = std::ranges::find(buttons_, Role::confirm, &Button::role);
+    }
+    act(static_cast<std::size_t>(found - buttons_.begin()));
+}
+
+} // namespace tidewell

@@ -1,0 +1,467 @@
+#include "platform/linux/MainThread.h"
+#include "platform/updater/FeedUpdater.h"
+#include "tests/fakes/MemoryUserDefaults.h"
+#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/linux/PrivateBus.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextBrowser>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tidewell {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+namespace fs = std::filesystem;
+
+/// An update server of the test's own.
+class Server {
+public:
+    Server() {
+        fs::create_directory(folder_.path() / "files");
+        startChild(process_, u"/usr/bin/python3"_s,
+                   {u"-B"_s, QStringLiteral(SERVER_PROGRAM),
+                    QString::fromStdString(folder_.path().string())});
+        if (!process_.waitForReadyRead(20000)) {
+            throw std::runtime_error("no server");
+        }
+        ports_ = process_.readLine().split(' ');
+    }
+    ~Server() {
+        process_.kill();
+        process_.waitForFinished();
+    }
+
+    std::string authorities() const { return folder_.path() / "server.pem"; }
+    std::string address(const std::string& path) const {
+        return "https://127.0.0.1:" + ports_.at(0).toStdString() + "/" + path;
+    }
+    void put(const std::string& name, const std::string& content) const {
+        writeText(folder_.path() / "files" / name, content);
+    }
+    void remove(const std::string& name) const { fs::remove(folder_.path() / "files" / name); }
+
+private:
+    TemporaryFolder folder_;
+    QProcess process_;
+    QList<QByteArray> ports_;
+};
+
+struct Delegate final : public SPUUpdaterDelegate {
+    void updaterDidFindValidUpdate(SPUUpdater& /*updater*/, const SUAppcastItem& item) override {
+        answers.push_back(item.versionString);
+    }
+    void updaterDidNotFindUpdate(SPUUpdater& /*updater*/) override { answers.emplace_back("none"); }
+
+    std::vector<std::string> take() { return std::exchange(answers, {}); }
+
+    std::vector<std::string> answers;
+};
+
+class FeedUpdaterTest : public testing::Test {
+protected:
+    FeedUpdaterTest() {
+        writeText(appImage, "old");
+        fs::permissions(appImage, fs::perms::owner_read | fs::perms::group_read);
+        settings.program = QStringLiteral(FETCH_PROGRAM);
+        settings.authorities = QString::fromStdString(server.authorities());
+        server.put("new", content);
+    }
+
+    /// Of version 1.10, found at `path`, which is signed as it lies on the server as "new".
+    std::string item(const std::string& path, const KeyPair& signer,
+                     const std::string& signedAs = "1.10") const {
+        FileDigest digest;
+        digest.add(QByteArrayView(content.data(), qsizetype(content.size())));
+        const auto signature = sign(signer.secretKey, QString::fromStdString(signedAs), digest);
+        return "<item><description># News\n\n*All* new. ![](file:///etc/hostname)</description>"
+               "<enclosure type='application/vnd.appimage' t:version='1.10' url='" +
+               server.address(path) + "' length='" + std::to_string(content.size()) +
+               "' t:signature='" +
+               QByteArray(reinterpret_cast<const char*>(signature.data()), signature.size())
+                   .toBase64()
+                   .toStdString() +
+               "'/></item>";
+    }
+    void putFeed(const std::string& items) const {
+        server.put("feed.xml", "<rss version='2.0' xmlns:t='https://tidewell.example/ns/updates/1'>"
+                               "<channel>" +
+                                   items + "</channel></rss>");
+    }
+
+    static std::string text(const auto& bytes) {
+        return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()))
+            .toBase64()
+            .toStdString();
+    }
+    void makeUpdater(const std::string& feed, bool isAppImage = true) {
+        updater.reset();
+        bundle = Bundle({{"SUFeedURL", feed},
+                         {"SUPublicEDKey", text(keys.publicKey)},
+                         {"CFBundleShortVersionString", "1.9"}});
+        updater.emplace(
+            FeedUpdater::Environment{
+                .bundle = bundle,
+                .defaults = defaults,
+                .mainThread = mainThread,
+                .log = log,
+                .fetching = settings,
+                .downloadFolder = QString::fromStdString(downloads),
+                .appImage = isAppImage ? QString::fromStdString(link) : QString(),
+                .systemVersion = {},
+                .architecture = {},
+                .open =
+                    [this](const QString& file) {
+                        opened = file.toStdString();
+                        return true;
+                    },
+                .restart = [this](const QString& file) { restarted = file.toStdString(); }},
+            driver, delegate);
+    }
+    void startUpdater(const std::string& feed, bool isAppImage = true) {
+        makeUpdater(feed, isAppImage);
+        ASSERT_EQ(updater->startUpdater(), std::nullopt);
+    }
+
+    static QWidget* window() {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+    static std::string shownText() {
+        QStringList texts;
+        for (const QLabel* label :
+             window() ? window()->findChildren<QLabel*>() : QList<QLabel*>()) {
+            if (label->isVisible()) {
+                texts.append(label->text());
+            }
+        }
+        return texts.join(u'\n').toStdString();
+    }
+    static bool shows(const std::string& wanted) {
+        const bool isShown =
+            comesTrue([&] { return shownText().find(wanted) != std::string::npos; });
+        EXPECT_TRUE(isShown) << wanted << " is not in: " << shownText();
+        return isShown;
+    }
+    static void press(const char* title) {
+        ASSERT_NE(window(), nullptr) << title;
+        for (QPushButton* button : window()->findChildren<QPushButton*>()) {
+            if (button->isVisible() && button->text() == QLatin1StringView(title)) {
+                button->click();
+                return;
+            }
+        }
+        ADD_FAILURE() << "no button " << title;
+    }
+    void checkSilently() {
+        updater->checkForUpdateInformation();
+        EXPECT_FALSE(updater->canCheckForUpdates());
+        EXPECT_TRUE(comesTrue([this] { return updater->canCheckForUpdates(); }));
+        EXPECT_EQ(window(), nullptr);
+    }
+    std::vector<std::string> downloaded() const {
+        std::vector<std::string> names;
+        if (fs::exists(downloads)) {
+            for (const auto& entry : fs::directory_iterator(downloads)) {
+                names.push_back(entry.path().filename());
+            }
+        }
+        return names;
+    }
+
+    const std::string content = std::string(300000, 'n') + "new";
+    Server server;
+    KeyPair keys = makeKeyPair();
+    TemporaryFolder folder;
+    const std::string downloads = folder.path() / "cache/updates";
+    const std::string appImage = folder.path() / "Tidewell.AppImage";
+    const std::string link = folder.path() / "link";
+    FetchSettings settings;
+    Bundle bundle{{}};
+    MemoryUserDefaults defaults;
+    MainThread mainThread;
+    RecordingLog log;
+    std::shared_ptr<SPUStandardUserDriver> driver =
+        std::make_shared<SPUStandardUserDriver>(u"Tidewell"_s);
+    Delegate delegate;
+    std::string opened;
+    std::string restarted;
+    std::optional<FeedUpdater> updater;
+};
+
+TEST_F(FeedUpdaterTest, StartsOnlyWithAFeedAKeyAndAVersionAndKeepsWhatTheUserChose) {
+    makeUpdater("https://tidewell.example/feed.xml");
+    const Bundle good = bundle;
+    for (const auto& [key, text, wanted] :
+         {std::tuple("SUFeedURL", "", "SUFeedURL"),
+          {"SUFeedURL", "http://tidewell.example/", "http://tidewell.example/"},
+          {"SUPublicEDKey", "", "SUPublicEDKey"},
+          {"SUPublicEDKey", "AAAA", "not an Ed25519 public key"},
+          {"CFBundleShortVersionString", "", "version"},
+          {"CFBundleShortVersionString", "No version", "version"}}) {
+        Bundle::InfoDictionary info;
+        for (const char* each : {"SUFeedURL", "SUPublicEDKey", "CFBundleShortVersionString"}) {
+            info.emplace(each, *good.infoString(each));
+        }
+        info.erase(key);
+        if (*text != '\0') {
+            info.emplace(key, text);
+        }
+        bundle = Bundle(info);
+        const auto error = updater->startUpdater();
+        ASSERT_TRUE(error) << key << text;
+        EXPECT_THAT(error->description, HasSubstr(wanted));
+        updater->checkForUpdateInformation();
+        EXPECT_FALSE(updater->canCheckForUpdates());
+    }
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("was not set up for updates"));
+    press("OK");
+
+    bundle = good;
+    std::vector<bool> seen;
+    const auto following =
+        updater->observeCanCheckForUpdates([&](bool canCheck) { seen.push_back(canCheck); });
+    EXPECT_EQ(updater->startUpdater(), std::nullopt);
+    EXPECT_EQ(updater->startUpdater(), std::nullopt) << "a second time does nothing";
+    EXPECT_THAT(seen, ElementsAre(false, true));
+
+    EXPECT_EQ(updater->updateCheckInterval(), 86400);
+    for (const auto& [set, is] : {std::pair(604800.0, 604800.0),
+                                  {1.0, 3600.0},
+                                  {-5.0, 86400.0},
+                                  {std::nan(""), 86400.0},
+                                  {HUGE_VAL, 86400.0}}) {
+        updater->setUpdateCheckInterval(set);
+        EXPECT_EQ(updater->updateCheckInterval(), is);
+    }
+    EXPECT_FALSE(updater->automaticallyChecksForUpdates());
+    updater->setAutomaticallyChecksForUpdates(true);
+    EXPECT_TRUE(updater->automaticallyChecksForUpdates());
+    EXPECT_EQ(defaults.value("SUEnableAutomaticChecks"), DefaultsValue(true));
+}
+
+TEST_F(FeedUpdaterTest, ReplacesTheAppImageAndOffersToRestart) {
+    fs::create_symlink(appImage, link);
+    putFeed(item("redirect-5/new", keys));
+    startUpdater(server.address("redirect-5/feed.xml"));
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("Checking for updates"));
+    EXPECT_FALSE(updater->canCheckForUpdates());
+    ASSERT_TRUE(shows("A new version of Tidewell is available."));
+    EXPECT_THAT(shownText(), HasSubstr("Version 1.10 can be installed now. You have version 1.9."));
+    auto* notes = window()->findChild<QTextBrowser*>();
+    EXPECT_THAT(notes->toPlainText().toStdString(), HasSubstr("All new."));
+    EXPECT_EQ(notes->loadResource(QTextDocument::ImageResource, QUrl(u"file:///etc/hostname"_s)),
+              QVariant());
+    EXPECT_THAT(delegate.take(), ElementsAre("1.10"));
+    press("Install");
+    EXPECT_NE(window()->findChild<QProgressBar*>(), nullptr);
+    ASSERT_TRUE(shows("Tidewell 1.10 is installed."));
+    EXPECT_EQ(readText(appImage), content);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(fs::status(appImage).permissions(),
+              fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3) << "nothing beside it";
+    EXPECT_THAT(downloaded(), IsEmpty());
+    press("Later");
+    EXPECT_EQ(window(), nullptr);
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("Tidewell 1.10 is installed.")) << "not a second time";
+    press("Restart Now");
+    EXPECT_EQ(restarted, link);
+    EXPECT_THAT(log.takeLines(), IsEmpty());
+}
+
+TEST_F(FeedUpdaterTest, FetchesAheadInSilenceAndHandsTheVerifiedFileToTheDesktop) {
+    putFeed(item("plain/new", keys));
+    updater.reset();
+    startUpdater(server.address("plain/feed.xml"), false);
+    checkSilently();
+    EXPECT_THAT(downloaded(), IsEmpty()) << "the user did not ask for it";
+    updater->setAutomaticallyDownloadsUpdates(true);
+    checkSilently();
+    ASSERT_TRUE(comesTrue([this] { return downloaded() == std::vector<std::string>{"new"}; }));
+    EXPECT_EQ(fs::status(downloads).permissions(), fs::perms::owner_all);
+    server.remove("new");
+    startUpdater(server.address("plain/feed.xml"), false); // as after a new start of the program
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version"));
+    press("Install");
+    ASSERT_TRUE(shows("was downloaded and verified"));
+    EXPECT_EQ(opened, downloads + "/new");
+    EXPECT_EQ(readText(opened), content);
+    press("OK");
+
+    writeText(opened, "something else");
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version"));
+    press("Install");
+    EXPECT_TRUE(shows("does not have what was asked for")) << "it is asked for again";
+    EXPECT_THAT(downloaded(), IsEmpty());
+}
+
+TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
+    putFeed(item("slow/new", keys));
+    startUpdater(server.address("plain/feed.xml"));
+    updater->checkForUpdateInformation();
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version")) << "in the place of the silent one";
+    updater->checkForUpdates();
+    EXPECT_THAT(delegate.take(), ElementsAre("1.10"));
+    press("Install");
+    ASSERT_TRUE(shows(" of 293 KB")) << "slowly";
+    EXPECT_THAT(downloaded(), Contains("unverified.part"));
+    press("Cancel");
+    EXPECT_THAT(downloaded(), IsEmpty());
+    EXPECT_TRUE(updater->canCheckForUpdates());
+
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version"));
+    window()->close();
+    checkSilently();
+    EXPECT_THAT(delegate.take(), ElementsAre("1.10", "1.10")) << "reminds of it";
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version"));
+    press("Skip This Version");
+    checkSilently();
+    EXPECT_THAT(delegate.take(), ElementsAre("1.10", "none", "none"));
+    updater->checkForUpdates();
+    ASSERT_TRUE(shows("A new version")) << "where it is the user who asks";
+    window()->close();
+
+    putFeed("");
+    updater->checkForUpdates();
+    press("Cancel");
+    EXPECT_EQ(window(), nullptr);
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("Tidewell is up to date."));
+    press("OK");
+    updater->checkForUpdates();
+    updater.reset();
+    EXPECT_EQ(window(), nullptr) << "goes with it";
+    EXPECT_THAT(log.takeLines(), IsEmpty());
+}
+
+TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWrong) {
+    fs::create_symlink(appImage, link);
+    const KeyPair stranger = makeKeyPair();
+    server.put("short", content.substr(1));
+    server.put("changed", content.substr(1) + "!");
+    server.put("bomb.xml", "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]><rss>&b;</rss>");
+
+    const auto late = "takes too long";
+    const auto unreadable = "list of versions that cannot be read";
+    const auto broken = "cannot be reached";
+    const auto unsafe = "not safe";
+    const auto refused = "does not have";
+    const auto length = "not complete, or is not the right one. It was deleted.";
+    const auto changed = "was changed on its way. It was deleted.";
+    enum Patience { patient, impatient };
+    struct Case {
+        std::string feed;
+        std::string item;
+        const char* message;
+        Patience patience = patient;
+    };
+    const Case cases[] = {
+        {"silent/feed.xml", "", late, impatient},
+        {"slow/feed.xml", "", late, impatient},
+        {"endless/feed.xml", "", unreadable},
+        {"plain/bomb.xml", "", unreadable},
+        {"plain/new", "", unreadable},
+        {"broken/feed.xml", "", broken},
+        {"status-404/feed.xml", "", refused},
+        {"status-206/feed.xml", "", refused},
+        {"status-500/feed.xml", "", refused},
+        {"redirect-6/feed.xml", "", unsafe},
+        {"weaker/feed.xml", "", unsafe},
+        {"elsewhere/feed.xml", "", unsafe},
+        {"", item("slow/new", keys), late, impatient},
+        {"", item("endless/new", keys), length},
+        {"", item("plain/short", keys), length},
+        {"", item("plain/changed", keys), changed},
+        {"", item("plain/new", stranger), changed},
+        {"", item("plain/new", keys, "1.8"), changed},
+        {"", item("broken/new", keys), broken},
+        {"", item("status-404/new", keys), refused},
+        {"", item("redirect-6/new", keys), unsafe},
+        {"", item("weaker/new", keys), unsafe},
+    };
+    updater.reset();
+    defaults.set("SUAutomaticallyUpdate", true);
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.feed + each.item);
+        const bool isFeedWrong = !each.feed.empty();
+        putFeed(each.item);
+        settings.silence = isFeedWrong && each.patience == impatient ? 1000ms : 20000ms;
+        settings.feedLimit = settings.silence;
+        settings.fileLimit = each.patience == impatient ? 1000ms : 20000ms;
+        startUpdater(server.address(isFeedWrong ? each.feed : "plain/feed.xml"));
+        checkSilently();
+        std::vector<std::string> lines;
+        EXPECT_TRUE(comesTrue([&] {
+            lines = log.takeLines();
+            return !lines.empty();
+        }));
+        EXPECT_EQ(lines.size(), 1U);
+        EXPECT_EQ(window(), nullptr);
+        EXPECT_EQ(delegate.take(), std::vector<std::string>(isFeedWrong ? 0 : 1, "1.10"));
+        EXPECT_THAT(downloaded(), IsEmpty());
+
+        updater->checkForUpdates();
+        if (!isFeedWrong && shows("A new version")) {
+            press("Install");
+        }
+        EXPECT_TRUE(shows(each.message));
+        EXPECT_THAT(downloaded(), IsEmpty());
+        EXPECT_EQ(readText(appImage), "old");
+        press("OK");
+        EXPECT_TRUE(updater->canCheckForUpdates());
+        EXPECT_EQ(log.takeLines().size(), 1U);
+        delegate.take();
+    }
+
+    putFeed("");
+    settings.authorities.clear();
+    settings.silence = settings.feedLimit = 20000ms;
+    startUpdater(server.address("plain/feed.xml")); // whose certificate nobody knows
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("could not prove"));
+    press("OK");
+    settings.authorities = QString::fromStdString(server.authorities());
+    settings.program = u"/bin/false"_s;
+    startUpdater(server.address("plain/feed.xml"));
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("missing or broke down"));
+    press("OK");
+
+    settings.program = QStringLiteral(FETCH_PROGRAM);
+    putFeed(item("plain/new", keys));
+    fs::remove(appImage);
+    startUpdater(server.address("plain/feed.xml"));
+    updater->checkForUpdates();
+    if (shows("A new version")) {
+        press("Install");
+    }
+    EXPECT_TRUE(shows("could not be replaced"));
+    press("OK");
+}
+
+} // namespace
+} // namespace tidewell
