@@ -35,8 +35,8 @@ public:
     /// be read is left out.
     virtual Task<ApplicationList> runningApplications() = 0;
 
-    /// Bytes of memory that the process has resident now. Empty when it has ended or cannot be
-    /// inspected. Main thread; one small read.
+    /// Bytes of memory that a process of the last list has resident: now, or as of that list where
+    /// asking takes time. Empty when it has ended or cannot be inspected. Main thread.
     virtual std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) = 0;
 };
 

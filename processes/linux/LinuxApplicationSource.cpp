@@ -4,8 +4,7 @@
 #include "processes/linux/ProcessTable.h"
 #include "support/UserLocale.h"
 
-#include <array>
-#include <charconv>
+#include <algorithm>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -20,7 +19,8 @@ struct LinuxApplicationSource::Knowledge {
                                                  entryLanguages(settings.locale), log)) {}
 
     FileDescriptor processes;
-    ProcessTable table; // the worker's
+    ProcessTable table;                 // the worker's
+    std::vector<ResidentMemory> memory; // the main thread's
 };
 
 LinuxApplicationSource::Settings LinuxApplicationSource::usualSettings() {
@@ -31,8 +31,7 @@ LinuxApplicationSource::Settings LinuxApplicationSource::usualSettings() {
 
 LinuxApplicationSource::LinuxApplicationSource(const Settings& settings, Executor& worker, Log& log)
     : knowledge_(std::make_shared<Knowledge>(settings, log))
-    , worker_(worker)
-    , pageSize_(static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE))) {}
+    , worker_(worker) {}
 
 Task<ApplicationList> LinuxApplicationSource::runningApplications() {
     return look(knowledge_, &worker_);
@@ -40,28 +39,18 @@ Task<ApplicationList> LinuxApplicationSource::runningApplications() {
 
 Task<ApplicationList> LinuxApplicationSource::look(std::shared_ptr<Knowledge> knowledge,
                                                    Executor* worker) {
-    ApplicationList applications;
-    auto work =
-        runOn(*worker, [knowledge, &applications] { applications = knowledge->table.look(); });
+    ProcessTable::Look result;
+    auto work = runOn(*worker, [knowledge, &result] { result = knowledge->table.look(); });
     co_await work;
-    co_return applications;
+    knowledge->memory = std::move(result.memory);
+    co_return result.applications;
 }
 
 std::optional<std::uint64_t> LinuxApplicationSource::residentMemory(ProcessIdentifier process) {
-    constexpr std::string_view file = "/statm";
-    std::array<char, 32> path{};
-    char* const end = std::to_chars(path.data(), path.data() + 16, process).ptr;
-    file.copy(end, file.size());
-
-    const FileDescriptor statm(
-        openat(knowledge_->processes.get(), path.data(), O_RDONLY | O_CLOEXEC));
-    std::array<char, 256> text;
-    const auto size = read(statm.get(), text.data(), text.size());
-    if (size <= 0) {
-        return std::nullopt;
-    }
-    const auto pages = residentPages({text.data(), static_cast<std::size_t>(size)});
-    return pages ? std::optional(*pages * pageSize_) : std::nullopt;
+    const auto& memory = knowledge_->memory;
+    const auto found = std::ranges::lower_bound(memory, process, {}, &ResidentMemory::process);
+    return found != memory.end() && found->process == process ? std::optional(found->bytes)
+                                                              : std::nullopt;
 }
 
 } // namespace tidewell

@@ -29,11 +29,13 @@ public:
     /// Those of the user who runs this program, from the environment.
     static Settings usualSettings();
 
-    /// What takes longer, the first look above all, is done on `worker`, which may be destroyed
-    /// before or after the source. `log` must outlive both.
+    /// All files are read on `worker`: with thousands of processes that takes longer than a frame,
+    /// and some may keep their reader waiting. It may be destroyed before or after the source;
+    /// `log` must outlive both.
     LinuxApplicationSource(const Settings& settings, Executor& worker, Log& log);
 
     Task<ApplicationList> runningApplications() override;
+    /// As of the last list, when it was read.
     std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override;
 
 private:
@@ -42,7 +44,6 @@ private:
 
     std::shared_ptr<Knowledge> knowledge_;
     Executor& worker_;
-    std::uint64_t pageSize_;
 };
 
 } // namespace tidewell

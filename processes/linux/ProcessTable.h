@@ -14,21 +14,31 @@
 
 namespace tidewell {
 
+struct ResidentMemory {
+    ProcessIdentifier process;
+    std::uint64_t bytes;
+};
+
 /// The user's processes with their names and icons, kept from one look to the next. One thread.
 ///
 /// A process is known again by its number in the folder of processes: the kernel makes a new one
 /// for every process, and may make one anew for an old process that it has not been asked about
 /// for long, which is then known by its start time. So a look at what has not changed costs the
-/// list of the folder and no more.
+/// list of the folder, and the one small file of each that tells its memory.
 class ProcessTable {
 public:
     /// `processes` is the open folder of the kernel's processes, which must outlive the table;
     /// `user` whose processes are wanted.
     ProcessTable(int processes, std::uint32_t user, std::unique_ptr<DesktopEntries> entries);
 
-    /// What runs now, in the order of the process numbers. The same list again when that is the
-    /// same as before.
-    ApplicationList look();
+    struct Look {
+        /// What runs now, in the order of the process numbers. The same list again when that is
+        /// the same as before.
+        ApplicationList applications;
+        /// Of those whose memory can be read, in the same order.
+        std::vector<ResidentMemory> memory;
+    };
+    Look look();
 
 private:
     struct Listed {
@@ -58,11 +68,13 @@ private:
     bool hasLeadingAncestor(const Process& process) const;
     std::vector<bool> findLeaders() const;
     ApplicationList makeList() const;
+    std::vector<ResidentMemory> readMemory() const;
 
     int processes_;
     std::uint32_t user_;
     std::unique_ptr<DesktopEntries> entries_;
     std::uint64_t ticksASecond_;
+    std::uint64_t pageSize_;
     Image executable_{Image::executable};
     std::vector<Process> known_; // by id
     ApplicationList list_;

@@ -122,8 +122,11 @@ TEST_F(LinuxApplicationSourceTest, ListsWhatTheUserRunsByNumberWithReadableNames
     EXPECT_THAT(look(), ElementsAre("zwei Zeilen \xef\xbf\xbd "s + plain, "none "s + plain,
                                     "a) b (c "s + plain));
     EXPECT_EQ(source->residentMemory(900), 3U * static_cast<unsigned>(getpagesize()));
-    EXPECT_EQ(source->residentMemory(36), std::uint64_t(3 * getpagesize()));
-    EXPECT_EQ(source->residentMemory(38), std::nullopt);
+    EXPECT_EQ(source->residentMemory(36), std::nullopt);
+    EXPECT_EQ(source->residentMemory(901), std::nullopt);
+    writeText(folder.path() / "proc/900/statm", "0 0 0 0 0 0 0\n"); // it has just ended
+    EXPECT_EQ(look().size(), 3U);
+    EXPECT_EQ(source->residentMemory(900), std::nullopt);
     EXPECT_THAT(log.takeLines(), IsEmpty());
 }
 
@@ -260,8 +263,8 @@ TEST(LinuxApplicationSource, AgreesWithTheKernelOnRealProcesses) {
 
     const int ended = brief.id();
     brief.end();
-    EXPECT_EQ(source.residentMemory(ended), std::nullopt);
     look();
+    EXPECT_EQ(source.residentMemory(ended), std::nullopt);
     EXPECT_THAT(*list, Not(Contains(Field(&RunningApplication::processIdentifier, ended))));
 }
 

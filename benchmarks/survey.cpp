@@ -1,0 +1,242 @@
+// What a survey of the processes costs, against `ps` as a whole program and against the least that
+// reads the same figures: a loop over the same files. All are measured in turns, so that whatever
+// else the machine does falls on all of them.
+
+#include "platform/foundation/FileDescriptor.h"
+#include "processes/MemoryManager.h"
+#include "processes/linux/LinuxApplicationSource.h"
+#include "tests/fakes/ManualClock.h"
+#include "tests/fakes/ManualExecutor.h"
+#include "tests/fakes/MemoryUserDefaults.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tidewell {
+namespace {
+
+class SilentLog final : public Log {
+public:
+    bool isEnabled(LogLevel) const override { return false; }
+    void write(const LogRecord&) override {}
+};
+
+template <typename Work>
+double microseconds(Work work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::micro> passed =
+        std::chrono::steady_clock::now() - start;
+    return passed.count();
+}
+
+double median(std::vector<double> values) {
+    std::ranges::nth_element(values,
+                             values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    return values[values.size() / 2];
+}
+
+/// Processes of this user that sleep as long as this lives.
+class Sleepers {
+public:
+    explicit Sleepers(std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const pid_t child = fork();
+            if (child == 0) {
+                prctl(PR_SET_PDEATHSIG, SIGKILL);
+                pause();
+                _exit(0);
+            }
+            if (child < 0) {
+                break; // no more are allowed
+            }
+            ids_.push_back(child);
+        }
+        // Until the last one sleeps, and all are older than what the source settles for.
+        std::this_thread::sleep_for(std::chrono::seconds(4));
+    }
+    Sleepers(const Sleepers&) = delete;
+    Sleepers& operator=(const Sleepers&) = delete;
+    ~Sleepers() {
+        for (const pid_t id : ids_) {
+            kill(id, SIGKILL);
+        }
+        for (const pid_t id : ids_) {
+            waitpid(id, nullptr, 0);
+        }
+    }
+
+    std::size_t count() const { return ids_.size(); }
+
+private:
+    std::vector<pid_t> ids_;
+};
+
+/// A main thread that notes how long it was busy at a stretch.
+class MeasuredExecutor final : public Executor {
+public:
+    void post(std::function<void()> job) override { jobs_.post(std::move(job)); }
+
+    std::size_t drain() {
+        std::size_t count = 0;
+        const double time = microseconds([&] { count = jobs_.drain(); });
+        longest_ = std::max(longest_, time);
+        return count;
+    }
+
+    double longest() const { return longest_; }
+
+private:
+    ManualExecutor jobs_;
+    double longest_ = 0;
+};
+
+/// The survey of the real machine, its main thread and its worker in turns on this thread.
+struct Survey {
+    explicit Survey(std::vector<std::string> dataFolders)
+        : source(
+              [&dataFolders] {
+                  auto settings = LinuxApplicationSource::usualSettings();
+                  settings.dataFolders = std::move(dataFolders);
+                  return settings;
+              }(),
+              worker, log) {}
+
+    void take() {
+        spawn(mainThread, manager->getAllProcessesMemoryUsage());
+        while (mainThread.drain() + worker.drain() > 0) {
+        }
+    }
+
+    SilentLog log;
+    MemoryUserDefaults defaults;
+    ManualClock clock;
+    MeasuredExecutor mainThread;
+    ManualExecutor worker;
+    LinuxApplicationSource source;
+    std::shared_ptr<MemoryManager> manager =
+        std::make_shared<MemoryManager>(MemoryManager::Environment{.applications = source,
+                                                                   .defaults = defaults,
+                                                                   .mainThread = mainThread,
+                                                                   .clock = clock,
+                                                                   .log = log});
+};
+
+void runPs() {
+    const pid_t child = fork();
+    if (child == 0) {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        dup2(nowhere, STDOUT_FILENO);
+        execlp("ps", "ps", "-eo", "pid,rss,comm", nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (status != 0) {
+        std::fprintf(stderr, "ps did not run\n");
+        std::exit(1);
+    }
+}
+
+void readTheSameFiles(const std::vector<std::string>& files) {
+    char buffer[256];
+    for (const std::string& path : files) {
+        const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        static_cast<void>(read(file.get(), buffer, sizeof buffer));
+    }
+}
+
+/// The files that a survey reads, of every process that it lists.
+std::vector<std::string> filesOf(Survey& survey) {
+    ApplicationList list;
+    const auto store = [](LinuxApplicationSource* source, ApplicationList* result) -> Task<void> {
+        *result = co_await source->runningApplications();
+    };
+    spawn(survey.mainThread, store(&survey.source, &list));
+    while (survey.mainThread.drain() + survey.worker.drain() > 0) {
+    }
+    std::vector<std::string> files;
+    for (const auto& application : *list) {
+        files.push_back("/proc/" + std::to_string(application.processIdentifier) + "/statm");
+    }
+    return files;
+}
+
+/// Returns microseconds for each process.
+double measureSteadySurvey(std::size_t count) {
+    const Sleepers sleepers(count);
+    if (sleepers.count() < count) {
+        std::printf("%zu processes: only %zu are allowed here\n", count, sleepers.count());
+    }
+    Survey survey(LinuxApplicationSource::usualSettings().dataFolders);
+    survey.take();
+    const auto files = filesOf(survey);
+    std::vector<double> ps;
+    std::vector<double> loop;
+    std::vector<double> own;
+    for (int round = 0; round < 31; ++round) {
+        ps.push_back(microseconds(runPs));
+        loop.push_back(microseconds([&files] { readTheSameFiles(files); }));
+        own.push_back(microseconds([&survey] { survey.take(); }));
+    }
+    const auto rows = static_cast<double>(survey.manager->allProcesses().size());
+    const double time = median(own);
+    std::printf("steady survey of %5.0f processes         %9.2f us each\n"
+                "  reading the same files                %9.2f us each\n"
+                "  ratio                                 %9.2f    (at most 1.5)\n"
+                "  ps -eo pid,rss,comm                   %9.2f us each\n"
+                "  ratio                                 %9.2f    (at most 0.25)\n",
+                rows, time / rows, median(loop) / rows, time / median(loop), median(ps) / rows,
+                time / median(ps));
+    return time / rows;
+}
+
+void writeEntries(const std::filesystem::path& folder, int count) {
+    create_directories(folder / "applications");
+    for (int i = 0; i < count; ++i) {
+        const auto number = std::to_string(i);
+        std::string text = "[Desktop Entry]\nType=Application\nName=Application " + number +
+                           "\nIcon=application-" + number + "\nExec=application-" + number +
+                           " %U\n";
+        for (int language = 0; language < 80; ++language) {
+            text += "Name[x" + std::to_string(language) + "]=Application " + number + "\n";
+        }
+        writeText(folder / "applications" / ("application-" + number + ".desktop"), text);
+    }
+}
+
+void measureFirstSurvey(std::size_t count, int entries) {
+    const Sleepers sleepers(count);
+    const TemporaryFolder folder;
+    writeEntries(folder.path(), entries);
+    std::vector<double> whole;
+    std::vector<double> longest;
+    for (int round = 0; round < 7; ++round) {
+        Survey survey({folder.path().string()});
+        whole.push_back(microseconds([&survey] { survey.take(); }));
+        longest.push_back(survey.mainThread.longest());
+    }
+    std::printf("first survey, %zu processes, %d desktop entries\n"
+                "  from start to list                    %9.2f ms\n"
+                "  longest stretch of the main thread    %9.2f ms\n",
+                sleepers.count(), entries, median(whole) / 1000, median(longest) / 1000);
+}
+
+} // namespace
+} // namespace tidewell
+
+int main() {
+    const double few = tidewell::measureSteadySurvey(200);
+    tidewell::measureSteadySurvey(2000);
+    const double many = tidewell::measureSteadySurvey(8000);
+    std::printf("cost of a process, 8000 to 200          %9.2f    (no growth: 1)\n", many / few);
+    tidewell::measureFirstSurvey(2000, 200);
+}
