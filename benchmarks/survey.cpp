@@ -11,6 +11,7 @@
 #include "tests/fakes/TemporaryFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -147,10 +148,10 @@ void runPs() {
 }
 
 void readTheSameFiles(const std::vector<std::string>& files) {
-    char buffer[256];
+    std::array<char, 256> buffer{};
     for (const std::string& path : files) {
         const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-        static_cast<void>(read(file.get(), buffer, sizeof buffer));
+        static_cast<void>(read(file.get(), buffer.data(), buffer.size()));
     }
 }
 
@@ -202,14 +203,13 @@ double measureSteadySurvey(std::size_t count) {
 void writeEntries(const std::filesystem::path& folder, int count) {
     create_directories(folder / "applications");
     for (int i = 0; i < count; ++i) {
-        const auto number = std::to_string(i);
-        std::string text = "[Desktop Entry]\nType=Application\nName=Application " + number +
-                           "\nIcon=application-" + number + "\nExec=application-" + number +
-                           " %U\n";
+        const std::string name = "application-" + std::to_string(i);
+        std::string text = "[Desktop Entry]\nType=Application\nName=Application\n";
         for (int language = 0; language < 80; ++language) {
-            text += "Name[x" + std::to_string(language) + "]=Application " + number + "\n";
+            text.append("Name[x").append(std::to_string(language)).append("]=Application\n");
         }
-        writeText(folder / "applications" / ("application-" + number + ".desktop"), text);
+        text.append("Icon=").append(name).append("\nExec=").append(name).append(" %U\n");
+        writeText(folder / "applications" / (name + ".desktop"), text);
     }
 }
 

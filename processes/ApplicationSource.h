@@ -14,7 +14,7 @@ namespace tidewell {
 using ProcessIdentifier = std::int32_t;
 
 struct RunningApplication {
-    ProcessIdentifier processIdentifier;
+    ProcessIdentifier processIdentifier = 0;
     std::optional<std::string> localizedName; ///< UTF-8, for the user to read
     std::optional<Image> icon;                ///< the same object at every survey, if it can be
 };

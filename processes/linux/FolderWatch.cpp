@@ -47,7 +47,7 @@ bool FolderWatch::watch(const std::string& folder, const std::string& name) {
 
 bool FolderWatch::takeChanges() {
     bool changed = false;
-    alignas(inotify_event) std::array<char, 4096> buffer;
+    alignas(inotify_event) std::array<char, 4096> buffer{};
     for (;;) {
         const auto size = read(events_.get(), buffer.data(), buffer.size());
         if (size <= 0) {

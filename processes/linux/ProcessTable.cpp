@@ -31,7 +31,7 @@ std::optional<std::string> readFileOf(int processes, ProcessIdentifier id, const
 }
 
 std::string executableOf(int processes, ProcessIdentifier id) {
-    std::array<char, fileLimit> buffer;
+    std::array<char, fileLimit> buffer{};
     const auto path = std::to_string(id) + "/exe";
     const auto size = readlinkat(processes, path.c_str(), buffer.data(), buffer.size());
     std::string_view target(buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
@@ -50,7 +50,7 @@ std::optional<std::uint64_t> readResidentPages(int processes, ProcessIdentifier 
     name.copy(end, name.size());
 
     const FileDescriptor file(openat(processes, path.data(), O_RDONLY | O_CLOEXEC));
-    std::array<char, 256> text;
+    std::array<char, 256> text{};
     const auto size = file.isOpen() ? read(file.get(), text.data(), text.size()) : -1;
     return size > 0 ? residentPages({text.data(), static_cast<std::size_t>(size)}) : std::nullopt;
 }
