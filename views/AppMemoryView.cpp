@@ -1,0 +1,132 @@
+#include "views/AppMemoryView.h"
+
+#include "platform/ui/Palette.h"
+#include "platform/ui/TitledBox.h"
+#include "services/StoredPreferences.h"
+#include "views/AnchorPoint.h"
+#include "views/AppMemoryPlacement.h"
+#include "views/ShowItemList.h"
+#include "views/WindowAndPositionReader.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace tidewell {
+
+namespace {
+
+constexpr int listWidth = 380;
+constexpr int listHeight = 350;
+
+QList<QRect> screens() {
+    QList<QRect> places;
+    for (const QScreen* screen : QGuiApplication::screens()) { // the main one is the first
+        places.push_back(screen->geometry());
+    }
+    return places;
+}
+
+} // namespace
+
+AppMemoryView::AppMemoryView(Environment environment)
+    : environment_(std::move(environment))
+    , list_(new ShowItemList(ShowItemList::Kind::processes))
+    , box_(new TitledBox({}, list_))
+    , positionReader_(new WindowAndPositionReader(
+          [view = QPointer<AppMemoryView>(this)](QWidget* window) {
+              if (view && window != nullptr) {
+                  view->place(window);
+              }
+          },
+          [](QPointF) {}, this)) {
+    list_->setAccessibleName(tr("Processes"));
+    list_->setFixedSize(listWidth, listHeight);
+    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    box_->setContentMargins({});
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(box_, 0, Qt::AlignHCenter | Qt::AlignTop);
+    setFocusProxy(list_);
+    watching_ = environment_.memoryManager->objectWillChange([this] { scheduleRefresh(); });
+}
+
+void AppMemoryView::place(QWidget* window) const {
+    const Data stored = readForView(environment_.defaults, preferences::auxiliaryWindowPos);
+    const QPointF anchor = decodePoint(stored).value_or(QPointF());
+    window->move(appMemoryPosition(anchor, window->frameGeometry().size(), environment_.panelWidth,
+                                   screens()));
+}
+
+void AppMemoryView::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        place(window()); // before it is to be seen, so that it does not jump
+        list_->setFocus();
+        environment_.memoryManager->startPeriodicTask();
+        refresh();
+    }
+    QWidget::showEvent(event);
+}
+
+void AppMemoryView::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) {
+        environment_.memoryManager->stopPeriodicTask();
+    }
+    QWidget::hideEvent(event);
+}
+
+void AppMemoryView::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    if (isVisible()) {
+        environment_.dismissWindow();
+    }
+}
+
+void AppMemoryView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        environment_.dismissWindow();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void AppMemoryView::resizeEvent(QResizeEvent* event) {
+    positionReader_->setGeometry(rect());
+    QWidget::resizeEvent(event);
+}
+
+void AppMemoryView::paintEvent(QPaintEvent*) {
+    // Its window has no frame: a line of one device pixel sets it off from others of its colour.
+    QPainter painter(this);
+    const double line = 1 / devicePixelRatioF();
+    painter.setPen(QPen(hairline(appearanceOf(palette())), line));
+    painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
+}
+
+void AppMemoryView::scheduleRefresh() {
+    if (refreshScheduled_ || !isVisible()) {
+        return;
+    }
+    refreshScheduled_ = true;
+    // Later: the observed fields still have their old values.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            refreshScheduled_ = false;
+            if (isVisible()) {
+                refresh();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void AppMemoryView::refresh() {
+    const auto& processes = environment_.memoryManager->allProcesses();
+    box_->setTitle(tr("Processes Real Mem [%1]").arg(processes.size()));
+    list_->setItems(processes);
+}
+
+} // namespace tidewell

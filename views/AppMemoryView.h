@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/foundation/UserDefaults.h"
+#include "processes/MemoryManager.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace tidewell {
+
+class ShowItemList;
+class TitledBox;
+
+/// The content of the process window: the running applications by resident memory. The survey runs
+/// while it is shown. It puts its window beside the panel, and asks for its dismissal when the
+/// pointer leaves it, or on Escape. Main thread.
+class AppMemoryView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// What is referred to must outlive the view.
+    struct Environment {
+        std::shared_ptr<MemoryManager> memoryManager;
+        const UserDefaults& defaults; ///< knows where the panel is
+        std::function<void()> dismissWindow;
+        double panelWidth; ///< points
+    };
+
+    explicit AppMemoryView(Environment environment);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void place(QWidget* window) const;
+    void scheduleRefresh();
+    void refresh();
+
+    Environment environment_;
+    // Owned by the view.
+    ShowItemList* list_;
+    TitledBox* box_;
+    QWidget* positionReader_;
+    bool refreshScheduled_ = false;
+    Subscription watching_;
+};
+
+} // namespace tidewell
