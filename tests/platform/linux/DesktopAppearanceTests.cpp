@@ -1,4 +1,6 @@
+#include "platform/linux/DesktopAnimations.h"
 #include "platform/linux/DesktopAppearance.h"
+#include "platform/linux/ServiceCall.h"
 #include "tests/platform/linux/PrivateBus.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +12,8 @@
 
 namespace tidewell {
 namespace {
+
+using namespace std::chrono_literals;
 
 using Both = std::pair<Appearance, Appearance>; // desktop, status area
 constexpr auto light = Appearance::light;
@@ -127,6 +131,39 @@ TEST(DesktopAppearance, KnowsGnomesBarAndManagesWithoutABus) {
     }
     EXPECT_EQ(themeAppearance(QStringLiteral("Adwaita-DARK")), dark);
     EXPECT_EQ(themeAppearance(QStringLiteral("Arc-Darker")), light);
+}
+
+TEST(DesktopAnimations, AreWantedUnlessASettingOfTheDesktopSaysNo) {
+    PrivateBus bus;
+    Settings portal(bus, portalService, portalPath);
+    Settings xfce(bus, xfceService, xfcePath);
+    const auto areWanted = [&](Settings& settings, const char* key, const QVariant& value) {
+        settings.values = {{QLatin1String(key), QDBusVariant(value)}};
+        const QDBusConnection program = bus.connect();
+        const DesktopAnimations animations(program);
+        // Each service answers in turn, so these answers are the last.
+        QObject context;
+        int answers = 0;
+        for (const auto& [service, path] :
+             {std::pair(portalService, portalPath), std::pair(xfceService, xfcePath)}) {
+            callService(program,
+                        QDBusMessage::createMethodCall(QLatin1String(service), QLatin1String(path),
+                                                       QLatin1String(service),
+                                                       QStringLiteral("Read")),
+                        10s, context, [&](const QDBusMessage&) { ++answers; });
+        }
+        EXPECT_TRUE(comesTrue([&] { return answers == 2; }));
+        settings.values.clear();
+        return animations.areWanted();
+    };
+    EXPECT_FALSE(areWanted(portal, "reduced-motion", 1U));
+    EXPECT_FALSE(areWanted(portal, "enable-animations", variant(false)));
+    EXPECT_FALSE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("0")));
+    EXPECT_FALSE(areWanted(xfce, "/Gtk/EnableAnimations", false));
+    EXPECT_TRUE(areWanted(portal, "reduced-motion", 0U));
+    EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("1.5")));
+    EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("quick")));
+    EXPECT_TRUE(areWanted(xfce, "/Gtk/EnableAnimations", true));
 }
 
 } // namespace
