@@ -49,7 +49,7 @@ double contrast(Colour text, Colour ground, Appearance appearance) {
         return 0.2126 * linear(shown.redF()) + 0.7152 * linear(shown.greenF()) +
                0.0722 * linear(shown.blueF());
     };
-    const auto [darker, lighter] = std::minmax(luminance(text), luminance(ground));
+    const auto [darker, lighter] = std::minmax({luminance(text), luminance(ground)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
