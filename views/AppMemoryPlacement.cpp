@@ -47,11 +47,17 @@ QPoint appMemoryPosition(QPointF anchor, const QSize& window, double panelWidth,
     if (isVisible) {
         return described.topLeft().toPoint();
     }
-    const double panelRight = desktopFromUpward(anchor, mainScreen).x() + panelWidth;
+    const double panelLeft = desktopFromUpward(anchor, mainScreen).x();
+    const double panelRight = panelLeft + panelWidth;
     QRectF otherSide = described;
     otherSide.moveLeft(panelRight + besidePanel);
-    const QPointF beside = nearestWhole(otherSide, screens);
-    return (beside.x() >= panelRight ? beside : nearestWhole(described, screens)).toPoint();
+    const auto covered = [&](QPointF place) {
+        return std::max(0.0, std::min(place.x() + window.width(), panelRight) -
+                                 std::max(place.x(), panelLeft));
+    };
+    const QPointF there = nearestWhole(otherSide, screens);
+    const QPointF here = nearestWhole(described, screens);
+    return (covered(there) <= covered(here) ? there : here).toPoint();
 }
 
 } // namespace tidewell

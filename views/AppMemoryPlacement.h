@@ -12,9 +12,9 @@ namespace tidewell {
 QPointF appMemoryOrigin(QPointF anchor, double windowWidth);
 
 /// Where the toolkit puts the process window's upper left corner. Where all of it would lie outside
-/// every screen, it goes to the other side of the panel, or as near to that as it is whole; where
-/// it would cover the panel there, to the nearest place where it is whole. `anchor` is the panel's
-/// lower left corner, upward as above; `screens` are places on the desktop, the main one first.
+/// every screen, it goes to the nearest place where it is whole, on the other side of the panel
+/// unless less of the panel is covered on this one. `anchor` is the panel's lower left corner,
+/// upward as above; `screens` are places on the desktop, the main one first.
 QPoint appMemoryPosition(QPointF anchor, const QSize& window, double panelWidth,
                          const QList<QRect>& screens);
 
