@@ -21,9 +21,10 @@ namespace {
 constexpr int notesHeight = 180;
 constexpr int progressSteps = 1000;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("SPUStandardUserDriver", text);
-}
+/// The texts of all classes here are translated under one name.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(SPUStandardUserDriver)
+};
 
 QString bytes(qint64 count) {
     return QString::fromStdString(byteText(count));
@@ -36,7 +37,7 @@ public:
         setFont(textFont(TextStyle::callout, font()));
         setFixedHeight(notesHeight);
         setOpenLinks(false);
-        setAccessibleName(tr("Release notes"));
+        setAccessibleName(Texts::tr("Release notes"));
         connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& address) {
             if (isSafeAddress(address)) {
                 QDesktopServices::openUrl(address);
@@ -72,7 +73,7 @@ public:
         bar_->setRange(0, progressSteps);
         bar_->setValue(
             static_cast<int>(std::clamp(received, qint64{0}, length) * progressSteps / length));
-        figures_->setText(tr("%1 of %2").arg(bytes(received), bytes(length)));
+        figures_->setText(Texts::tr("%1 of %2").arg(bytes(received), bytes(length)));
         figures_->show();
     }
 
@@ -84,38 +85,44 @@ private:
 QString failureText(UpdateProblem problem) {
     switch (problem) {
     case UpdateProblem::unreachable:
-        return tr("The update server cannot be reached. Check the connection to the internet and "
-                  "try again.");
+        return Texts::tr(
+            "The update server cannot be reached. Check the connection to the internet and "
+            "try again.");
     case UpdateProblem::untrusted:
-        return tr("The update server could not prove that it is the right one. Nothing was "
-                  "downloaded from it.");
+        return Texts::tr("The update server could not prove that it is the right one. Nothing was "
+                         "downloaded from it.");
     case UpdateProblem::refused:
-        return tr("The update server does not have what was asked for. Try again later.");
+        return Texts::tr("The update server does not have what was asked for. Try again later.");
     case UpdateProblem::badRedirect:
-        return tr("The update server points to a place that is not safe. Nothing was downloaded "
-                  "from there.");
+        return Texts::tr(
+            "The update server points to a place that is not safe. Nothing was downloaded "
+            "from there.");
     case UpdateProblem::timedOut:
-        return tr("The update server takes too long to answer. Try again later.");
+        return Texts::tr("The update server takes too long to answer. Try again later.");
     case UpdateProblem::badFeed:
-        return tr("The update server sent a list of versions that cannot be read.");
+        return Texts::tr("The update server sent a list of versions that cannot be read.");
     case UpdateProblem::wrongLength:
-        return tr("The downloaded file is not complete, or is not the right one. It was deleted.");
+        return Texts::tr(
+            "The downloaded file is not complete, or is not the right one. It was deleted.");
     case UpdateProblem::wrongSignature:
-        return tr("The downloaded file was not made by the developers of this program, or was "
-                  "changed on its way. It was deleted.");
+        return Texts::tr(
+            "The downloaded file was not made by the developers of this program, or was "
+            "changed on its way. It was deleted.");
     case UpdateProblem::cannotStore:
-        return tr("The update could not be saved. There may be no space left on the disk.");
+        return Texts::tr("The update could not be saved. There may be no space left on the disk.");
     case UpdateProblem::cannotReplace:
-        return tr("The program's file could not be replaced. You may not have the right to change "
-                  "the folder that it is in.");
+        return Texts::tr(
+            "The program's file could not be replaced. You may not have the right to change "
+            "the folder that it is in.");
     case UpdateProblem::noHandler:
-        return tr("The update was downloaded, but there is no program here to open it with.");
+        return Texts::tr(
+            "The update was downloaded, but there is no program here to open it with.");
     case UpdateProblem::notStarted:
-        return tr("This program was not set up for updates.");
+        return Texts::tr("This program was not set up for updates.");
     case UpdateProblem::broken:
         break;
     }
-    return tr("A part of this program is missing or broke down.");
+    return Texts::tr("A part of this program is missing or broke down.");
 }
 
 } // namespace
@@ -152,41 +159,42 @@ void SPUStandardUserDriver::present() {
 }
 
 void SPUStandardUserDriver::showChecking(Action cancel) {
-    window().setContent({tr("Checking for updates…"),
+    window().setContent({Texts::tr("Checking for updates…"),
                          {},
                          new ProgressView,
-                         {{tr("Cancel"), Role::dismiss, std::move(cancel)}}});
+                         {{Texts::tr("Cancel"), Role::dismiss, std::move(cancel)}}});
     present();
 }
 
 void SPUStandardUserDriver::showUpToDate(const QString& installedVersion, Action acknowledge) {
-    window().setContent(
-        {tr("%1 is up to date.").arg(applicationName_),
-         tr("Version %1 is the newest one there is for this computer.").arg(installedVersion),
-         nullptr,
-         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+    window().setContent({Texts::tr("%1 is up to date.").arg(applicationName_),
+                         Texts::tr("Version %1 is the newest one there is for this computer.")
+                             .arg(installedVersion),
+                         nullptr,
+                         {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
     present();
 }
 
 void SPUStandardUserDriver::showFound(const QString& version, const QString& installedVersion,
                                       const QString& notes, FoundActions actions) {
     window().setContent(
-        {tr("A new version of %1 is available.").arg(applicationName_),
-         tr("Version %1 can be installed now. You have version %2.").arg(version, installedVersion),
+        {Texts::tr("A new version of %1 is available.").arg(applicationName_),
+         Texts::tr("Version %1 can be installed now. You have version %2.")
+             .arg(version, installedVersion),
          notes.isEmpty() ? nullptr : new NotesView(notes),
-         {{tr("Skip This Version"), Role::other, std::move(actions.skip)},
-          {tr("Remind Me Later"), Role::dismiss, std::move(actions.remindLater)},
-          {tr("Install"), Role::confirm, std::move(actions.install)}}});
+         {{Texts::tr("Skip This Version"), Role::other, std::move(actions.skip)},
+          {Texts::tr("Remind Me Later"), Role::dismiss, std::move(actions.remindLater)},
+          {Texts::tr("Install"), Role::confirm, std::move(actions.install)}}});
     present();
 }
 
 void SPUStandardUserDriver::showDownload(const QString& version, Action cancel) {
     auto* progress = new ProgressView;
     progress_ = progress;
-    window().setContent({tr("Downloading %1 %2…").arg(applicationName_, version),
+    window().setContent({Texts::tr("Downloading %1 %2…").arg(applicationName_, version),
                          {},
                          progress,
-                         {{tr("Cancel"), Role::dismiss, std::move(cancel)}}});
+                         {{Texts::tr("Cancel"), Role::dismiss, std::move(cancel)}}});
     present();
 }
 
@@ -198,32 +206,33 @@ void SPUStandardUserDriver::setProgress(qint64 received, qint64 length) {
 
 void SPUStandardUserDriver::showInstalling(const QString& version) {
     window().setContent(
-        {tr("Installing %1 %2…").arg(applicationName_, version), {}, new ProgressView, {}});
+        {Texts::tr("Installing %1 %2…").arg(applicationName_, version), {}, new ProgressView, {}});
     present();
 }
 
 void SPUStandardUserDriver::showInstalled(const QString& version, Action restart, Action later) {
-    window().setContent({tr("%1 %2 is installed.").arg(applicationName_, version),
-                         tr("It is used from the next start on."),
+    window().setContent({Texts::tr("%1 %2 is installed.").arg(applicationName_, version),
+                         Texts::tr("It is used from the next start on."),
                          nullptr,
-                         {{tr("Later"), Role::dismiss, std::move(later)},
-                          {tr("Restart Now"), Role::confirm, std::move(restart)}}});
+                         {{Texts::tr("Later"), Role::dismiss, std::move(later)},
+                          {Texts::tr("Restart Now"), Role::confirm, std::move(restart)}}});
     present();
 }
 
 void SPUStandardUserDriver::showHandedOver(const QString& version, Action acknowledge) {
-    window().setContent({tr("%1 %2 was downloaded and verified.").arg(applicationName_, version),
-                         tr("Your desktop opens it now with the program that installs such files."),
-                         nullptr,
-                         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+    window().setContent(
+        {Texts::tr("%1 %2 was downloaded and verified.").arg(applicationName_, version),
+         Texts::tr("Your desktop opens it now with the program that installs such files."),
+         nullptr,
+         {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
     present();
 }
 
 void SPUStandardUserDriver::showFailure(UpdateProblem problem, Action acknowledge) {
-    window().setContent({tr("The update did not succeed."),
+    window().setContent({Texts::tr("The update did not succeed."),
                          failureText(problem),
                          nullptr,
-                         {{tr("OK"), Role::confirm, std::move(acknowledge)}}});
+                         {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
     present();
 }
 

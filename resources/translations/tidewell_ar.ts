@@ -1,0 +1,335 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ar" sourcelanguage="en">
+<context>
+    <name>BarLabelView</name>
+    <message>
+        <source>No Swap</source>
+        <translation>لا تبديل</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderView</name>
+    <message>
+        <source>Process</source>
+        <translation>العملية</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>الاستخدام</translation>
+    </message>
+</context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>RTL</translation>
+    </message>
+</context>
+<context>
+    <name>SPUStandardUserDriver</name>
+    <message>
+        <source>Release notes</source>
+        <translation>ملاحظات الإصدار</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 من %2</translation>
+    </message>
+    <message>
+        <source>The update server cannot be reached. Check the connection to the internet and try again.</source>
+        <translation>تعذر الوصول إلى خادم التحديثات. تحقق من الاتصال بالإنترنت وحاول مرة أخرى.</translation>
+    </message>
+    <message>
+        <source>The update server could not prove that it is the right one. Nothing was downloaded from it.</source>
+        <translation>لم يتمكن خادم التحديثات من إثبات هويته. لم يُنزَّل منه شيء.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for. Try again later.</source>
+        <translation>لا يملك خادم التحديثات ما طُلب منه. حاول لاحقًا.</translation>
+    </message>
+    <message>
+        <source>The update server points to a place that is not safe. Nothing was downloaded from there.</source>
+        <translation>يشير خادم التحديثات إلى عنوان غير آمن. لم يُنزَّل منه شيء.</translation>
+    </message>
+    <message>
+        <source>The update server takes too long to answer. Try again later.</source>
+        <translation>يستغرق خادم التحديثات وقتًا طويلًا للرد. حاول لاحقًا.</translation>
+    </message>
+    <message>
+        <source>The update server sent a list of versions that cannot be read.</source>
+        <translation>أرسل خادم التحديثات قائمة إصدارات لا يمكن قراءتها.</translation>
+    </message>
+    <message>
+        <source>The downloaded file is not complete, or is not the right one. It was deleted.</source>
+        <translation>الملف المُنزَّل غير مكتمل أو ليس الملف الصحيح. تم حذفه.</translation>
+    </message>
+    <message>
+        <source>The downloaded file was not made by the developers of this program, or was changed on its way. It was deleted.</source>
+        <translation>الملف المُنزَّل ليس من مطوري هذا البرنامج أو تغيّر في الطريق. تم حذفه.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved. There may be no space left on the disk.</source>
+        <translation>تعذر حفظ التحديث. ربما لا توجد مساحة كافية على القرص.</translation>
+    </message>
+    <message>
+        <source>The program&apos;s file could not be replaced. You may not have the right to change the folder that it is in.</source>
+        <translation>تعذر استبدال ملف البرنامج. قد لا تملك صلاحية تغيير المجلد الذي يوجد فيه.</translation>
+    </message>
+    <message>
+        <source>The update was downloaded, but there is no program here to open it with.</source>
+        <translation>نُزِّل التحديث، لكن لا يوجد هنا برنامج لفتحه.</translation>
+    </message>
+    <message>
+        <source>This program was not set up for updates.</source>
+        <translation>لم يُعدّ هذا البرنامج للتحديثات.</translation>
+    </message>
+    <message>
+        <source>A part of this program is missing or broke down.</source>
+        <translation>جزء من هذا البرنامج مفقود أو معطّل.</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>جارٍ البحث عن تحديثات…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1 محدَّث.</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one there is for this computer.</source>
+        <translation>الإصدار %1 هو أحدث إصدار متاح لهذا الحاسوب.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>موافق</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available.</source>
+        <translation>يتوفر إصدار جديد من %1.</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed now. You have version %2.</source>
+        <translation>يمكن تثبيت الإصدار %1 الآن. لديك الإصدار %2.</translation>
+    </message>
+    <message>
+        <source>Skip This Version</source>
+        <translation>تخطي هذا الإصدار</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>ذكّرني لاحقًا</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>تثبيت</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>جارٍ تنزيل %1 %2…</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2…</source>
+        <translation>جارٍ تثبيت %1 %2…</translation>
+    </message>
+    <message>
+        <source>%1 %2 is installed.</source>
+        <translation>تم تثبيت %1 %2.</translation>
+    </message>
+    <message>
+        <source>It is used from the next start on.</source>
+        <translation>سيُستخدم ابتداءً من التشغيل التالي.</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>لاحقًا</translation>
+    </message>
+    <message>
+        <source>Restart Now</source>
+        <translation>إعادة التشغيل الآن</translation>
+    </message>
+    <message>
+        <source>%1 %2 was downloaded and verified.</source>
+        <translation>تم تنزيل %1 %2 والتحقق منه.</translation>
+    </message>
+    <message>
+        <source>Your desktop opens it now with the program that installs such files.</source>
+        <translation>يفتحه سطح المكتب الآن بالبرنامج الذي يثبّت مثل هذه الملفات.</translation>
+    </message>
+    <message>
+        <source>The update did not succeed.</source>
+        <translation>لم ينجح التحديث.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>Open</source>
+        <translation>فتح</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>حول</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>إنهاء</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AboutView</name>
+    <message>
+        <source>Version %1 (%2)</source>
+        <translation>الإصدار %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Built for the Linux desktop</source>
+        <translation>صُنع لسطح مكتب لينكس</translation>
+    </message>
+    <message>
+        <source>Visit website</source>
+        <translation>زيارة الموقع</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AppMemoryView</name>
+    <message>
+        <source>Processes</source>
+        <translation>العمليات</translation>
+    </message>
+    <message>
+        <source>Processes Real Mem [%1]</source>
+        <translation>الذاكرة الفعلية للعمليات [%1]</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ContentView</name>
+    <message>
+        <source>Quit</source>
+        <translation>إنهاء</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChart</name>
+    <message>
+        <source>Swap Usage</source>
+        <translation>استخدام التبديل</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>لا توجد قياسات بعد</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 في %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChartFixed</name>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>ضغط الذاكرة</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>لا توجد قياسات بعد</translation>
+    </message>
+    <message>
+        <source>%1% at %2</source>
+        <translation>%1% في %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SettingsView</name>
+    <message>
+        <source>Hourly</source>
+        <translation>كل ساعة</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>كل يوم</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>كل أسبوع</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>كل شهر</translation>
+    </message>
+    <message>
+        <source>Start %1 at login</source>
+        <translation>تشغيل %1 عند تسجيل الدخول</translation>
+    </message>
+    <message>
+        <source>Confirm quit on exit</source>
+        <translation>التأكيد قبل الإنهاء</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>عام</translation>
+    </message>
+    <message>
+        <source>Poll more often</source>
+        <translation>القياس أكثر</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>القياس أقل</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>الفاصل بين القياسات بالثواني</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>البحث عن التحديثات تلقائيًا</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>تنزيل التحديثات تلقائيًا</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>فترة البحث عن التحديثات</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>البحث عن التحديثات الآن</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>التحديثات</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانيتان</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثوانٍ</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانيتان</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثوانٍ</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+            <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>

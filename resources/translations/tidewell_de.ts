@@ -1,0 +1,327 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>BarLabelView</name>
+    <message>
+        <source>No Swap</source>
+        <translation>Kein Swap</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderView</name>
+    <message>
+        <source>Process</source>
+        <translation>Prozess</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Belegt</translation>
+    </message>
+</context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>SPUStandardUserDriver</name>
+    <message>
+        <source>Release notes</source>
+        <translation>Neuerungen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>The update server cannot be reached. Check the connection to the internet and try again.</source>
+        <translation>Der Update-Server ist nicht erreichbar. Prüfen Sie die Internetverbindung und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The update server could not prove that it is the right one. Nothing was downloaded from it.</source>
+        <translation>Der Update-Server konnte nicht nachweisen, dass er der richtige ist. Es wurde nichts von ihm geladen.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for. Try again later.</source>
+        <translation>Der Update-Server hat das Gesuchte nicht. Versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>The update server points to a place that is not safe. Nothing was downloaded from there.</source>
+        <translation>Der Update-Server verweist auf eine unsichere Adresse. Es wurde nichts von dort geladen.</translation>
+    </message>
+    <message>
+        <source>The update server takes too long to answer. Try again later.</source>
+        <translation>Der Update-Server antwortet nicht rechtzeitig. Versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>The update server sent a list of versions that cannot be read.</source>
+        <translation>Der Update-Server hat eine Versionsliste geschickt, die nicht lesbar ist.</translation>
+    </message>
+    <message>
+        <source>The downloaded file is not complete, or is not the right one. It was deleted.</source>
+        <translation>Die geladene Datei ist unvollständig oder nicht die richtige. Sie wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>The downloaded file was not made by the developers of this program, or was changed on its way. It was deleted.</source>
+        <translation>Die geladene Datei stammt nicht von den Entwicklern dieses Programms oder wurde unterwegs verändert. Sie wurde gelöscht.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved. There may be no space left on the disk.</source>
+        <translation>Das Update konnte nicht gespeichert werden. Vielleicht ist kein Platz mehr auf der Festplatte.</translation>
+    </message>
+    <message>
+        <source>The program&apos;s file could not be replaced. You may not have the right to change the folder that it is in.</source>
+        <translation>Die Programmdatei konnte nicht ersetzt werden. Vielleicht dürfen Sie den Ordner nicht ändern, in dem sie liegt.</translation>
+    </message>
+    <message>
+        <source>The update was downloaded, but there is no program here to open it with.</source>
+        <translation>Das Update wurde geladen, aber es gibt hier kein Programm, das es öffnen kann.</translation>
+    </message>
+    <message>
+        <source>This program was not set up for updates.</source>
+        <translation>Dieses Programm ist nicht für Updates eingerichtet.</translation>
+    </message>
+    <message>
+        <source>A part of this program is missing or broke down.</source>
+        <translation>Ein Teil dieses Programms fehlt oder ist ausgefallen.</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Nach Updates wird gesucht …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1 ist auf dem neuesten Stand.</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one there is for this computer.</source>
+        <translation>Version %1 ist die neueste für diesen Computer.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available.</source>
+        <translation>Eine neue Version von %1 ist verfügbar.</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed now. You have version %2.</source>
+        <translation>Version %1 kann jetzt installiert werden. Installiert ist Version %2.</translation>
+    </message>
+    <message>
+        <source>Skip This Version</source>
+        <translation>Diese Version auslassen</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>Später erinnern</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>%1 %2 wird geladen …</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2…</source>
+        <translation>%1 %2 wird installiert …</translation>
+    </message>
+    <message>
+        <source>%1 %2 is installed.</source>
+        <translation>%1 %2 ist installiert.</translation>
+    </message>
+    <message>
+        <source>It is used from the next start on.</source>
+        <translation>Die neue Version läuft ab dem nächsten Start.</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Restart Now</source>
+        <translation>Jetzt neu starten</translation>
+    </message>
+    <message>
+        <source>%1 %2 was downloaded and verified.</source>
+        <translation>%1 %2 wurde geladen und geprüft.</translation>
+    </message>
+    <message>
+        <source>Your desktop opens it now with the program that installs such files.</source>
+        <translation>Der Desktop öffnet es jetzt mit dem Programm, das solche Dateien installiert.</translation>
+    </message>
+    <message>
+        <source>The update did not succeed.</source>
+        <translation>Das Update ist nicht gelungen.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AboutView</name>
+    <message>
+        <source>Version %1 (%2)</source>
+        <translation>Version %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Built for the Linux desktop</source>
+        <translation>Für den Linux-Desktop gebaut</translation>
+    </message>
+    <message>
+        <source>Visit website</source>
+        <translation>Website besuchen</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AppMemoryView</name>
+    <message>
+        <source>Processes</source>
+        <translation>Prozesse</translation>
+    </message>
+    <message>
+        <source>Processes Real Mem [%1]</source>
+        <translation>Speicher der Prozesse [%1]</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ContentView</name>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChart</name>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Swap-Verlauf</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>Noch keine Messwerte</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 um %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChartFixed</name>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Speicherdruck</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>Noch keine Messwerte</translation>
+    </message>
+    <message>
+        <source>%1% at %2</source>
+        <translation>%1 % um %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SettingsView</name>
+    <message>
+        <source>Hourly</source>
+        <translation>Stündlich</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>Täglich</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>Wöchentlich</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>Monatlich</translation>
+    </message>
+    <message>
+        <source>Start %1 at login</source>
+        <translation>%1 bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Confirm quit on exit</source>
+        <translation>Vor dem Beenden nachfragen</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Poll more often</source>
+        <translation>Öfter messen</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>Seltener messen</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>Messabstand in Sekunden</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Automatisch nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>Updates automatisch laden</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>Jetzt nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>Updates</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>Messabstand: %1 Sekunde</numerusform>
+            <numerusform>Messabstand: %1 Sekunden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>Messabstand: %1 Sekunde</numerusform>
+            <numerusform>Messabstand: %1 Sekunden</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,327 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>BarLabelView</name>
+    <message>
+        <source>No Swap</source>
+        <translation>Pas de swap</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderView</name>
+    <message>
+        <source>Process</source>
+        <translation>Processus</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Utilisé</translation>
+    </message>
+</context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>SPUStandardUserDriver</name>
+    <message>
+        <source>Release notes</source>
+        <translation>Nouveautés</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>The update server cannot be reached. Check the connection to the internet and try again.</source>
+        <translation>Le serveur de mises à jour est injoignable. Vérifiez la connexion à Internet et réessayez.</translation>
+    </message>
+    <message>
+        <source>The update server could not prove that it is the right one. Nothing was downloaded from it.</source>
+        <translation>Le serveur de mises à jour n’a pas pu prouver son identité. Rien n’en a été téléchargé.</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for. Try again later.</source>
+        <translation>Le serveur de mises à jour n’a pas ce qui a été demandé. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The update server points to a place that is not safe. Nothing was downloaded from there.</source>
+        <translation>Le serveur de mises à jour renvoie vers une adresse qui n’est pas sûre. Rien n’en a été téléchargé.</translation>
+    </message>
+    <message>
+        <source>The update server takes too long to answer. Try again later.</source>
+        <translation>Le serveur de mises à jour met trop de temps à répondre. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The update server sent a list of versions that cannot be read.</source>
+        <translation>Le serveur de mises à jour a envoyé une liste de versions illisible.</translation>
+    </message>
+    <message>
+        <source>The downloaded file is not complete, or is not the right one. It was deleted.</source>
+        <translation>Le fichier téléchargé est incomplet ou n’est pas le bon. Il a été supprimé.</translation>
+    </message>
+    <message>
+        <source>The downloaded file was not made by the developers of this program, or was changed on its way. It was deleted.</source>
+        <translation>Le fichier téléchargé ne vient pas des développeurs de ce programme ou a été modifié en chemin. Il a été supprimé.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved. There may be no space left on the disk.</source>
+        <translation>La mise à jour n’a pas pu être enregistrée. Le disque est peut-être plein.</translation>
+    </message>
+    <message>
+        <source>The program&apos;s file could not be replaced. You may not have the right to change the folder that it is in.</source>
+        <translation>Le fichier du programme n’a pas pu être remplacé. Vous n’avez peut-être pas le droit de modifier son dossier.</translation>
+    </message>
+    <message>
+        <source>The update was downloaded, but there is no program here to open it with.</source>
+        <translation>La mise à jour a été téléchargée, mais aucun programme ne peut l’ouvrir ici.</translation>
+    </message>
+    <message>
+        <source>This program was not set up for updates.</source>
+        <translation>Ce programme n’est pas configuré pour les mises à jour.</translation>
+    </message>
+    <message>
+        <source>A part of this program is missing or broke down.</source>
+        <translation>Une partie de ce programme manque ou est en panne.</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Recherche de mises à jour…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1 est à jour.</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one there is for this computer.</source>
+        <translation>La version %1 est la plus récente pour cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available.</source>
+        <translation>Une nouvelle version de %1 est disponible.</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed now. You have version %2.</source>
+        <translation>La version %1 peut être installée maintenant. Vous avez la version %2.</translation>
+    </message>
+    <message>
+        <source>Skip This Version</source>
+        <translation>Ignorer cette version</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>Me le rappeler plus tard</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installer</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>Téléchargement de %1 %2…</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2…</source>
+        <translation>Installation de %1 %2…</translation>
+    </message>
+    <message>
+        <source>%1 %2 is installed.</source>
+        <translation>%1 %2 est installé.</translation>
+    </message>
+    <message>
+        <source>It is used from the next start on.</source>
+        <translation>Elle sera utilisée au prochain démarrage.</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Plus tard</translation>
+    </message>
+    <message>
+        <source>Restart Now</source>
+        <translation>Redémarrer maintenant</translation>
+    </message>
+    <message>
+        <source>%1 %2 was downloaded and verified.</source>
+        <translation>%1 %2 a été téléchargé et vérifié.</translation>
+    </message>
+    <message>
+        <source>Your desktop opens it now with the program that installs such files.</source>
+        <translation>Votre bureau l’ouvre maintenant avec le programme qui installe ces fichiers.</translation>
+    </message>
+    <message>
+        <source>The update did not succeed.</source>
+        <translation>La mise à jour a échoué.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AboutView</name>
+    <message>
+        <source>Version %1 (%2)</source>
+        <translation>Version %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Built for the Linux desktop</source>
+        <translation>Conçu pour le bureau Linux</translation>
+    </message>
+    <message>
+        <source>Visit website</source>
+        <translation>Visiter le site web</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AppMemoryView</name>
+    <message>
+        <source>Processes</source>
+        <translation>Processus</translation>
+    </message>
+    <message>
+        <source>Processes Real Mem [%1]</source>
+        <translation>Mémoire réelle des processus [%1]</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ContentView</name>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChart</name>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Utilisation du swap</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>Pas encore de mesures</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 à %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChartFixed</name>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Pression mémoire</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>Pas encore de mesures</translation>
+    </message>
+    <message>
+        <source>%1% at %2</source>
+        <translation>%1 % à %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SettingsView</name>
+    <message>
+        <source>Hourly</source>
+        <translation>Toutes les heures</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>Tous les jours</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>Toutes les semaines</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>Tous les mois</translation>
+    </message>
+    <message>
+        <source>Start %1 at login</source>
+        <translation>Lancer %1 à l’ouverture de session</translation>
+    </message>
+    <message>
+        <source>Confirm quit on exit</source>
+        <translation>Demander confirmation avant de quitter</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Poll more often</source>
+        <translation>Mesurer plus souvent</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>Mesurer moins souvent</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>Intervalle de mesure en secondes</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Rechercher les mises à jour automatiquement</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>Télécharger les mises à jour automatiquement</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>Fréquence de recherche</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>Rechercher des mises à jour maintenant</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>Mises à jour</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
+            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
+            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,325 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>BarLabelView</name>
+    <message>
+        <source>No Swap</source>
+        <translation>スワップなし</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderView</name>
+    <message>
+        <source>Process</source>
+        <translation>プロセス</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>使用量</translation>
+    </message>
+</context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>SPUStandardUserDriver</name>
+    <message>
+        <source>Release notes</source>
+        <translation>リリースノート</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>The update server cannot be reached. Check the connection to the internet and try again.</source>
+        <translation>アップデートサーバに接続できません。インターネット接続を確認して、もう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>The update server could not prove that it is the right one. Nothing was downloaded from it.</source>
+        <translation>アップデートサーバが本物であることを確認できませんでした。何もダウンロードしていません。</translation>
+    </message>
+    <message>
+        <source>The update server does not have what was asked for. Try again later.</source>
+        <translation>要求したものがアップデートサーバにありません。あとでもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>The update server points to a place that is not safe. Nothing was downloaded from there.</source>
+        <translation>アップデートサーバが安全でない場所を示しています。何もダウンロードしていません。</translation>
+    </message>
+    <message>
+        <source>The update server takes too long to answer. Try again later.</source>
+        <translation>アップデートサーバの応答に時間がかかりすぎています。あとでもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>The update server sent a list of versions that cannot be read.</source>
+        <translation>アップデートサーバから届いたバージョン一覧を読み取れません。</translation>
+    </message>
+    <message>
+        <source>The downloaded file is not complete, or is not the right one. It was deleted.</source>
+        <translation>ダウンロードしたファイルが不完全か、別のファイルです。削除しました。</translation>
+    </message>
+    <message>
+        <source>The downloaded file was not made by the developers of this program, or was changed on its way. It was deleted.</source>
+        <translation>ダウンロードしたファイルはこのプログラムの開発者が作成したものではないか、途中で変更されています。削除しました。</translation>
+    </message>
+    <message>
+        <source>The update could not be saved. There may be no space left on the disk.</source>
+        <translation>アップデートを保存できませんでした。ディスクの空き容量がない可能性があります。</translation>
+    </message>
+    <message>
+        <source>The program&apos;s file could not be replaced. You may not have the right to change the folder that it is in.</source>
+        <translation>プログラムのファイルを置き換えられませんでした。そのフォルダを変更する権限がない可能性があります。</translation>
+    </message>
+    <message>
+        <source>The update was downloaded, but there is no program here to open it with.</source>
+        <translation>アップデートをダウンロードしましたが、開くためのプログラムがありません。</translation>
+    </message>
+    <message>
+        <source>This program was not set up for updates.</source>
+        <translation>このプログラムはアップデート用に設定されていません。</translation>
+    </message>
+    <message>
+        <source>A part of this program is missing or broke down.</source>
+        <translation>このプログラムの一部がないか、故障しています。</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>アップデートを確認中…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.</source>
+        <translation>%1は最新です。</translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest one there is for this computer.</source>
+        <translation>バージョン %1 はこのコンピュータで使える最新版です。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available.</source>
+        <translation>%1の新しいバージョンがあります。</translation>
+    </message>
+    <message>
+        <source>Version %1 can be installed now. You have version %2.</source>
+        <translation>バージョン %1 をインストールできます。現在のバージョンは %2 です。</translation>
+    </message>
+    <message>
+        <source>Skip This Version</source>
+        <translation>このバージョンをスキップ</translation>
+    </message>
+    <message>
+        <source>Remind Me Later</source>
+        <translation>あとで通知</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>インストール</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>%1 %2 をダウンロード中…</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2…</source>
+        <translation>%1 %2 をインストール中…</translation>
+    </message>
+    <message>
+        <source>%1 %2 is installed.</source>
+        <translation>%1 %2 をインストールしました。</translation>
+    </message>
+    <message>
+        <source>It is used from the next start on.</source>
+        <translation>次回の起動から使われます。</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>あとで</translation>
+    </message>
+    <message>
+        <source>Restart Now</source>
+        <translation>今すぐ再起動</translation>
+    </message>
+    <message>
+        <source>%1 %2 was downloaded and verified.</source>
+        <translation>%1 %2 をダウンロードして検証しました。</translation>
+    </message>
+    <message>
+        <source>Your desktop opens it now with the program that installs such files.</source>
+        <translation>デスクトップが、この種類のファイルをインストールするプログラムで開きます。</translation>
+    </message>
+    <message>
+        <source>The update did not succeed.</source>
+        <translation>アップデートできませんでした。</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>Open</source>
+        <translation>開く</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>情報</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AboutView</name>
+    <message>
+        <source>Version %1 (%2)</source>
+        <translation>バージョン %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Built for the Linux desktop</source>
+        <translation>Linuxデスクトップのために</translation>
+    </message>
+    <message>
+        <source>Visit website</source>
+        <translation>ウェブサイトを開く</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::AppMemoryView</name>
+    <message>
+        <source>Processes</source>
+        <translation>プロセス</translation>
+    </message>
+    <message>
+        <source>Processes Real Mem [%1]</source>
+        <translation>プロセスの実メモリ [%1]</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ContentView</name>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChart</name>
+    <message>
+        <source>Swap Usage</source>
+        <translation>スワップ使用量</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>まだ記録がありません</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%2 に %1</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChartFixed</name>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>メモリ負荷</translation>
+    </message>
+    <message>
+        <source>No samples yet</source>
+        <translation>まだ記録がありません</translation>
+    </message>
+    <message>
+        <source>%1% at %2</source>
+        <translation>%2 に %1%</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SettingsView</name>
+    <message>
+        <source>Hourly</source>
+        <translation>毎時</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>毎日</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>毎週</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>毎月</translation>
+    </message>
+    <message>
+        <source>Start %1 at login</source>
+        <translation>ログイン時に %1 を起動</translation>
+    </message>
+    <message>
+        <source>Confirm quit on exit</source>
+        <translation>終了する前に確認</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>一般</translation>
+    </message>
+    <message>
+        <source>Poll more often</source>
+        <translation>より頻繁に測定</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>測定回数を減らす</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>測定間隔（秒）</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>アップデートを自動的に確認</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>アップデートを自動的にダウンロード</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>確認の間隔</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>今すぐアップデートを確認</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>アップデート</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>測定間隔: %1秒</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>測定間隔: %1秒</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
