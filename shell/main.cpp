@@ -5,6 +5,7 @@
 #include "platform/linux/DesktopStatusItem.h"
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/HangingBuses.h"
+#include "platform/linux/IconThemes.h"
 #include "platform/linux/JournalLog.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/PowerOffMonitor.h"
@@ -82,6 +83,7 @@ int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection s
     QApplication::setApplicationName(name);
     QApplication::setDesktopFileName(identifier);
     QApplication::setQuitOnLastWindowClosed(false);
+    useInstalledIconThemes();
 
     const QDBusConnection sessionBus = QDBusConnection::sessionBus();
     SingleInstance instance(sessionBus, identifier, SingleInstance::usualLockFile(identifier), 3s,

@@ -49,7 +49,7 @@ private:
     std::vector<DisplayContainer> items_;
     bool isHighlighted_ = false;
     bool isRinged_ = false; // when it has the focus: the keyboard gave it
-    IconPictures icons_;
+    IconPictures icons_{[this] { viewport()->update(); }};
 };
 
 } // namespace tidewell

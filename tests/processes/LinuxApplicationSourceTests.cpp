@@ -1,3 +1,4 @@
+#include "platform/runtime/SerialExecutor.h"
 #include "processes/linux/LinuxApplicationSource.h"
 #include "tests/fakes/ManualExecutor.h"
 #include "tests/fakes/RecordingLog.h"
@@ -6,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <future>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,8 +23,10 @@ using testing::Field;
 using testing::IsEmpty;
 using testing::Not;
 
-Task<void> storeList(LinuxApplicationSource* source, ApplicationList* list) {
+Task<void> storeList(
+    LinuxApplicationSource* source, ApplicationList* list, std::function<void()> then = [] {}) {
     *list = co_await source->runningApplications();
+    then();
 }
 
 class LinuxApplicationSourceTest : public testing::Test {
@@ -236,16 +240,18 @@ private:
 
 TEST(LinuxApplicationSource, AgreesWithTheKernelOnRealProcesses) {
     RecordingLog log;
-    ManualExecutor executor;
+    SerialExecutor mainThread;
+    SerialExecutor worker; // goes first: what it does ends on the main thread
     auto settings = LinuxApplicationSource::usualSettings();
     settings.dataFolders.clear();
-    LinuxApplicationSource source(settings, executor, log);
+    LinuxApplicationSource source(settings, worker, log);
     Child odd("a) b (c");
     Child brief("brief");
     ApplicationList list;
     const auto look = [&] {
-        spawn(executor, storeList(&source, &list));
-        executor.drain();
+        std::promise<void> done;
+        spawn(mainThread, storeList(&source, &list, [&done] { done.set_value(); }));
+        done.get_future().get();
     };
     const auto is = [](const Child& child, const char* name) {
         return AllOf(Field(&RunningApplication::processIdentifier, child.id()),
