@@ -1,0 +1,9 @@
+#include "shell/ProgramUpdater.h"
+
+namespace tidewell {
+
+MakeUpdater programUpdater(ProgramUpdaterEnvironment /*environment*/) {
+    return nullptr;
+}
+
+} // namespace tidewell

@@ -1,0 +1,78 @@
+#include "shell/ProgramUpdater.h"
+
+#include "platform/ui/Palette.h"
+#include "platform/updater/FeedUpdater.h"
+#include "support/BundleInformation.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QStandardPaths>
+#include <QSysInfo>
+#include <QUrl>
+
+#include <array>
+
+#include <unistd.h>
+
+namespace tidewell {
+
+namespace {
+
+/// The version of the C library, which decides on which systems a program runs; empty where there
+/// is another one.
+QString systemVersion() {
+    std::array<char, 64> text{}; // "glibc 2.36"
+    const std::size_t size = ::confstr(_CS_GNU_LIBC_VERSION, text.data(), text.size());
+    return size == 0 || size > text.size() ? QString()
+                                           : QString::fromLatin1(text.data()).section(u' ', 1, 1);
+}
+
+/// The user driver in the colours of the desktop.
+struct DesktopUserDriver {
+    DesktopUserDriver(const QString& name, DesktopAppearance& appearance)
+        : driver(name)
+        , appearanceChanged(
+              appearance.didChange([this, &appearance] { applyAppearance(appearance); })) {
+        applyAppearance(appearance);
+    }
+    void applyAppearance(const DesktopAppearance& appearance) {
+        driver.setPalette(paletteFor(appearance.desktop()));
+    }
+
+    SPUStandardUserDriver driver;
+    Subscription appearanceChanged;
+};
+
+} // namespace
+
+MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
+    return [environment = std::move(environment)](SPUUpdaterDelegate& delegate) {
+        const auto driver = std::make_shared<DesktopUserDriver>(
+            QString::fromStdString(applicationName(environment.bundle)), environment.appearance);
+        FetchSettings fetching;
+        fetching.program = QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../libexec/tidewell/tidewell-fetch");
+        return std::make_shared<FeedUpdater>(
+            FeedUpdater::Environment{
+                .bundle = environment.bundle,
+                .defaults = environment.defaults,
+                .mainThread = environment.mainThread,
+                .log = environment.log,
+                .fetching = std::move(fetching),
+                .downloadFolder =
+                    QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                    QStringLiteral("/tidewell/updates"),
+                .appImage = qEnvironmentVariable("APPIMAGE"),
+                .systemVersion = systemVersion(),
+                .architecture = QSysInfo::buildCpuArchitecture(),
+                .open =
+                    [](const QString& file) {
+                        return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+                    },
+                .restart = environment.restart,
+            },
+            std::shared_ptr<SPUStandardUserDriver>(driver, &driver->driver), delegate);
+    };
+}
+
+} // namespace tidewell

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/foundation/Bundle.h"
+#include "platform/foundation/SPUUpdater.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/linux/DesktopAppearance.h"
+#include "platform/runtime/Executor.h"
+#include "support/Log.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace tidewell {
+
+/// Makes the program's updater, which tells `delegate`.
+using MakeUpdater = std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate& delegate)>;
+
+/// What the updater of this program stands on. What is referred to must outlive it.
+struct ProgramUpdaterEnvironment {
+    const Bundle& bundle;
+    UserDefaults& defaults;
+    Executor& mainThread;
+    Log& log;
+    DesktopAppearance& appearance;
+    /// Ends the program, and starts the given file in its place.
+    std::function<void(const QString& program)> restart;
+};
+
+/// The updater of this build; empty in a build that a distribution keeps up to date. Which of the
+/// two files has it is the build's choice. After the application object.
+MakeUpdater programUpdater(ProgramUpdaterEnvironment environment);
+
+} // namespace tidewell
