@@ -1,15 +1,17 @@
 #!/usr/bin/python3
-"""footprint.py BUILD: memory and wake-ups of the program, its panel never opened, against the least
-program with a tray icon, on a virtual desktop with a panel that hosts status items. Takes two
-minutes, one of which counts wake-ups.
+"""footprint.py BUILD: memory and wake-ups of the program, its panel never opened and a check for
+updates behind it, against the least program with a tray icon, on a virtual desktop with a panel that
+hosts status items. Takes two minutes, one of which counts wake-ups.
 """
 
 import pathlib
 import sys
+import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tools/desktop"))
 from desktop import Desktop, wait_for  # noqa: E402
+from installation import UpdateServer, enable_automatic_checks, install  # noqa: E402
 
 SETTLING = 20  # seconds until the start is long over: D-Bus time-outs, the first alarms
 COUNTING = 60  # seconds
@@ -41,10 +43,14 @@ def settled(desktop, program):
 
 
 def main():
-    programs = pathlib.Path(sys.argv[1]).resolve() / "bin"
-    with Desktop(host="xfce") as desktop:
-        bare = settled(desktop, programs / "bare_tray")
-        tidewell = settled(desktop, programs / "tidewell")
+    build = pathlib.Path(sys.argv[1]).resolve()
+    with (Desktop(host="xfce") as desktop, UpdateServer() as updates,
+          tempfile.TemporaryDirectory(dir=build) as folder):
+        updates.put_feed()
+        enable_automatic_checks(desktop)
+        bare = settled(desktop, build / "bin/bare_tray")
+        tidewell = settled(desktop, install(build, pathlib.Path(folder), updates))
+        assert updates.asked == ["/feed.xml"], "no check for updates was made"
         baseline, own = memory(bare.pid), memory(tidewell.pid)
         print(f"{'':36}{'bare':>9}{'Tidewell':>10}{'ratio':>8}")
         for kind, size in own.items():

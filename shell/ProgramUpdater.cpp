@@ -29,8 +29,9 @@ QString systemVersion() {
 
 /// The user driver in the colours of the desktop.
 struct DesktopUserDriver {
-    DesktopUserDriver(const QString& name, DesktopAppearance& appearance)
-        : driver(name)
+    DesktopUserDriver(const QString& name, DesktopAppearance& appearance,
+                      std::function<bool()> animationsAreWanted)
+        : driver(name, std::move(animationsAreWanted))
         , appearanceChanged(
               appearance.didChange([this, &appearance] { applyAppearance(appearance); })) {
         applyAppearance(appearance);
@@ -48,7 +49,8 @@ struct DesktopUserDriver {
 MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
     return [environment = std::move(environment)](SPUUpdaterDelegate& delegate) {
         const auto driver = std::make_shared<DesktopUserDriver>(
-            QString::fromStdString(applicationName(environment.bundle)), environment.appearance);
+            QString::fromStdString(applicationName(environment.bundle)), environment.appearance,
+            environment.animationsAreWanted);
         FetchSettings fetching;
         fetching.program = QCoreApplication::applicationDirPath() +
                            QStringLiteral("/../libexec/tidewell/tidewell-fetch");

@@ -24,6 +24,7 @@ struct ProgramUpdaterEnvironment {
     Executor& mainThread;
     Log& log;
     DesktopAppearance& appearance;
+    std::function<bool()> animationsAreWanted;
     /// Ends the program, and starts the given file in its place.
     std::function<void(const QString& program)> restart;
 };

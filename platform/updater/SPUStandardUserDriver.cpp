@@ -1,85 +1,18 @@
 #include "platform/updater/SPUStandardUserDriver.h"
 
-#include "platform/ui/Fonts.h"
-#include "platform/updater/SafeAddress.h"
+#include "platform/updater/NotesView.h"
+#include "platform/updater/ProgressView.h"
 #include "platform/updater/UpdateWindow.h"
-#include "support/ByteText.h"
 
 #include <QCoreApplication>
-#include <QDesktopServices>
-#include <QLabel>
-#include <QProgressBar>
-#include <QTextBrowser>
-#include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace tidewell {
 
 namespace {
 
-constexpr int notesHeight = 180;
-constexpr int progressSteps = 1000;
-
-/// The texts of all classes here are translated under one name.
+/// The texts of all that belongs to this class are translated under its name.
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(SPUStandardUserDriver)
-};
-
-QString bytes(qint64 count) {
-    return QString::fromStdString(byteText(count));
-}
-
-/// Shows release notes, and nothing that is not in them: no file and no address is read for them.
-class NotesView final : public QTextBrowser {
-public:
-    explicit NotesView(const QString& markdown) {
-        setFont(textFont(TextStyle::callout, font()));
-        setFixedHeight(notesHeight);
-        setOpenLinks(false);
-        setAccessibleName(Texts::tr("Release notes"));
-        connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& address) {
-            if (isSafeAddress(address)) {
-                QDesktopServices::openUrl(address);
-            }
-        });
-        document()->setDocumentMargin(8);
-        // CommonMark, and what looks like HTML as the text it is.
-        document()->setMarkdown(markdown, QTextDocument::MarkdownNoHTML);
-    }
-
-    QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
-};
-
-/// What is going on, in figures that stay as wide as they are.
-class ProgressView final : public QWidget {
-public:
-    ProgressView()
-        : bar_(new QProgressBar)
-        , figures_(new QLabel) {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(0, 0, 0, 0);
-        layout->setSpacing(4);
-        layout->addWidget(bar_);
-        layout->addWidget(figures_);
-        figures_->setFont(textFont(TextStyle::callout, figures_->font()));
-        figures_->setForegroundRole(QPalette::PlaceholderText);
-        bar_->setTextVisible(false);
-        bar_->setRange(0, 0); // as long as nothing is known of it
-        figures_->hide();
-    }
-
-    void setProgress(qint64 received, qint64 length) {
-        bar_->setRange(0, progressSteps);
-        bar_->setValue(
-            static_cast<int>(std::clamp(received, qint64{0}, length) * progressSteps / length));
-        figures_->setText(Texts::tr("%1 of %2").arg(bytes(received), bytes(length)));
-        figures_->show();
-    }
-
-private:
-    QProgressBar* bar_;
-    QLabel* figures_;
 };
 
 QString failureText(UpdateProblem problem) {
@@ -129,8 +62,10 @@ QString failureText(UpdateProblem problem) {
 
 using Role = UpdateWindow::Role;
 
-SPUStandardUserDriver::SPUStandardUserDriver(QString applicationName)
-    : applicationName_(std::move(applicationName)) {}
+SPUStandardUserDriver::SPUStandardUserDriver(QString applicationName,
+                                             std::function<bool()> animationsAreWanted)
+    : applicationName_(std::move(applicationName))
+    , animationsAreWanted_(std::move(animationsAreWanted)) {}
 
 SPUStandardUserDriver::~SPUStandardUserDriver() {
     delete window_.data();
@@ -151,6 +86,11 @@ UpdateWindow& SPUStandardUserDriver::window() {
     return *window_;
 }
 
+ProgressView* SPUStandardUserDriver::makeProgress() const {
+    return new ProgressView(animationsAreWanted_() ? ProgressBar::Waiting::moves
+                                                   : ProgressBar::Waiting::standsStill);
+}
+
 void SPUStandardUserDriver::present() {
     if (!window_->isVisible()) {
         window_->show();
@@ -161,7 +101,7 @@ void SPUStandardUserDriver::present() {
 void SPUStandardUserDriver::showChecking(Action cancel) {
     window().setContent({Texts::tr("Checking for updates…"),
                          {},
-                         new ProgressView,
+                         makeProgress(),
                          {{Texts::tr("Cancel"), Role::dismiss, std::move(cancel)}}});
     present();
 }
@@ -181,7 +121,7 @@ void SPUStandardUserDriver::showFound(const QString& version, const QString& ins
         {Texts::tr("A new version of %1 is available.").arg(applicationName_),
          Texts::tr("Version %1 can be installed now. You have version %2.")
              .arg(version, installedVersion),
-         notes.isEmpty() ? nullptr : new NotesView(notes),
+         notes.isEmpty() ? nullptr : new NotesView(notes, Texts::tr("Release notes")),
          {{Texts::tr("Skip This Version"), Role::other, std::move(actions.skip)},
           {Texts::tr("Remind Me Later"), Role::dismiss, std::move(actions.remindLater)},
           {Texts::tr("Install"), Role::confirm, std::move(actions.install)}}});
@@ -189,7 +129,7 @@ void SPUStandardUserDriver::showFound(const QString& version, const QString& ins
 }
 
 void SPUStandardUserDriver::showDownload(const QString& version, Action cancel) {
-    auto* progress = new ProgressView;
+    auto* progress = makeProgress();
     progress_ = progress;
     window().setContent({Texts::tr("Downloading %1 %2…").arg(applicationName_, version),
                          {},
@@ -200,19 +140,19 @@ void SPUStandardUserDriver::showDownload(const QString& version, Action cancel) 
 
 void SPUStandardUserDriver::setProgress(qint64 received, qint64 length) {
     if (progress_) {
-        static_cast<ProgressView*>(progress_.data())->setProgress(received, length);
+        progress_->setProgress(received, length);
     }
 }
 
 void SPUStandardUserDriver::showInstalling(const QString& version) {
     window().setContent(
-        {Texts::tr("Installing %1 %2…").arg(applicationName_, version), {}, new ProgressView, {}});
+        {Texts::tr("Installing %1 %2…").arg(applicationName_, version), {}, makeProgress(), {}});
     present();
 }
 
 void SPUStandardUserDriver::showInstalled(const QString& version, Action restart, Action later) {
     window().setContent({Texts::tr("%1 %2 is installed.").arg(applicationName_, version),
-                         Texts::tr("It is used from the next start on."),
+                         Texts::tr("It will be used from the next start on."),
                          nullptr,
                          {{Texts::tr("Later"), Role::dismiss, std::move(later)},
                           {Texts::tr("Restart Now"), Role::confirm, std::move(restart)}}});

@@ -5,12 +5,12 @@
 #include <QPalette>
 #include <QPointer>
 #include <QString>
-#include <QWidget>
 
 #include <functional>
 
 namespace tidewell {
 
+class ProgressView;
 class UpdateWindow;
 
 /// What the user sees of an update that he asked for: one small window that changes with what is
@@ -21,7 +21,7 @@ class SPUStandardUserDriver final {
 public:
     using Action = std::function<void()>;
 
-    explicit SPUStandardUserDriver(QString applicationName);
+    SPUStandardUserDriver(QString applicationName, std::function<bool()> animationsAreWanted);
     SPUStandardUserDriver(const SPUStandardUserDriver&) = delete;
     SPUStandardUserDriver& operator=(const SPUStandardUserDriver&) = delete;
     /// Closes the window without calling anything.
@@ -57,12 +57,14 @@ public:
 
 private:
     UpdateWindow& window();
+    ProgressView* makeProgress() const;
     void present();
 
     QString applicationName_;
+    std::function<bool()> animationsAreWanted_;
     QPalette palette_;
     QPointer<UpdateWindow> window_;
-    QPointer<QWidget> progress_; // of the download that is shown
+    QPointer<ProgressView> progress_; // of the download that is shown
 };
 
 } // namespace tidewell

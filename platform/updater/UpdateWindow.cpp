@@ -77,6 +77,7 @@ QWidget* UpdateWindow::makeButtons() {
         const Button& button = buttons_[index];
         auto* widget = new QPushButton(button.text);
         widget->setFont(textFont(TextStyle::body, widget->font()));
+        widget->setMinimumWidth(widget->sizeHint().width() + 16); // styles may leave no room
         connect(widget, &QPushButton::clicked, this, [this, index] { act(index); });
         if (button.role == Role::other) {
             layout->insertWidget(0, widget);

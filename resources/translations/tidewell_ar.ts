@@ -141,7 +141,7 @@
         <translation>تم تثبيت %1 %2.</translation>
     </message>
     <message>
-        <source>It is used from the next start on.</source>
+        <source>It will be used from the next start on.</source>
         <translation>سيُستخدم ابتداءً من التشغيل التالي.</translation>
     </message>
     <message>

@@ -141,7 +141,7 @@
         <translation>%1 %2 ist installiert.</translation>
     </message>
     <message>
-        <source>It is used from the next start on.</source>
+        <source>It will be used from the next start on.</source>
         <translation>Die neue Version läuft ab dem nächsten Start.</translation>
     </message>
     <message>

@@ -141,7 +141,7 @@
         <translation>%1 %2 está instalado.</translation>
     </message>
     <message>
-        <source>It is used from the next start on.</source>
+        <source>It will be used from the next start on.</source>
         <translation>Se usará a partir del próximo inicio.</translation>
     </message>
     <message>

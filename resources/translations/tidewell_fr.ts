@@ -141,7 +141,7 @@
         <translation>%1 %2 est installé.</translation>
     </message>
     <message>
-        <source>It is used from the next start on.</source>
+        <source>It will be used from the next start on.</source>
         <translation>Elle sera utilisée au prochain démarrage.</translation>
     </message>
     <message>

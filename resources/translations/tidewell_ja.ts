@@ -141,7 +141,7 @@
         <translation>%1 %2 をインストールしました。</translation>
     </message>
     <message>
-        <source>It is used from the next start on.</source>
+        <source>It will be used from the next start on.</source>
         <translation>次回の起動から使われます。</translation>
     </message>
     <message>

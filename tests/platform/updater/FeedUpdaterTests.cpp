@@ -197,7 +197,7 @@ protected:
     MainThread mainThread;
     RecordingLog log;
     std::shared_ptr<SPUStandardUserDriver> driver =
-        std::make_shared<SPUStandardUserDriver>(u"Tidewell"_s);
+        std::make_shared<SPUStandardUserDriver>(u"Tidewell"_s, [] { return true; });
     Delegate delegate;
     std::string opened;
     std::string restarted;

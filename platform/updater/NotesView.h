@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QTextBrowser>
+
+namespace tidewell {
+
+/// Shows release notes, Markdown, and nothing that is not in them: no file and no address is read
+/// for them, pictures are left out, and HTML is shown as the text that it is. Main thread.
+class NotesView final : public QTextBrowser {
+public:
+    NotesView(const QString& markdown, const QString& accessibleName);
+
+    QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
+
+private:
+    void tidy();
+};
+
+} // namespace tidewell

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QProgressBar>
+#include <QVariantAnimation>
+
+class QLabel;
+
+namespace tidewell {
+
+/// A slim bar that fills in the direction of the layout. As long as nothing is known of the
+/// progress a part of it moves along, or stands still.
+class ProgressBar final : public QProgressBar {
+public:
+    enum class Waiting { moves, standsStill };
+    explicit ProgressBar(Waiting waiting);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    Waiting waiting_;
+    QVariantAnimation movement_;
+};
+
+/// What is going on: a bar, and below it the bytes that are there and those that there will be.
+/// Main thread.
+class ProgressView final : public QWidget {
+public:
+    explicit ProgressView(ProgressBar::Waiting waiting);
+
+    /// Bytes.
+    void setProgress(qint64 received, qint64 length);
+
+private:
+    ProgressBar* bar_;
+    QLabel* figures_;
+};
+
+} // namespace tidewell
