@@ -59,8 +59,8 @@ protected:
 TEST_F(AutostartLoginItemTest, IsValidAndStartsTheProgram) {
     for (const auto& [name, command] : {
              std::pair{"tidewell", "tidewell"},
-             std::pair{"Tide well", "Tide well\""},
-             std::pair{"a\"b'c", "a\\\"b'c\""},
+             std::pair{"Tide well", R"(Tide well")"},
+             std::pair{R"(a"b'c)", R"(a\"b'c")"},
              std::pair{"Gezeiten-ä潮", "Gezeiten-ä潮"},
          }) {
         const fs::path program = home.path() / "bin" / name;
