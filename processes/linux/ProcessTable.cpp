@@ -122,53 +122,53 @@ bool ProcessTable::update(const std::vector<Listed>& listed) {
     };
     for (const Listed& process : listed) {
         letGoBefore(process.id);
-        Process* const old = next != known_.end() && next->id == process.id ? &*next : nullptr;
+        Process* const old = next != known_.end() && next->id == process.id ? &*next++ : nullptr;
         if (old != nullptr && old->isSettled && old->fileNumber == process.fileNumber) {
             now.push_back(std::move(*old));
-            ++next;
             continue;
         }
-        auto learnt = learn(process, upTime);
-        if (learnt && old != nullptr && old->isSettled && learnt->startTime == old->startTime) {
+        const auto text = readFileOf(processes_, process.id, "/stat");
+        const auto stat = text ? parseProcessStat(*text) : std::nullopt;
+        const bool isSettled =
+            stat && (!upTime || stat->startTime / ticksASecond_ + settlingTime <= *upTime);
+        if (stat && old != nullptr && isStill(*old, *stat, isSettled)) {
             old->fileNumber = process.fileNumber;
             now.push_back(std::move(*old));
-        } else {
-            changed = changed || (old != nullptr && old->isWanted) || (learnt && learnt->isWanted);
-            if (learnt) {
-                now.push_back(std::move(*learnt));
-            }
+            continue;
         }
-        next += old != nullptr ? 1 : 0;
+        changed = changed || (old != nullptr && old->isWanted);
+        if (stat) { // or it has ended meanwhile
+            now.push_back(learn(process, *stat, isSettled));
+            changed = changed || now.back().isWanted;
+        }
     }
     letGoBefore(std::numeric_limits<ProcessIdentifier>::max());
     known_ = std::move(now);
     return changed;
 }
 
-/// Empty when the process has ended meanwhile.
-std::optional<ProcessTable::Process>
-ProcessTable::learn(const Listed& listed, std::optional<std::uint64_t> upTime) const {
-    const auto text = readFileOf(processes_, listed.id, "/stat");
-    auto stat = text ? parseProcessStat(*text) : std::nullopt;
-    if (!stat) {
-        return std::nullopt;
-    }
+/// Whether what is known of a process holds. Once it has settled, it is learnt for the last time.
+bool ProcessTable::isStill(const Process& known, const ProcessStat& stat, bool isSettled) {
+    return known.startTime == stat.startTime &&
+           (known.isSettled || (!isSettled && known.commandName == stat.commandName));
+}
+
+ProcessTable::Process ProcessTable::learn(const Listed& listed, const ProcessStat& stat,
+                                          bool isSettled) const {
     Process process;
     process.id = listed.id;
     process.fileNumber = listed.fileNumber;
-    process.startTime = stat->startTime;
-    process.isSettled = true;
-    const bool hasEnded = stat->state == 'Z' || stat->state == 'X';
-    if (hasEnded || stat->isKernelThread) {
+    process.startTime = stat.startTime;
+    process.parent = stat.parent;
+    process.commandName = stat.commandName;
+    const bool hasEnded = stat.state == 'Z' || stat.state == 'X';
+    process.isSettled = isSettled || hasEnded || stat.isKernelThread;
+    if (hasEnded || stat.isKernelThread) {
         return process;
     }
-    process.isSettled = !upTime || stat->startTime / ticksASecond_ + settlingTime <= *upTime;
-
     const auto status = readFileOf(processes_, listed.id, "/status");
     process.isWanted = status && effectiveUser(*status) == user_;
     if (process.isWanted) {
-        process.parent = stat->parent;
-        process.commandName = std::move(stat->commandName);
         learnProgram(process);
         if (const auto groups = readFileOf(processes_, listed.id, "/cgroup")) {
             process.unit = applicationUnitOf(*groups);

@@ -61,7 +61,8 @@ private:
 
     std::vector<Listed> list() const;
     bool update(const std::vector<Listed>& listed);
-    std::optional<Process> learn(const Listed& listed, std::optional<std::uint64_t> upTime) const;
+    static bool isStill(const Process& known, const ProcessStat& stat, bool isSettled);
+    Process learn(const Listed& listed, const ProcessStat& stat, bool isSettled) const;
     void learnProgram(Process& process) const;
     void findEntry(Process& process) const;
     const Process* find(ProcessIdentifier id) const;

@@ -181,24 +181,19 @@ TEST_F(MemoryManagerTest, TheLoopHoldsTheManagerUntilItEnds) {
 }
 
 TEST(DisplayContainer, IsEqualAndHashedByAllItsFieldsAndImagesByIdentity) {
-    const Image icon("editor");
-    const DisplayContainer row{.showItem = {.label = "a", .value = 1}, .image = icon};
+    const DisplayContainer row{.showItem = {.label = "a", .value = 1}, .image = Image("editor")};
     const std::hash<DisplayContainer> hash;
     EXPECT_EQ(row, DisplayContainer(row));
     EXPECT_EQ(hash(row), hash(DisplayContainer(row)));
-    auto other = row;
-    other.image = Image("editor");
-    EXPECT_NE(row, other);
-    other.image.reset();
-    EXPECT_NE(row, other);
-    EXPECT_NE(hash(row), hash(other));
-    other = row;
-    other.id = UUID::random();
-    EXPECT_NE(row, other);
-    other = row;
-    other.showItem.value = 2;
-    EXPECT_NE(row, other);
-    EXPECT_NE(hash(row), hash(other));
+    std::vector<DisplayContainer> others(4, row);
+    others[0].id = UUID::random();
+    others[1].showItem.value = 2;
+    others[2].image = Image("editor");
+    others[3].image.reset();
+    for (const auto& other : others) {
+        EXPECT_NE(row, other);
+        EXPECT_NE(hash(row), hash(other));
+    }
 }
 
 } // namespace
