@@ -4,16 +4,15 @@
 
 namespace tidewell {
 
-SerialExecutor::SerialExecutor()
-    : thread_([this] { run(); }) {}
-
 SerialExecutor::~SerialExecutor() {
     {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
     }
     wake_.notify_one();
-    thread_.join();
+    if (thread_.joinable()) {
+        thread_.join();
+    }
     // One by one, while there still is a queue: see the end of run().
     while (!queue_.empty()) {
         const auto dropped = std::move(queue_.front());
@@ -25,6 +24,9 @@ void SerialExecutor::post(std::function<void()> job) {
     {
         const std::lock_guard lock(mutex_);
         queue_.push_back(std::move(job));
+        if (!thread_.joinable() && !stopping_) {
+            thread_ = std::thread([this] { run(); });
+        }
     }
     wake_.notify_one();
 }

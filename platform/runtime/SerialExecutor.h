@@ -9,12 +9,13 @@
 
 namespace tidewell {
 
-/// An executor with a thread of its own, asleep while its queue is empty.
+/// An executor with a thread of its own, which starts with the first job and is asleep while the
+/// queue is empty.
 /// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
 /// destroyed by one of its own jobs.
 class SerialExecutor final : public Executor {
 public:
-    SerialExecutor();
+    SerialExecutor() = default;
     ~SerialExecutor() override;
 
     void post(std::function<void()> job) override;
@@ -26,7 +27,7 @@ private:
     std::condition_variable wake_;
     std::deque<std::function<void()>> queue_;
     bool stopping_ = false;
-    std::thread thread_; // last: it starts when everything above exists
+    std::thread thread_;
 };
 
 } // namespace tidewell
