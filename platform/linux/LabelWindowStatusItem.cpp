@@ -1,12 +1,12 @@
 #include "platform/linux/LabelWindowStatusItem.h"
 
+#include "platform/linux/SoftCorners.h"
 #include "platform/linux/StatusMenu.h"
 #include "platform/linux/X11.h"
 #include "platform/ui/Palette.h"
 #include "platform/ui/Symbols.h"
 
 #include <QAbstractButton>
-#include <QBitmap>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QFontMetrics>
@@ -35,17 +35,16 @@ public:
     LabelWindow(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
         : appearance_(appearance)
         , behaviour_(std::move(behaviour))
-        , isComposited_(x11::isComposited())
-        , appearanceChanged_(appearance.didChange([this] { update(); })) {
+        , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         setAttribute(Qt::WA_ShowWithoutActivating);
-        setAttribute(Qt::WA_TranslucentBackground, isComposited_);
         setAttribute(Qt::WA_QuitOnClose, false);
         setFocusPolicy(Qt::StrongFocus);
         setWindowTitle(QString::fromStdString(behaviour_.title));
         setAccessibleName(windowTitle());
         connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
         connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, [this] { followScreen(); });
+        followAppearance();
         followScreen();
     }
 
@@ -78,19 +77,8 @@ protected:
     void paintEvent(QPaintEvent*) override {
         const Appearance appearance = appearance_.desktop();
         QPainter painter(this);
+        corners_.paint(painter);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (!isComposited_) {
-            painter.fillRect(rect(), toQColor(colours::window, appearance));
-        }
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(toQColor(colours::window, appearance));
-        painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
-        // The line's middle lies half a pixel inside the edge.
-        const double line = 1 / devicePixelRatioF();
-        const QRectF edge = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
-        painter.setPen(QPen(hairline(appearance), line));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(edge, cornerRadius - line / 2, cornerRadius - line / 2);
         // Symbol and text stand on the same line.
         const int bottom = height() - verticalPadding;
         if (const auto image = symbolImage(content_.symbolName, content_.colour.in(appearance),
@@ -108,19 +96,7 @@ protected:
         }
     }
 
-    void resizeEvent(QResizeEvent*) override {
-        if (!isComposited_) {
-            // Without a compositor the corners are cut off instead of being transparent.
-            QBitmap mask(size());
-            mask.clear();
-            QPainter painter(&mask);
-            painter.setBrush(Qt::color1);
-            painter.setPen(Qt::NoPen);
-            painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
-            painter.end();
-            setMask(mask);
-        }
-    }
+    void resizeEvent(QResizeEvent*) override { corners_.resized(); }
 
     // The keyboard's place is shown to those who came with the keyboard.
     void focusInEvent(QFocusEvent* event) override {
@@ -167,6 +143,8 @@ private:
     /// server while the window manager is still at moving the window to where it was to be.
     QRect placeShown() const { return {shownAt_, size()}; }
 
+    void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
+
     void followScreen() {
         QObject::disconnect(screenChanged_);
         if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
@@ -191,7 +169,7 @@ private:
     DesktopAppearance& appearance_;
     StatusItemBehaviour behaviour_;
     StatusItemContent content_;
-    bool isComposited_;
+    SoftCorners corners_{*this, cornerRadius};
     bool showsFocus_ = false;
     QPoint shownAt_; // as last asked for, or as the last click told
     QMetaObject::Connection screenChanged_;
