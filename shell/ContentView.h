@@ -1,38 +1,104 @@
 #pragma once
 
 #include "core/MemoryWatcher.h"
+#include "platform/foundation/Bundle.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/runtime/Executor.h"
+#include "platform/runtime/Task.h"
+#include "services/NotificationManager.h"
+#include "services/SparkleModel.h"
+#include "shell/SceneWindows.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
-#include <utility>
-#include <vector>
 
 class QLabel;
-class QGridLayout;
+class QPushButton;
+class QStackedWidget;
 
 namespace tidewell {
 
-/// The content of the main panel: title, the list of figures and Quit. Reads the models only while
-/// it is visible. Main thread.
+class LinearGauge;
+class RoundGauge;
+class ScrollingBarChart;
+class ScrollingBarChartFixed;
+class ShowItemList;
+class TitledBox;
+
+/// The content of the main panel. Reads the models only while it is visible: when it appears, and
+/// then at most once for all the changes of one event-loop pass. Main thread.
 class ContentView final : public QWidget {
 public:
-    ContentView(std::shared_ptr<MemoryWatcher> memoryWatcher, const std::string& applicationName,
-                std::function<void()> quit);
+    /// What is referred to must outlive the view.
+    struct Environment {
+        std::shared_ptr<MemoryWatcher> memoryWatcher;
+        std::shared_ptr<NotificationManager> notificationManager;
+        std::shared_ptr<SparkleModel> sparkleModel; ///< null where there are no updates
+        UserDefaults& defaults;
+        Executor& mainThread;
+        const Bundle& bundle;
+        SceneWindows& windows;
+        std::function<void()> confirmQuit;
+        /// Opens the desktop's notification settings; false where it has none.
+        std::function<bool()> openNotificationSettings;
+    };
+
+    explicit ContentView(Environment environment);
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QWidget* makeToolbar();
+    QWidget* makeGaugesRow();
+    QWidget* makeGeneralBox();
+    QWidget* makeSwapBox();
+    QWidget* makeSwapHistory();
+    QWidget* makePressureHistory();
+
+    void applyPalette();
     void scheduleRefresh();
     void refresh();
+    void refreshPrompts();
+    void refreshSwap();
+    void recordPosition();
+    void askForPermission();
+    static Task<void> askForPermission(std::shared_ptr<NotificationManager> manager,
+                                       QPointer<ContentView> view);
+    void showNotificationSettings();
+    void openAppMemory();
+    void dismissAppMemory();
 
-    std::shared_ptr<MemoryWatcher> memoryWatcher_;
-    QGridLayout* figures_;
-    std::vector<std::pair<QLabel*, QLabel*>> rows_; ///< name and value; owned by the layout
+    Environment environment_;
+    bool checkIfNotificationsAreAllowed_ = false;
     bool refreshScheduled_ = false;
+
+    // Owned by the view, in the order in which the keyboard goes through them.
+    QWidget* toolbar_;
+    QLabel* title_;
+    QPushButton* notificationPrompt_;
+    QPushButton* updatePrompt_;
+    QWidget* gaugesRow_;
+    RoundGauge* pressureGauge_;
+    RoundGauge* usageGauge_;
+    TitledBox* generalBox_;
+    ShowItemList* list_;
+    QStackedWidget* swapState_; ///< the text that there is none, or the gauge
+    LinearGauge* swapGauge_;
+    QStackedWidget* swapHistory_; ///< the picture that there is none, or the chart
+    ScrollingBarChart* swapChart_;
+    ScrollingBarChartFixed* pressureChart_;
+    QPointer<QWidget> positionReader_; ///< the window's, of the present appearance
+
     Subscription watching_;
+    Subscription watchingUpdates_;
 };
 
 } // namespace tidewell

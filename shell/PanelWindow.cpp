@@ -24,9 +24,11 @@ constexpr qint64 sameClickMilliseconds = 300;
 
 PanelWindow::PanelWindow(MakeContent makeContent)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    , corners_(*this, windowCornerRadius)
     , makeContent_(std::move(makeContent)) {
     setObjectName(QStringLiteral("panel"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
+    // The focus waits here: a panel that was clicked up marks none of its controls.
+    setFocusPolicy(Qt::StrongFocus);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationInactive) {
@@ -69,6 +71,7 @@ void PanelWindow::open(const StatusItemActivation& activation) {
         setFixedSize(place.size());
         move(place.topLeft());
     }
+    setFocus();
     show();
     raise();
     activateWindow();
@@ -91,13 +94,16 @@ void PanelWindow::keyPressEvent(QKeyEvent* event) {
 
 void PanelWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().window());
-    // A hairline of one device pixel sets the panel off from windows of the same colour.
-    QColor hairline = palette().windowText().color();
-    hairline.setAlphaF(0.08F);
-    const qreal line = 1 / devicePixelRatioF();
-    painter.setPen(QPen(hairline, line));
-    painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
+    corners_.paint(painter);
+}
+
+// The panel looks the same with the focus: all of it would be painted once more.
+void PanelWindow::focusInEvent(QFocusEvent*) {}
+void PanelWindow::focusOutEvent(QFocusEvent*) {}
+
+void PanelWindow::resizeEvent(QResizeEvent* event) {
+    corners_.resized();
+    QWidget::resizeEvent(event);
 }
 
 } // namespace tidewell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/SoftCorners.h"
 #include "platform/linux/StatusItem.h"
 
 #include <QElapsedTimer>
@@ -29,10 +30,14 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void closeBecauseOfAnotherProgram();
 
+    SoftCorners corners_;
     MakeContent makeContent_;
     QElapsedTimer closedByAnotherProgram_;
 };

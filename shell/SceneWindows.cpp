@@ -1,27 +1,61 @@
 #include "shell/SceneWindows.h"
 
-#include <QGuiApplication>
+#include "platform/linux/SoftCorners.h"
+
+#include <QApplication>
+#include <QPainter>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <chrono>
 
 namespace tidewell {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto untilInFront = 100ms;
+
+QString objectName(std::string_view identifier) {
+    return QString::fromUtf8(identifier.data(), qsizetype(identifier.size()));
+}
+
+/// A window without the desktop's frame.
+class FramelessWindow final : public QWidget {
+public:
+    FramelessWindow()
+        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {}
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        corners_.paint(painter);
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        corners_.resized();
+        QWidget::resizeEvent(event);
+    }
+
+private:
+    SoftCorners corners_{*this, windowCornerRadius};
+};
+
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
-    auto* window = new QWidget(nullptr, Qt::Window);
+    QWidget* window =
+        scene.titleBar == TitleBar::hidden ? new FramelessWindow : new QWidget(nullptr, Qt::Window);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setObjectName(
-        QString::fromUtf8(scene.identifier.data(), qsizetype(scene.identifier.size())));
+    window->setObjectName(objectName(scene.identifier));
     window->setWindowTitle(QString::fromStdString(scene.title));
-    window->setWindowFlag(Qt::FramelessWindowHint, scene.titleBar == TitleBar::hidden);
     window->setFixedSize(scene.width, scene.height);
     auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content.release());
     if (scene.placement == Placement::centred) {
-        const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+        const QRect available = QApplication::primaryScreen()->availableGeometry();
         QRect frame = window->rect();
         frame.moveCenter(available.center());
         window->move(frame.topLeft());
@@ -48,18 +82,33 @@ void SceneWindows::openWindow(std::string_view identifier) {
         return;
     }
     Entry& entry = found->second;
-    if (!entry.window) {
+    if (window(identifier) == nullptr) {
         entry.window = makeWindow(entry.scene, entry.makeContent());
         entry.window->setPalette(palette_);
     }
     // Not every window manager takes showing or activating for unminimising.
     entry.window->setWindowState(entry.window->windowState() & ~Qt::WindowMinimized);
     entry.window->show();
-    entry.window->raise();
-    entry.window->activateWindow();
 }
 
-void SceneWindows::dismissWindow(std::string_view identifier) const {
+void SceneWindows::bringWindowToFront(const QString& identifier) {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::find_if(windows.begin(), windows.end(), [&](const QWidget* window) {
+        return window->isVisible() && window->objectName() == identifier;
+    });
+    if (found != windows.end()) {
+        (*found)->raise();
+        (*found)->activateWindow();
+    }
+}
+
+void SceneWindows::openAuxiliaryWindow(std::string_view identifier) {
+    openWindow(identifier);
+    QTimer::singleShot(untilInFront, qApp,
+                       [name = objectName(identifier)] { bringWindowToFront(name); });
+}
+
+void SceneWindows::dismissWindow(std::string_view identifier) {
     if (QWidget* open = window(identifier)) {
         open->close();
     }
@@ -76,7 +125,10 @@ void SceneWindows::setPalette(const QPalette& palette) {
 
 QWidget* SceneWindows::window(std::string_view identifier) const {
     const auto found = scenes_.find(identifier);
-    return found == scenes_.end() ? nullptr : found->second.window.data();
+    // A window that was closed is there, hidden, until the event loop deletes it.
+    return found == scenes_.end() || !found->second.window || found->second.window->isHidden()
+               ? nullptr
+               : found->second.window.data();
 }
 
 } // namespace tidewell

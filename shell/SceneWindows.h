@@ -30,12 +30,17 @@ public:
 
     bool contains(std::string_view identifier) const { return scenes_.contains(identifier); }
 
-    /// Shows the scene's window, or brings the one there is to the front. An identifier without a
-    /// scene does nothing.
+    /// Shows the scene's window if it is not open. An identifier without a scene does nothing.
     void openWindow(std::string_view identifier);
 
+    /// Makes the program's first window of that name the active one, in front of all others.
+    static void bringWindowToFront(const QString& identifier);
+
+    /// Opens the scene's window and brings it to the front a moment later.
+    void openAuxiliaryWindow(std::string_view identifier);
+
     /// Closes the scene's window, if it is open.
-    void dismissWindow(std::string_view identifier) const;
+    void dismissWindow(std::string_view identifier);
 
     /// Gives `palette` to every window, open or not.
     void setPalette(const QPalette& palette);

@@ -27,6 +27,9 @@ struct WindowScene {
 inline constexpr int panelWidth = 350;
 inline constexpr int panelHeight = 760;
 
+/// Of the windows that have no frame of the desktop's, the panel included; points.
+inline constexpr double windowCornerRadius = 10;
+
 /// The windows that the panel opens, in their order.
 inline std::array<WindowScene, 3> windowScenes(const std::string& applicationName) {
     return {{

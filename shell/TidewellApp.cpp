@@ -1,8 +1,11 @@
 #include "shell/TidewellApp.h"
 
 #include "platform/ui/Palette.h"
+#include "services/SettingsView.h"
 #include "shell/ContentView.h"
 #include "support/BundleInformation.h"
+#include "views/AboutView.h"
+#include "views/AppMemoryView.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +16,15 @@ namespace {
 /// Ends the program after the current event.
 void quitApplication() {
     QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+}
+
+std::shared_ptr<SparkleModel> makeSparkleModel(const ApplicationEnvironment& environment) {
+    if (!environment.makeUpdater) {
+        return nullptr;
+    }
+    return std::make_shared<SparkleModel>(SparkleModel::Environment{
+        environment.watcher.defaults, environment.watcher.mainThread, environment.watcher.clock,
+        environment.watcher.log, environment.makeUpdater});
 }
 
 std::string menuTitle(const char* sourceText) {
@@ -27,16 +39,23 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
     , notificationManager_(std::make_shared<NotificationManager>(environment_.notificationCenter,
                                                                  environment_.watcher.log))
     , memoryWatcher_(std::make_shared<MemoryWatcher>(environment_.watcher, notificationManager_))
+    , sparkleModel_(makeSparkleModel(environment_))
+    , memoryManager_(std::make_shared<MemoryManager>(MemoryManager::Environment{
+          environment_.applications, environment_.watcher.defaults, environment_.watcher.mainThread,
+          environment_.watcher.clock, environment_.watcher.log}))
     , historySaving_([this] { memoryWatcher_->writeData(); })
-    , panel_([this] { return makePanelContent(); }) {
+    , panel_([this] { return makePanelContent(); })
+    , quitConfirmation_(environment_.watcher.defaults, QString::fromStdString(applicationName_),
+                        panel_, quitApplication) {
     panel_.setWindowTitle(QString::fromStdString(applicationName_));
+    addWindows();
     appearanceChanged_ = environment_.appearance.didChange([this] { applyAppearance(); });
     applyAppearance();
 }
 
 void TidewellApp::start() {
     statusItem_ = environment_.makeStatusItem(statusItemBehaviour());
-    label_ = std::make_unique<BarLabelView>(nullptr, *memoryWatcher_, colours::primary,
+    label_ = std::make_unique<BarLabelView>(sparkleModel_.get(), *memoryWatcher_, colours::primary,
                                             environment_.watcher.mainThread, *statusItem_);
     label_->appear();
     spawn(environment_.watcher.mainThread, memoryWatcher_->startPeriodicTask());
@@ -51,21 +70,49 @@ StatusItemBehaviour TidewellApp::statusItemBehaviour() {
     };
     behaviour.menu.push_back(
         {menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Open")), [this] { panel_.open({}); }});
-    // The menu offers the windows that there are.
     for (const auto& [identifier, title] :
          {std::pair("settings", QT_TRANSLATE_NOOP("StatusMenu", "Settings")),
           std::pair("about", QT_TRANSLATE_NOOP("StatusMenu", "About"))}) {
-        if (windows_.contains(identifier)) {
-            behaviour.menu.push_back(
-                {menuTitle(title), [this, identifier] { windows_.openWindow(identifier); }});
-        }
+        behaviour.menu.push_back(
+            {menuTitle(title), [this, identifier] { windows_.openAuxiliaryWindow(identifier); }});
     }
-    behaviour.menu.push_back({menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Quit")), quitApplication});
+    behaviour.menu.push_back({menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Quit")),
+                              [this] { quitConfirmation_.confirmQuit(); }});
     return behaviour;
 }
 
-std::unique_ptr<QWidget> TidewellApp::makePanelContent() const {
-    return std::make_unique<ContentView>(memoryWatcher_, applicationName_, quitApplication);
+std::unique_ptr<QWidget> TidewellApp::makePanelContent() {
+    return std::make_unique<ContentView>(ContentView::Environment{
+        .memoryWatcher = memoryWatcher_,
+        .notificationManager = notificationManager_,
+        .sparkleModel = sparkleModel_,
+        .defaults = environment_.watcher.defaults,
+        .mainThread = environment_.watcher.mainThread,
+        .bundle = environment_.bundle,
+        .windows = windows_,
+        .confirmQuit = [this] { quitConfirmation_.confirmQuit(); },
+        .openNotificationSettings = environment_.openNotificationSettings,
+    });
+}
+
+void TidewellApp::addWindows() {
+    const auto [about, settings, appMemory] = windowScenes(applicationName_);
+    const auto dismiss = [this](std::string_view identifier) {
+        return [this, identifier] { windows_.dismissWindow(identifier); };
+    };
+    windows_.add(about, [this, close = dismiss(about.identifier)] {
+        return std::make_unique<AboutView>(
+            AboutView::Environment{environment_.bundle, environment_.openUrl, close});
+    });
+    windows_.add(settings, [this] {
+        return std::make_unique<SettingsView>(SettingsView::Environment{
+            environment_.watcher.defaults, environment_.loginItem, applicationName_, sparkleModel_,
+            environment_.animationsAreWanted});
+    });
+    windows_.add(appMemory, [this, close = dismiss(appMemory.identifier)] {
+        return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
+            memoryManager_, environment_.watcher.defaults, close, panelWidth});
+    });
 }
 
 void TidewellApp::applyAppearance() {

@@ -2,14 +2,19 @@
 
 #include "core/MemoryWatcher.h"
 #include "platform/foundation/Bundle.h"
+#include "platform/foundation/LoginItem.h"
 #include "platform/linux/DesktopAppearance.h"
 #include "platform/linux/StatusItem.h"
+#include "processes/MemoryManager.h"
 #include "services/NotificationManager.h"
 #include "services/SparkleModel.h"
 #include "shell/BarLabelView.h"
 #include "shell/HistorySaving.h"
 #include "shell/PanelWindow.h"
+#include "shell/QuitConfirmation.h"
 #include "shell/SceneWindows.h"
+
+#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -23,6 +28,15 @@ struct ApplicationEnvironment {
     const Bundle& bundle;
     DesktopAppearance& appearance;
     std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
+    /// Makes the program's updater; empty in a program that others keep up to date.
+    std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate&)> makeUpdater;
+    ApplicationSource& applications;
+    LoginItem& loginItem;
+    /// Opens the desktop's notification settings; false where it has none.
+    std::function<bool()> openNotificationSettings;
+    std::function<void(const QUrl& url)> openUrl;
+    /// Whether the user wants things to move.
+    std::function<bool()> animationsAreWanted;
 };
 
 /// The application root: owns the models and everything the user sees. Created once, on the main
@@ -43,7 +57,8 @@ public:
 
 private:
     StatusItemBehaviour statusItemBehaviour();
-    std::unique_ptr<QWidget> makePanelContent() const;
+    std::unique_ptr<QWidget> makePanelContent();
+    void addWindows();
     void applyAppearance();
 
     ApplicationEnvironment environment_;
@@ -51,10 +66,13 @@ private:
     // The models, in the order in which they are created.
     std::shared_ptr<NotificationManager> notificationManager_;
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
+    std::shared_ptr<SparkleModel> sparkleModel_; // null where others keep the program up to date
+    std::shared_ptr<MemoryManager> memoryManager_;
 
     HistorySaving historySaving_;
     SceneWindows windows_;
     PanelWindow panel_;
+    QuitConfirmation quitConfirmation_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<BarLabelView> label_; // goes before the item that it writes to
     Subscription appearanceChanged_;

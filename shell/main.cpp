@@ -1,5 +1,7 @@
 #include "core/probes/linux/LinuxProbes.h"
+#include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/BundleReader.h"
+#include "platform/linux/DesktopAnimations.h"
 #include "platform/linux/DesktopAppearance.h"
 #include "platform/linux/DesktopNotificationCenter.h"
 #include "platform/linux/DesktopStatusItem.h"
@@ -8,20 +10,29 @@
 #include "platform/linux/IconThemes.h"
 #include "platform/linux/JournalLog.h"
 #include "platform/linux/MainThread.h"
+#include "platform/linux/NotificationSettings.h"
 #include "platform/linux/PowerOffMonitor.h"
 #include "platform/linux/SessionEnd.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11.h"
 #include "platform/runtime/SerialExecutor.h"
+#include "processes/linux/LinuxApplicationSource.h"
+#include "shell/ProgramUpdater.h"
 #include "shell/TidewellApp.h"
 #include "support/BundleInformation.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QUrl>
 
+#include <cerrno>
 #include <chrono>
 #include <clocale>
 #include <cstdlib>
+#include <string>
+#include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -71,7 +82,13 @@ void logError(Log& log, std::string_view message, std::int64_t line) {
     logMessage(log, message, "general", __FILE__, "main()", line, LogLevel::error);
 }
 
-int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server, Log& log) {
+struct Ending {
+    int status;
+    std::string next; ///< the file to start then; empty where nothing is to be started
+};
+
+Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
+                  Log& log) {
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     const QString name = QString::fromStdString(applicationName(bundle));
 
@@ -89,7 +106,7 @@ int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection s
     SingleInstance instance(sessionBus, identifier, SingleInstance::usualLockFile(identifier), 3s,
                             log);
     if (const auto status = instance.start()) {
-        return *status;
+        return {*status, {}};
     }
 
     // What the models stand on, in the order in which it has to outlive the rest. Tasks wait in
@@ -100,9 +117,21 @@ int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection s
     const ClockDriver clockDriver(clock);
     MainThread mainThread;
     SerialExecutor schedulerThread;
+    SerialExecutor surveyThread;
     DesktopNotificationCenter notificationCenter(sessionBus, clock, name,
                                                  notificationRecordsOfThisSession(identifier), {});
-    DesktopAppearance appearance(sessionBus, qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    DesktopAppearance appearance(sessionBus, desktop);
+    const DesktopAnimations animations(sessionBus);
+    const auto animationsAreWanted = [&animations] { return animations.areWanted(); };
+    LinuxApplicationSource applications(LinuxApplicationSource::usualSettings(), surveyThread, log);
+    AutostartLoginItem loginItem(autostartFolder(), identifier.toStdString(), name.toStdString(),
+                                 installedProgram());
+    std::string next;
+    const auto restart = [&next](const QString& program) {
+        next = QFile::encodeName(program).toStdString();
+        QCoreApplication::exit(EXIT_SUCCESS);
+    };
 
     TidewellApp app({
         .watcher = {.probes = probes,
@@ -120,6 +149,14 @@ int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection s
                 return std::make_unique<DesktopStatusItem>(sessionBus, clock, appearance, log,
                                                            behaviour);
             },
+        .makeUpdater =
+            programUpdater({bundle, defaults, mainThread, log, appearance, animationsAreWanted,
+                            restart}),
+        .applications = applications,
+        .loginItem = loginItem,
+        .openNotificationSettings = [desktop] { return openNotificationSettings(desktop); },
+        .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
+        .animationsAreWanted = animationsAreWanted,
     });
 
     const SessionEnd sessionEnd([&app] { app.historySaving().willTerminate(); });
@@ -133,7 +170,16 @@ int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection s
     instance.onActivate([&app] { app.openPanel(); });
 
     app.start();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    return {status, next};
+}
+
+/// Goes on as another program, now that nothing of this one is left.
+int startNext(const std::string& program, Log& log) {
+    execl(program.c_str(), program.c_str(), nullptr);
+    logError(log, program + " cannot be started: " + std::system_category().message(errno),
+             __LINE__);
+    return EXIT_FAILURE;
 }
 
 } // namespace
@@ -156,5 +202,6 @@ int main(int argc, char** argv) {
     }
     preferX11();
     leaveOutHangingBuses(1s, log);
-    return runProgram(argc, argv, bundle, std::move(server), log);
+    const Ending ending = runProgram(argc, argv, bundle, std::move(server), log);
+    return ending.next.empty() ? ending.status : startNext(ending.next, log);
 }

@@ -1,0 +1,55 @@
+#include "shell/QuitConfirmation.h"
+
+#include "services/StoredPreferences.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+
+#include <utility>
+
+namespace tidewell {
+
+namespace {
+
+QString translated(const char* sourceText) {
+    return QCoreApplication::translate("QuitConfirmation", sourceText);
+}
+
+} // namespace
+
+QuitConfirmation::QuitConfirmation(const UserDefaults& defaults, QString applicationName,
+                                   QWidget& window, std::function<void()> quit)
+    : defaults_(defaults)
+    , applicationName_(std::move(applicationName))
+    , window_(window)
+    , quit_(std::move(quit)) {}
+
+void QuitConfirmation::confirmQuit() {
+    if (!readForView(defaults_, preferences::confimQuitOnExit)) {
+        quit_();
+        return;
+    }
+    if (!question_) {
+        question_ = new QMessageBox(
+            QMessageBox::Warning, applicationName_,
+            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Are you sure you want to quit?")),
+            QMessageBox::NoButton, &window_);
+        question_->setAttribute(Qt::WA_DeleteOnClose);
+        question_->setWindowModality(Qt::ApplicationModal);
+        question_->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does
+        question_->setInformativeText(
+            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "%1 will terminate immediately."))
+                .arg(applicationName_));
+        QPushButton* quit = question_->addButton(
+            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Quit")), QMessageBox::AcceptRole);
+        question_->setDefaultButton(quit);
+        question_->setEscapeButton(question_->addButton(
+            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Cancel")), QMessageBox::RejectRole));
+        QObject::connect(quit, &QPushButton::clicked, question_.data(), quit_);
+    }
+    question_->show();
+    question_->raise();
+    question_->activateWindow();
+}
+
+} // namespace tidewell
