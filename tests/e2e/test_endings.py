@@ -16,7 +16,7 @@ class Endings(DesktopCase):
 
     def test_save_the_history_once_and_the_next_run_has_it_back(self):
         endings = {
-            "Quit": lambda run: run.choose_from_menu("Quit"),
+            "Quit": lambda run: (run.choose_from_menu("Quit"), run.answer_question("Return")),
             **{each.name: lambda run, number=each: run.process.send_signal(number)
                for each in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)},
         }

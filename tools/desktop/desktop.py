@@ -108,7 +108,7 @@ class Desktop:
 
     def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900)):
         self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
-        self.size = tuple(scale * length for length in size)
+        self.size = tuple(int(scale * length) for length in size)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-"))
         self.environment = {}
         self._connections = {}
@@ -147,7 +147,7 @@ class Desktop:
             "XDG_SESSION_TYPE": "x11",
             "NO_AT_BRIDGE": "1",
             "GTK_THEME": theme.replace("-", ":"),
-            "GDK_SCALE": str(self.scale),
+            "GDK_SCALE": str(int(self.scale)),
             "QT_SCALE_FACTOR": str(self.scale),
         }
         settings = self.folder / "config/xfce4/xfconf/xfce-perchannel-xml"
@@ -182,7 +182,7 @@ class Desktop:
         read, write = os.pipe()
         width, height = self.size
         self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
-                   "-dpi", str(96 * self.scale), "-nolisten", "tcp", "-noreset",
+                   "-dpi", str(int(96 * self.scale)), "-nolisten", "tcp", "-noreset",
                    pass_fds=(write,))
         os.close(write)
         with os.fdopen(read) as pipe:
@@ -333,6 +333,9 @@ class Desktop:
     def click(self, x, y, button=1):
         # Not with --sync: where the pointer is there already, that waits for it to move.
         self.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+    def move_pointer(self, x, y):
+        self.run("xdotool", "mousemove", str(int(x)), str(int(y)))
 
     def press(self, key):
         self.run("xdotool", "key", key)

@@ -2,8 +2,10 @@
 
 import base64
 import json
+import math
 import os
 import pathlib
+import uuid
 
 import dbus
 from desktop import DesktopError, wait_for
@@ -46,6 +48,23 @@ def meminfo(level, total=16 * GIBIBYTE_IN_KB):
         "Shmem": 524288, "SReclaimable": 393216,
     }
     return "".join(f"{key + ':':<16}{value:>8} kB\n" for key, value in lines.items())
+
+
+def store_file(desktop):
+    return desktop.folder / "config/tidewell/defaults.json"
+
+
+def write_history(desktop, level, count, now=1764000000):
+    """What a run left behind that took `count` samples at about this level."""
+    most = {"none": 25, "low": 45, "warn": 70, "high": 95}[level]
+    pressures = [{"value": int(most * (0.55 + 0.45 * math.sin(at / 7) * math.cos(at / 3))),
+                  "timestamp": now + 5.0 * at} for at in range(count)]
+    swapped = [{"value": 0 if level == "none" else int(1.36e9 * (0.25 + 0.75 * (at + 1) / count)),
+                "timestamp": now + 60.0 * at} for at in range(count)]
+    document = json.dumps({"id": str(uuid.uuid4()), "memoryPressureArray": pressures, "swapUsedArray": swapped})
+    store_file(desktop).parent.mkdir(mode=0o700, exist_ok=True)
+    store_file(desktop).write_text(json.dumps(
+        {"_dataContainer": {"data": base64.b64encode(document.encode()).decode()}}))
 
 
 class Tidewell:
@@ -143,14 +162,30 @@ class Tidewell:
 
     def panel(self):
         """The geometry of the open panel, or None."""
-        size = tuple(self.desktop.scale * length for length in PANEL_SIZE)
+        size = tuple(int(self.desktop.scale * length) for length in PANEL_SIZE)
         return next((each for each in self.windows() if each[2:] == size), None)
 
     def wait_for_panel(self):
         return wait_for("the panel", self.panel)
 
+    def wait_for_open_window(self):
+        """The geometry of the panel, which is lower than usual on a low screen."""
+        width = int(PANEL_SIZE[0] * self.desktop.scale)
+        return wait_for("a window as wide as the panel", lambda: next(
+            (each for each in self.windows() if each[2] == width), None))
+
     def wait_for_no_panel(self):
         wait_for("the panel's end", lambda: not self.panel())
+
+    def question(self):
+        """The geometry of a question that the program asks, or None."""
+        return next((each for each in self.windows() if each[2] > 150 * self.desktop.scale
+                     and 80 * self.desktop.scale < each[3] < 300 * self.desktop.scale), None)
+
+    def answer_question(self, key):
+        wait_for("the question", self.question)
+        self.desktop.press(key)
+        wait_for("the question's end", lambda: not self.question())
 
     def label_window(self):
         """The geometry of the label window, or None."""
@@ -161,7 +196,7 @@ class Tidewell:
     # -- store --------------------------------------------------------------------------------
 
     def store_file(self):
-        return self.desktop.folder / "config/tidewell/defaults.json"
+        return store_file(self.desktop)
 
     def history(self):
         """The saved history: {"memoryPressureArray": [...], ...}, or None."""
