@@ -31,7 +31,7 @@ class Panel(DesktopCase):
 
     def test_shows_what_the_pointer_rests_on(self):
         self.open()
-        pressure, swap = self.part(25, 625, 300, 60), self.part(190, 490, 40, 100)
+        pressure, swap = self.part(25, 625, 300, 60), self.part(200, 490, 40, 100)
         self.assertFalse(self.desktop.shows(BLUE_ON_BOX, pressure))
         for x in (27, 176, 318):
             self.point_at(x, 714)
@@ -40,7 +40,7 @@ class Panel(DesktopCase):
         self.point_at(176, 400)
         wait_for("the mark's end", lambda: not self.desktop.shows(BLUE_ON_BOX, pressure))
         self.assertFalse(self.desktop.shows(WINDOW, swap))
-        self.point_at(210, 570)
+        self.point_at(221, 570)
         wait_for("the time on the bar", lambda: self.desktop.shows(WINDOW, swap))
         self.assertTrue(self.desktop.shows(LEVEL_COLOURS["low"][0], swap))
 
