@@ -19,6 +19,7 @@
 #include "views/ShowItemList.h"
 #include "views/WindowAndPositionReader.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
@@ -29,6 +30,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -59,6 +61,21 @@ QString sizeText(std::uint64_t value) {
 /// A percentage without its fraction. It is finite: it comes of figures that are.
 QString percentText(double value) {
     return QString::number(static_cast<std::int64_t>(value)) + u'%';
+}
+
+// The names of the model's figures, which are the model's own.
+[[maybe_unused]] constexpr std::array figures{QT_TRANSLATE_NOOP("MemoryWatcher", "Physical Memory"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Memory Used"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "App Memory"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Wired Memory"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Compressed"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Free Memory"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Cached Files"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Swap Used"),
+                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Swap Total")};
+
+std::string translatedFigure(const std::string& name) {
+    return QCoreApplication::translate("MemoryWatcher", name.c_str()).toStdString();
 }
 
 QLabel* makeLabel(const QString& content, TextStyle style) {
@@ -323,6 +340,7 @@ void ContentView::refresh() {
     rows.reserve(watcher.showItems().size());
     for (const ShowItem& item : watcher.showItems()) {
         rows.push_back({.showItem = item, .image = std::nullopt});
+        rows.back().showItem.label = translatedFigure(item.label);
     }
     list_->setItems(std::move(rows));
     refreshSwap();

@@ -31,6 +31,8 @@ class TitledBox;
 /// The content of the main panel. Reads the models only while it is visible: when it appears, and
 /// then at most once for all the changes of one event-loop pass. Main thread.
 class ContentView final : public QWidget {
+    Q_OBJECT
+
 public:
     /// What is referred to must outlive the view.
     struct Environment {

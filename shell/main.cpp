@@ -17,6 +17,7 @@
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11.h"
 #include "platform/runtime/SerialExecutor.h"
+#include "platform/ui/Translations.h"
 #include "processes/linux/LinuxApplicationSource.h"
 #include "shell/ProgramUpdater.h"
 #include "shell/TidewellApp.h"
@@ -25,6 +26,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
+#include <QIcon>
 #include <QUrl>
 
 #include <cerrno>
@@ -100,6 +102,10 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     QApplication::setApplicationName(name);
     QApplication::setDesktopFileName(identifier);
     QApplication::setQuitOnLastWindowClosed(false);
+    // Where the desktop names no icon theme: the one that most systems have.
+    QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+    const Translations translations(
+        QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
     useInstalledIconThemes();
 
     const QDBusConnection sessionBus = QDBusConnection::sessionBus();
@@ -149,9 +155,8 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
                 return std::make_unique<DesktopStatusItem>(sessionBus, clock, appearance, log,
                                                            behaviour);
             },
-        .makeUpdater =
-            programUpdater({bundle, defaults, mainThread, log, appearance, animationsAreWanted,
-                            restart}),
+        .makeUpdater = programUpdater(
+            {bundle, defaults, mainThread, log, appearance, animationsAreWanted, restart}),
         .applications = applications,
         .loginItem = loginItem,
         .openNotificationSettings = [desktop] { return openNotificationSettings(desktop); },

@@ -20,10 +20,68 @@
     </message>
 </context>
 <context>
+    <name>MemoryWatcher</name>
+    <message>
+        <source>Physical Memory</source>
+        <translation>الذاكرة الفعلية</translation>
+    </message>
+    <message>
+        <source>Memory Used</source>
+        <translation>الذاكرة المستخدمة</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>ذاكرة التطبيقات</translation>
+    </message>
+    <message>
+        <source>Wired Memory</source>
+        <translation>الذاكرة المحجوزة</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>مضغوطة</translation>
+    </message>
+    <message>
+        <source>Free Memory</source>
+        <translation>الذاكرة الحرة</translation>
+    </message>
+    <message>
+        <source>Cached Files</source>
+        <translation>الملفات المخزنة مؤقتًا</translation>
+    </message>
+    <message>
+        <source>Swap Used</source>
+        <translation>المبادلة المستخدمة</translation>
+    </message>
+    <message>
+        <source>Swap Total</source>
+        <translation>إجمالي المبادلة</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
         <translation>RTL</translation>
+    </message>
+</context>
+<context>
+    <name>QuitConfirmation</name>
+    <message>
+        <source>Are you sure you want to quit?</source>
+        <translation>هل تريد الإنهاء فعلًا؟</translation>
+    </message>
+    <message>
+        <source>%1 will terminate immediately.</source>
+        <translation>سيُنهى %1 فورًا.</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>إنهاء</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
     </message>
 </context>
 <context>
@@ -213,8 +271,64 @@
 <context>
     <name>tidewell::ContentView</name>
     <message>
-        <source>Quit</source>
-        <translation>إنهاء</translation>
+        <source>Press to set Allow Notifications</source>
+        <translation>انقر للسماح بالإشعارات</translation>
+    </message>
+    <message>
+        <source>Update available!</source>
+        <translation>يتوفر تحديث!</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>حول %1</translation>
+    </message>
+    <message>
+        <source>Go to Settings - %1</source>
+        <translation>الانتقال إلى الإعدادات - %1</translation>
+    </message>
+    <message>
+        <source>Quit %1 - %2</source>
+        <translation>إنهاء %1 - %2</translation>
+    </message>
+    <message>
+        <source>Pressure</source>
+        <translation>الضغط</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>استخدام الذاكرة</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>عام</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>المبادلة</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>لا تُستخدم ذاكرة مبادلة.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>استخدام المبادلة</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>ضغط الذاكرة</translation>
+    </message>
+    <message>
+        <source>0 MB</source>
+        <translation>0 MB</translation>
+    </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>لا يحتوي سطح المكتب هذا على إعدادات إشعارات يمكن لـ %1 فتحها.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>اسمح بإشعاراته من المكان الذي يديرها فيه سطح المكتب.</translation>
     </message>
 </context>
 <context>

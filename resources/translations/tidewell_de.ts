@@ -20,10 +20,68 @@
     </message>
 </context>
 <context>
+    <name>MemoryWatcher</name>
+    <message>
+        <source>Physical Memory</source>
+        <translation>Physischer Speicher</translation>
+    </message>
+    <message>
+        <source>Memory Used</source>
+        <translation>Verwendeter Speicher</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>App-Speicher</translation>
+    </message>
+    <message>
+        <source>Wired Memory</source>
+        <translation>Reservierter Speicher</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>Komprimiert</translation>
+    </message>
+    <message>
+        <source>Free Memory</source>
+        <translation>Freier Speicher</translation>
+    </message>
+    <message>
+        <source>Cached Files</source>
+        <translation>Dateien im Cache</translation>
+    </message>
+    <message>
+        <source>Swap Used</source>
+        <translation>Swap verwendet</translation>
+    </message>
+    <message>
+        <source>Swap Total</source>
+        <translation>Swap gesamt</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
         <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>QuitConfirmation</name>
+    <message>
+        <source>Are you sure you want to quit?</source>
+        <translation>Möchten Sie wirklich beenden?</translation>
+    </message>
+    <message>
+        <source>%1 will terminate immediately.</source>
+        <translation>%1 wird sofort beendet.</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -213,8 +271,64 @@
 <context>
     <name>tidewell::ContentView</name>
     <message>
-        <source>Quit</source>
-        <translation>Beenden</translation>
+        <source>Press to set Allow Notifications</source>
+        <translation>Klicken, um Mitteilungen zu erlauben</translation>
+    </message>
+    <message>
+        <source>Update available!</source>
+        <translation>Update verfügbar!</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+    <message>
+        <source>Go to Settings - %1</source>
+        <translation>Zu den Einstellungen - %1</translation>
+    </message>
+    <message>
+        <source>Quit %1 - %2</source>
+        <translation>%1 beenden - %2</translation>
+    </message>
+    <message>
+        <source>Pressure</source>
+        <translation>Druck</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Speichernutzung</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>Kein Swap in Verwendung.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Swap-Nutzung</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Speicherdruck</translation>
+    </message>
+    <message>
+        <source>0 MB</source>
+        <translation>0 MB</translation>
+    </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Diese Arbeitsumgebung hat keine Mitteilungseinstellungen, die %1 öffnen kann.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Erlauben Sie die Mitteilungen dort, wo Ihre Arbeitsumgebung sie verwaltet.</translation>
     </message>
 </context>
 <context>

@@ -20,10 +20,68 @@
     </message>
 </context>
 <context>
+    <name>MemoryWatcher</name>
+    <message>
+        <source>Physical Memory</source>
+        <translation>Memoria física</translation>
+    </message>
+    <message>
+        <source>Memory Used</source>
+        <translation>Memoria usada</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>Memoria de apps</translation>
+    </message>
+    <message>
+        <source>Wired Memory</source>
+        <translation>Memoria fija</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>Comprimida</translation>
+    </message>
+    <message>
+        <source>Free Memory</source>
+        <translation>Memoria libre</translation>
+    </message>
+    <message>
+        <source>Cached Files</source>
+        <translation>Archivos en caché</translation>
+    </message>
+    <message>
+        <source>Swap Used</source>
+        <translation>Swap usado</translation>
+    </message>
+    <message>
+        <source>Swap Total</source>
+        <translation>Swap total</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
         <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>QuitConfirmation</name>
+    <message>
+        <source>Are you sure you want to quit?</source>
+        <translation>¿Seguro que quiere salir?</translation>
+    </message>
+    <message>
+        <source>%1 will terminate immediately.</source>
+        <translation>%1 terminará de inmediato.</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
     </message>
 </context>
 <context>
@@ -213,8 +271,64 @@
 <context>
     <name>tidewell::ContentView</name>
     <message>
-        <source>Quit</source>
-        <translation>Salir</translation>
+        <source>Press to set Allow Notifications</source>
+        <translation>Pulse para permitir notificaciones</translation>
+    </message>
+    <message>
+        <source>Update available!</source>
+        <translation>¡Actualización disponible!</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>Acerca de %1</translation>
+    </message>
+    <message>
+        <source>Go to Settings - %1</source>
+        <translation>Ir a la configuración - %1</translation>
+    </message>
+    <message>
+        <source>Quit %1 - %2</source>
+        <translation>Salir de %1 - %2</translation>
+    </message>
+    <message>
+        <source>Pressure</source>
+        <translation>Presión</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Uso de memoria</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>No se usa memoria swap.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Uso de swap</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Presión de memoria</translation>
+    </message>
+    <message>
+        <source>0 MB</source>
+        <translation>0 MB</translation>
+    </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Este escritorio no tiene ajustes de notificaciones que %1 pueda abrir.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Permita sus notificaciones donde su escritorio las administre.</translation>
     </message>
 </context>
 <context>

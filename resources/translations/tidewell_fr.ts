@@ -20,10 +20,68 @@
     </message>
 </context>
 <context>
+    <name>MemoryWatcher</name>
+    <message>
+        <source>Physical Memory</source>
+        <translation>Mémoire physique</translation>
+    </message>
+    <message>
+        <source>Memory Used</source>
+        <translation>Mémoire utilisée</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>Mémoire des apps</translation>
+    </message>
+    <message>
+        <source>Wired Memory</source>
+        <translation>Mémoire résidente</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>Compressée</translation>
+    </message>
+    <message>
+        <source>Free Memory</source>
+        <translation>Mémoire libre</translation>
+    </message>
+    <message>
+        <source>Cached Files</source>
+        <translation>Fichiers en cache</translation>
+    </message>
+    <message>
+        <source>Swap Used</source>
+        <translation>Swap utilisé</translation>
+    </message>
+    <message>
+        <source>Swap Total</source>
+        <translation>Swap total</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
         <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>QuitConfirmation</name>
+    <message>
+        <source>Are you sure you want to quit?</source>
+        <translation>Voulez-vous vraiment quitter ?</translation>
+    </message>
+    <message>
+        <source>%1 will terminate immediately.</source>
+        <translation>%1 se fermera immédiatement.</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
     </message>
 </context>
 <context>
@@ -213,8 +271,64 @@
 <context>
     <name>tidewell::ContentView</name>
     <message>
-        <source>Quit</source>
-        <translation>Quitter</translation>
+        <source>Press to set Allow Notifications</source>
+        <translation>Cliquer pour autoriser les notifications</translation>
+    </message>
+    <message>
+        <source>Update available!</source>
+        <translation>Mise à jour disponible !</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+    <message>
+        <source>Go to Settings - %1</source>
+        <translation>Ouvrir les réglages - %1</translation>
+    </message>
+    <message>
+        <source>Quit %1 - %2</source>
+        <translation>Quitter %1 - %2</translation>
+    </message>
+    <message>
+        <source>Pressure</source>
+        <translation>Pression</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Mémoire utilisée</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>Aucun swap utilisé.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Utilisation du swap</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Pression mémoire</translation>
+    </message>
+    <message>
+        <source>0 MB</source>
+        <translation>0 MB</translation>
+    </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Cet environnement n’a pas de réglages de notifications que %1 puisse ouvrir.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Autorisez ses notifications là où votre environnement les gère.</translation>
     </message>
 </context>
 <context>

@@ -20,10 +20,68 @@
     </message>
 </context>
 <context>
+    <name>MemoryWatcher</name>
+    <message>
+        <source>Physical Memory</source>
+        <translation>物理メモリ</translation>
+    </message>
+    <message>
+        <source>Memory Used</source>
+        <translation>使用メモリ</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>アプリメモリ</translation>
+    </message>
+    <message>
+        <source>Wired Memory</source>
+        <translation>固定メモリ</translation>
+    </message>
+    <message>
+        <source>Compressed</source>
+        <translation>圧縮</translation>
+    </message>
+    <message>
+        <source>Free Memory</source>
+        <translation>空きメモリ</translation>
+    </message>
+    <message>
+        <source>Cached Files</source>
+        <translation>キャッシュされたファイル</translation>
+    </message>
+    <message>
+        <source>Swap Used</source>
+        <translation>使用中のスワップ</translation>
+    </message>
+    <message>
+        <source>Swap Total</source>
+        <translation>スワップの合計</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
         <translation>LTR</translation>
+    </message>
+</context>
+<context>
+    <name>QuitConfirmation</name>
+    <message>
+        <source>Are you sure you want to quit?</source>
+        <translation>終了してもよろしいですか?</translation>
+    </message>
+    <message>
+        <source>%1 will terminate immediately.</source>
+        <translation>%1 はすぐに終了します。</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
     </message>
 </context>
 <context>
@@ -213,8 +271,64 @@
 <context>
     <name>tidewell::ContentView</name>
     <message>
-        <source>Quit</source>
-        <translation>終了</translation>
+        <source>Press to set Allow Notifications</source>
+        <translation>クリックして通知を許可</translation>
+    </message>
+    <message>
+        <source>Update available!</source>
+        <translation>アップデートがあります</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>%1 について</translation>
+    </message>
+    <message>
+        <source>Go to Settings - %1</source>
+        <translation>設定を開く - %1</translation>
+    </message>
+    <message>
+        <source>Quit %1 - %2</source>
+        <translation>%1 を終了 - %2</translation>
+    </message>
+    <message>
+        <source>Pressure</source>
+        <translation>負荷</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>メモリ使用率</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>一般</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>スワップ</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>スワップは使用されていません。</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>スワップの使用量</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>メモリ負荷</translation>
+    </message>
+    <message>
+        <source>0 MB</source>
+        <translation>0 MB</translation>
+    </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>このデスクトップには %1 が開ける通知の設定がありません。</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>デスクトップの通知の管理画面で許可してください。</translation>
     </message>
 </context>
 <context>
