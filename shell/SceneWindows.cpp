@@ -50,10 +50,11 @@ QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) 
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(objectName(scene.identifier));
     window->setWindowTitle(QString::fromStdString(scene.title));
-    window->setFixedSize(scene.width, scene.height);
     auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content.release());
+    // Larger only where the user's font or language needs it.
+    window->setFixedSize(QSize(scene.width, scene.height).expandedTo(window->minimumSizeHint()));
     if (scene.placement == Placement::centred) {
         const QRect available = QApplication::primaryScreen()->availableGeometry();
         QRect frame = window->rect();

@@ -30,14 +30,7 @@ inline constexpr int panelHeight = 760;
 /// Of the windows that have no frame of the desktop's, the panel included; points.
 inline constexpr double windowCornerRadius = 10;
 
-/// The windows that the panel opens, in their order.
-inline std::array<WindowScene, 3> windowScenes(const std::string& applicationName) {
-    return {{
-        {"about", "About", 400, 160, TitleBar::hidden, Placement::centred},
-        {"settings", applicationName + " Settings", 410, 285, TitleBar::standard,
-         Placement::centred},
-        {"appMemory", "App Memory", 400, 380, TitleBar::hidden, Placement::ownChoice},
-    }};
-}
+/// The windows that the panel opens, in their order, with titles in the user's language.
+std::array<WindowScene, 3> windowScenes(const std::string& applicationName);
 
 } // namespace tidewell

@@ -224,6 +224,21 @@
     </message>
 </context>
 <context>
+    <name>Scenes</name>
+    <message>
+        <source>About</source>
+        <translation>حول</translation>
+    </message>
+    <message>
+        <source>%1 Settings</source>
+        <translation>إعدادات %1</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>ذاكرة التطبيقات</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Open</source>

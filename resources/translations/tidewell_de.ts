@@ -224,6 +224,21 @@
     </message>
 </context>
 <context>
+    <name>Scenes</name>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>%1 Settings</source>
+        <translation>%1 – Einstellungen</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>App-Speicher</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Open</source>

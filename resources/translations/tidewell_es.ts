@@ -224,6 +224,21 @@
     </message>
 </context>
 <context>
+    <name>Scenes</name>
+    <message>
+        <source>About</source>
+        <translation>Acerca de</translation>
+    </message>
+    <message>
+        <source>%1 Settings</source>
+        <translation>Ajustes de %1</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>Memoria de apps</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Open</source>
@@ -284,7 +299,7 @@
     </message>
     <message>
         <source>Go to Settings - %1</source>
-        <translation>Ir a la configuración - %1</translation>
+        <translation>Ir a los ajustes - %1</translation>
     </message>
     <message>
         <source>Quit %1 - %2</source>

@@ -224,6 +224,21 @@
     </message>
 </context>
 <context>
+    <name>Scenes</name>
+    <message>
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+    <message>
+        <source>%1 Settings</source>
+        <translation>Réglages de %1</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>Mémoire des apps</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Open</source>

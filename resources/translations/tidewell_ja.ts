@@ -224,6 +224,21 @@
     </message>
 </context>
 <context>
+    <name>Scenes</name>
+    <message>
+        <source>About</source>
+        <translation>情報</translation>
+    </message>
+    <message>
+        <source>%1 Settings</source>
+        <translation>%1 の設定</translation>
+    </message>
+    <message>
+        <source>App Memory</source>
+        <translation>アプリメモリ</translation>
+    </message>
+</context>
+<context>
     <name>StatusMenu</name>
     <message>
         <source>Open</source>

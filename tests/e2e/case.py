@@ -7,9 +7,11 @@ import struct
 import sys
 import unittest
 
-from desktop import Desktop
+import dbus
+from desktop import Desktop, wait_for
 from program import Tidewell, meminfo
 
+ACCESSIBLE = "org.a11y.atspi.Accessible"
 JOURNAL = "/run/systemd/journal/socket"
 
 
@@ -42,6 +44,46 @@ class DesktopCase(unittest.TestCase):
     def need_plain_log(self):
         if os.path.exists(JOURNAL) and stat.S_ISSOCK(os.stat(JOURNAL).st_mode):
             self.skipTest("with a journal the program writes nothing to standard error")
+
+
+class ScreenReaderCase(DesktopCase):
+    """The desktop has an accessibility bus, as with a screen reader."""
+
+    def setUp(self):
+        super().setUp()
+        self.desktop.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately",
+                           environment={"GSETTINGS_BACKEND": "memory"})
+        wait_for("the accessibility bus", lambda: self.desktop.owner("org.a11y.Bus"))
+        self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties",
+                          "Set", "org.a11y.Status", "IsEnabled", dbus.Boolean(True),
+                          signature="ssv")
+        address = str(self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
+                                        "GetAddress"))
+        self.accessibility_bus = self.desktop.bus(address)
+
+    def ask(self, node, interface, method, signature="", arguments=()):
+        return self.accessibility_bus.call_blocking(*node, interface, method, signature, arguments, timeout=5)
+
+    def property(self, node, interface, name):
+        return self.ask(node, "org.freedesktop.DBus.Properties", "Get", "ss", (interface, name))
+
+    def described(self, node):
+        """{(role, name): node} of everything below a node."""
+        found = {}
+        for child in self.ask(node, ACCESSIBLE, "GetChildren"):
+            child = tuple(map(str, child))
+            key = (str(self.ask(child, ACCESSIBLE, "GetRoleName")),
+                   str(self.property(child, ACCESSIBLE, "Name")))
+            found[key] = child
+            found.update(self.described(child))
+        return found
+
+    def parts(self):
+        """{(role, name): node} of all that the program shows."""
+        root = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+        wait_for("the program on the accessibility bus",
+                 lambda: self.ask(root, ACCESSIBLE, "GetChildren"))
+        return self.described(root)
 
 
 class StoreWatch:

@@ -1,12 +1,10 @@
 import signal
 import unittest
 
-import dbus
-from case import DesktopCase, StoreWatch
+from case import DesktopCase, ScreenReaderCase, StoreWatch
 from desktop import wait_for
 from program import LEVEL_COLOURS, meminfo, write_history
 
-ACCESSIBLE = "org.a11y.atspi.Accessible"
 VALUE = "org.a11y.atspi.Value"
 
 BLUE_ON_BOX = (127, 188, 255)  # half transparent system blue
@@ -59,47 +57,15 @@ class Panel(DesktopCase):
         self.assertEqual(watch.writes(), 1)
 
 
-class ScreenReader(DesktopCase):
+class ScreenReader(ScreenReaderCase):
     """What the accessibility bus is told of the panel."""
-
-    def setUp(self):
-        super().setUp()
-        self.desktop.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately",
-                           environment={"GSETTINGS_BACKEND": "memory"})
-        wait_for("the accessibility bus", lambda: self.desktop.owner("org.a11y.Bus"))
-        self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties",
-                          "Set", "org.a11y.Status", "IsEnabled", dbus.Boolean(True),
-                          signature="ssv")
-        address = str(self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
-                                        "GetAddress"))
-        self.bus = self.desktop.bus(address)
-
-    def ask(self, node, interface, method, signature="", arguments=()):
-        return self.bus.call_blocking(*node, interface, method, signature, arguments, timeout=5)
-
-    def property(self, node, interface, name):
-        return self.ask(node, "org.freedesktop.DBus.Properties", "Get", "ss", (interface, name))
-
-    def described(self, node):
-        """{(role, name): node} of everything below a node."""
-        found = {}
-        for child in self.ask(node, ACCESSIBLE, "GetChildren"):
-            child = tuple(map(str, child))
-            key = (str(self.ask(child, ACCESSIBLE, "GetRoleName")),
-                   str(self.property(child, ACCESSIBLE, "Name")))
-            found[key] = child
-            found.update(self.described(child))
-        return found
 
     def test_hears_of_every_part_of_the_panel(self):
         tidewell = self.start_at("low")
         tidewell.wait_for_item()
         tidewell.click_item()
         tidewell.wait_for_panel()
-        root = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
-        wait_for("the program on the accessibility bus",
-                 lambda: self.ask(root, ACCESSIBLE, "GetChildren"))
-        parts = self.described(root)
+        parts = self.parts()
         for part in (("push button", "About Tidewell"),
                      ("push button", "Go to Settings - Ctrl+,"),
                      ("push button", "Quit Tidewell - Ctrl+Q"),
