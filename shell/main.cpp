@@ -26,7 +26,6 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFile>
-#include <QIcon>
 #include <QUrl>
 
 #include <cerrno>
@@ -102,8 +101,6 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     QApplication::setApplicationName(name);
     QApplication::setDesktopFileName(identifier);
     QApplication::setQuitOnLastWindowClosed(false);
-    // Where the desktop names no icon theme: the one that most systems have.
-    QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
     const Translations translations(
         QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
     useInstalledIconThemes();
