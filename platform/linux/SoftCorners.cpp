@@ -43,13 +43,18 @@ void SoftCorners::paint(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     for (const double y : {0.0, whole.height() - radius_}) {
         painter.setClipRect(QRectF(0, y, whole.width(), radius_));
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(ground);
-        painter.drawRoundedRect(whole, radius_, radius_);
+        // A shape no higher than its two pairs of corners, of which one is in the clip.
+        const QRectF corners(0, y == 0 ? 0 : whole.height() - 2 * radius_, whole.width(),
+                             2 * radius_);
+        if (isComposited_) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(ground);
+            painter.drawRoundedRect(corners, radius_, radius_);
+        }
         // The line's middle lies half a pixel inside the edge.
         painter.setPen(QPen(edge, line));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(whole.adjusted(line / 2, line / 2, -line / 2, -line / 2),
+        painter.drawRoundedRect(corners.adjusted(line / 2, line / 2, -line / 2, -line / 2),
                                 radius_ - line / 2, radius_ - line / 2);
     }
     painter.restore();
