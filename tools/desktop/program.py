@@ -135,10 +135,14 @@ class Tidewell:
                    key=lambda pixel: pixel[0])[1:]
 
     def item_geometry(self):
-        """Where Xfce's panel shows status items; ours is the only one."""
-        windows = wait_for("the item in the panel",
-                           lambda: self.desktop.windows("--class", "wrapper-2.0"))
-        return self.desktop.geometry(windows[-1])
+        """Where Xfce's panel shows status items, once it has come to rest; ours is the only one."""
+        seen = []
+
+        def at_rest():
+            windows = self.desktop.windows("--class", "wrapper-2.0")
+            seen.append(self.desktop.geometry(windows[-1]) if windows else None)
+            return seen[-1] if seen[-1] in seen[-3:-1] else None
+        return wait_for("the item in the panel", at_rest)
 
     def click_item(self, button=1):
         x, y, width, height = self.item_geometry()
