@@ -25,6 +25,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -91,6 +92,7 @@ QPushButton* makePrompt(const QString& title) {
     auto* prompt = new QPushButton(title);
     prompt->setFont(textFont(TextStyle::body, prompt->font()));
     prompt->setFixedHeight(promptHeight);
+    prompt->setAutoDefault(true); // takes Return, too
     prompt->setMinimumWidth(prompt->sizeHint().width() + promptHeight);
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
@@ -162,7 +164,12 @@ QWidget* ContentView::makeToolbar() {
         auto* button = new SymbolButton(symbol, help);
         button->setFixedSize(toolbarButton, toolbarButton);
         button->setToolTip(help);
-        button->setShortcut(keys);
+        if (!keys.isEmpty()) {
+            // In the program's other windows, too: the pointer may have made one the active one.
+            auto* shortcut = new QShortcut(keys, button);
+            shortcut->setContext(Qt::ApplicationShortcut);
+            connect(shortcut, &QShortcut::activated, button, &SymbolButton::animateClick);
+        }
         connect(button, &SymbolButton::clicked, button, action);
         layout->addWidget(button);
     };
@@ -251,7 +258,6 @@ QWidget* ContentView::makePressureHistory() {
     constexpr int height = 100;
     pressureChart_ = new ScrollingBarChartFixed(height, {}, 3, 0, {.value = 0, .timestamp = 0});
     pressureChart_->setAccessibleName(tr("Memory Pressure"));
-    pressureChart_->setFixedHeight(height);
     auto* box = new TitledBox(tr("Memory Pressure"), pressureChart_);
     box->setContentMargins({0, boxMargin, 0, boxMargin});
     box->setFixedWidth(componentWidth);
@@ -361,8 +367,6 @@ void ContentView::refreshPrompts() {
 void ContentView::refreshSwap() {
     const MemoryWatcher& watcher = *environment_.memoryWatcher;
     const bool inUse = watcher.swapUsed() != 0;
-    swapState_->setCurrentIndex(inUse ? 1 : 0);
-    swapHistory_->setCurrentIndex(inUse ? 1 : 0);
     if (inUse) {
         swapGauge_->setContent({.value = static_cast<double>(watcher.swapUsed()),
                                 .maximum = static_cast<double>(watcher.swapTotal()),
@@ -372,6 +376,8 @@ void ContentView::refreshSwap() {
                                 .tint = levelColour(watcher.warningLevel())});
         swapChart_->setData(watcher.swapUsedArray());
     }
+    swapState_->setCurrentIndex(inUse ? 1 : 0);
+    swapHistory_->setCurrentIndex(inUse ? 1 : 0);
 }
 
 void ContentView::recordPosition() {
@@ -413,6 +419,7 @@ void ContentView::showNotificationSettings() {
         QMessageBox::Ok, this);
     message->setInformativeText(tr("Allow its notifications where your desktop keeps them."));
     message->setAttribute(Qt::WA_DeleteOnClose);
+    message->setAttribute(Qt::WA_WindowPropagation);
     message->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does
     message->open();
 }

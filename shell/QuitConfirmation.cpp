@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QPushButton>
+#include <QScreen>
 
 #include <utility>
 
@@ -35,6 +36,7 @@ void QuitConfirmation::confirmQuit() {
             translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Are you sure you want to quit?")),
             QMessageBox::NoButton, &window_);
         question_->setAttribute(Qt::WA_DeleteOnClose);
+        question_->setAttribute(Qt::WA_WindowPropagation); // the panel's colours, as they change
         question_->setWindowModality(Qt::ApplicationModal);
         question_->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does
         question_->setInformativeText(
@@ -46,6 +48,13 @@ void QuitConfirmation::confirmQuit() {
         question_->setEscapeButton(question_->addButton(
             translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Cancel")), QMessageBox::RejectRole));
         QObject::connect(quit, &QPushButton::clicked, question_.data(), quit_);
+    }
+    if (!window_.isVisible() && !question_->isVisible()) {
+        // Else it would come up over where the panel once was.
+        question_->adjustSize();
+        QRect place = question_->rect();
+        place.moveCenter(question_->screen()->availableGeometry().center());
+        question_->move(place.topLeft());
     }
     question_->show();
     question_->raise();

@@ -55,8 +55,9 @@ QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) 
     layout->addWidget(content.release());
     // Larger only where the user's font or language needs it.
     window->setFixedSize(QSize(scene.width, scene.height).expandedTo(window->minimumSizeHint()));
-    if (scene.placement == Placement::centred) {
-        const QRect available = QApplication::primaryScreen()->availableGeometry();
+    const QScreen* const screen = QApplication::primaryScreen();
+    if (scene.placement == Placement::centred && screen != nullptr) {
+        const QRect available = screen->availableGeometry();
         QRect frame = window->rect();
         frame.moveCenter(available.center());
         window->move(frame.topLeft());

@@ -8,6 +8,9 @@
 #include "views/AppMemoryView.h"
 
 #include <QCoreApplication>
+#include <QToolTip>
+
+#include <cstdlib>
 
 namespace tidewell {
 
@@ -15,7 +18,9 @@ namespace {
 
 /// Ends the program after the current event.
 void quitApplication() {
-    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    // Not quit(): that asks the windows first, and the user was asked already.
+    QMetaObject::invokeMethod(
+        qApp, [] { QCoreApplication::exit(EXIT_SUCCESS); }, Qt::QueuedConnection);
 }
 
 std::shared_ptr<SparkleModel> makeSparkleModel(const ApplicationEnvironment& environment) {
@@ -120,6 +125,7 @@ void TidewellApp::applyAppearance() {
     // read from where nothing better is there.
     const QPalette palette = paletteFor(environment_.appearance.desktop());
     panel_.setPalette(palette);
+    QToolTip::setPalette(palette);
     windows_.setPalette(palette);
 }
 

@@ -56,10 +56,10 @@ bool hasOtherDisplay() {
 
 /// A Wayland client cannot place its windows, so the panel could not lie beside the status item.
 /// Where there is an X server, too, it is the better choice, unless the user chose.
-void preferX11() {
-    if (isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
-    }
+/// Returns whether it was this program's choice.
+bool preferX11() {
+    return isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM") &&
+           qputenv("QT_QPA_PLATFORM", "xcb;wayland");
 }
 
 /// A program may be started without standard streams. Their numbers would go to the next files
@@ -93,7 +93,11 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     const QString name = QString::fromStdString(applicationName(bundle));
 
+    const bool choseX11 = preferX11();
     const QApplication application(argc, argv);
+    if (choseX11) {
+        qunsetenv("QT_QPA_PLATFORM"); // not the choice of the programs that this one starts
+    }
     server.reset(); // not before: a server may start anew when its last client leaves
     // The toolkit has taken over the user's locale. Texts for the user come from ICU; files and
     // protocols keep the plain notation of numbers, whatever the user's decimal sign is.
@@ -202,7 +206,6 @@ int main(int argc, char** argv) {
                  __LINE__);
         return EXIT_FAILURE;
     }
-    preferX11();
     leaveOutHangingBuses(1s, log);
     const Ending ending = runProgram(argc, argv, bundle, std::move(server), log);
     return ending.next.empty() ? ending.status : startNext(ending.next, log);

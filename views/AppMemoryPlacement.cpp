@@ -38,6 +38,9 @@ QPointF appMemoryOrigin(QPointF anchor, double windowWidth) {
 
 QPoint appMemoryPosition(QPointF anchor, const QSize& window, double panelWidth,
                          const QList<QRect>& screens) {
+    if (screens.isEmpty()) {
+        return {}; // the last one was unplugged
+    }
     const QRect& mainScreen = screens.first();
     const QPointF bottomLeft =
         desktopFromUpward(appMemoryOrigin(anchor, window.width()), mainScreen);

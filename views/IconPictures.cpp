@@ -3,6 +3,7 @@
 #include "views/DevicePixels.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QIcon>
 #include <QPainter>
@@ -12,7 +13,13 @@ namespace tidewell {
 namespace {
 
 QIcon iconFor(const QString& icon) {
-    return QDir::isAbsolutePath(icon) ? QIcon(icon) : QIcon::fromTheme(icon);
+    if (!QDir::isAbsolutePath(icon)) {
+        return QIcon::fromTheme(icon);
+    }
+    // An entry can name anything: a pipe would be waited for, a large file decoded for long.
+    constexpr qint64 largest = qint64{4} << 20U; // bytes
+    const QFileInfo file(icon);
+    return file.isFile() && file.size() <= largest ? QIcon(icon) : QIcon();
 }
 
 } // namespace
@@ -72,7 +79,7 @@ void IconPictures::draw(QPainter& painter, const QRectF& square, const Image& im
             pixmap = iconFor(QString::fromLatin1(Image::executable)).pixmap(size, scale);
         }
         found = pixmaps_.insert(icon, pixmap);
-        if (QFile::exists(icon)) {
+        if (QDir::isAbsolutePath(icon) && QFile::exists(icon)) {
             watcher_->addPath(icon);
         }
     }

@@ -54,13 +54,7 @@ BarStrip ScrollingBarChartFixed::strip() const {
 
 void ScrollingBarChartFixed::rebuild() {
     const auto earlier = std::exchange(bars_, {});
-    const auto known = [&earlier](const MemoryPressureItem& item) {
-        // Most samples are a little further on than they were: from the end, they are found soon.
-        const auto reversed = std::views::reverse(earlier);
-        const auto found =
-            std::ranges::find(reversed, item, &VerticalBarWithExtension::memoryPressureItem);
-        return found == reversed.end() ? nullptr : &*found;
-    };
+    auto next = earlier.begin(); // samples keep their order, and each bar goes on as one
     bool isHoverKept = false;
     for (const auto& item : memoryPressureArray_) {
         auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth_,
@@ -68,7 +62,10 @@ void ScrollingBarChartFixed::rebuild() {
                                                                 .memoryPressureItem = item,
                                                                 .fill = pressureColour(item.value),
                                                                 .hoverValue = &hoverValue_});
-        if (const auto* const same = known(item)) {
+        const auto same = std::ranges::find(next, earlier.end(), item,
+                                            &VerticalBarWithExtension::memoryPressureItem);
+        if (same != earlier.end()) {
+            next = same + 1;
             bar.hovered = same->hovered;
             isHoverKept = isHoverKept || same->hovered;
         } else {
@@ -120,6 +117,7 @@ void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
     constexpr double padding = 2;
     constexpr double radius = 3;
     const Appearance appearance = appearanceOf(palette());
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.setFont(textFont(TextStyle::footnote, font()));
     const QString text = QString::fromStdString(timeOfDayString(hoverValue_.timestamp)) +
                          QChar::LineFeed + QString::number(hoverValue_.value) + u'%';

@@ -80,6 +80,7 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
     painter.drawRoundedRect(ground, valueRadius, valueRadius);
     painter.setPen(toQColor(colours::primary, appearance));
     painter.setFont(fonts.value);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.drawText(ground, Qt::AlignCenter | Qt::TextDontClip, value);
 
     const auto& [id, label, bytes, color] = displayContainer.showItem;

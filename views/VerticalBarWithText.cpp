@@ -88,6 +88,7 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     const double textWidth = metrics.horizontalAdvance(text);
     const QSizeF size(textWidth + 2 * 3, metrics.height());
     painter.save();
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.translate(bottomLeft + QPointF(barWidth / 2, -labelElevation(textWidth)));
     painter.rotate(-90);
     const QRectF frame =

@@ -21,9 +21,9 @@ WindowAndPositionReader::WindowAndPositionReader(
             return;
         }
         tellWindow(view->window());
-        if (view) {
-            const QRect mainScreen = QGuiApplication::primaryScreen()->geometry();
-            tellPosition(upwardFromDesktop(view->corner(), mainScreen));
+        const QScreen* const screen = QGuiApplication::primaryScreen();
+        if (view && screen != nullptr) {
+            tellPosition(upwardFromDesktop(view->corner(), screen->geometry()));
         }
     };
     // To the application: the report is made without the view, too.

@@ -83,6 +83,10 @@ void SymbolButton::focusOutEvent(QFocusEvent* event) {
 
 void SymbolButton::keyPressEvent(QKeyEvent* event) {
     showRing(true);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+        return;
+    }
     QAbstractButton::keyPressEvent(event);
 }
 

@@ -58,13 +58,13 @@ bool DesktopEntries::refresh() {
         return false;
     }
     watch_.emplace(); // before reading, so that no change is missed
-    if (!watch_->isWorking()) {
-        logUnwatched();
-    }
     byIdentifier_.clear();
     visited_.clear();
     for (const std::string& folder : dataFolders_) {
         readFolder({.path = folder + "/applications", .identifierPrefix = "", .depth = 0});
+    }
+    if (!watch_->isWorking()) {
+        logUnwatched();
     }
     index();
     return true;
@@ -175,7 +175,7 @@ bool isRunBy(const DesktopEntry& entry, const RunProgram& program) {
     const bool sameName =
         isKnownByName(entry.program) && isNamed(program, lastComponent(entry.program.name));
     const auto hasClass = [&entry](const std::string& name) {
-        return lowerCase(name) == lowerCase(entry.windowClass);
+        return !name.empty() && lowerCase(name) == lowerCase(entry.windowClass);
     };
     return samePath || sameName || isNamed(program, lastComponent(entry.tryProgram)) ||
            std::ranges::any_of(program.names, hasClass);

@@ -1,6 +1,7 @@
 #include "processes/linux/FolderWatch.h"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <string_view>
@@ -39,6 +40,7 @@ bool FolderWatch::watch(const std::string& folder, const std::string& name) {
                                       IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
     const int descriptor = inotify_add_watch(events_.get(), folder.c_str(), changes);
     if (descriptor < 0) {
+        hasRoom_ = hasRoom_ && errno != ENOSPC && errno != ENOMEM;
         return false;
     }
     names_.emplace(descriptor, name);

@@ -14,7 +14,8 @@ public:
     /// Watches nothing. Where the kernel gives no watch, nothing is ever noticed.
     FolderWatch();
 
-    bool isWorking() const { return events_.isOpen(); }
+    /// False where the system allows no watch, or not as many as were asked for.
+    bool isWorking() const { return events_.isOpen() && hasRoom_; }
 
     /// Notices from now on what is made, written, renamed or removed in `folder`. Where there is no
     /// such folder, notices when it, or the first missing one on the way to it, comes to be.
@@ -27,6 +28,7 @@ private:
     bool watch(const std::string& folder, const std::string& name);
 
     FileDescriptor events_;
+    bool hasRoom_ = true;
     std::multimap<int, std::string> names_; // what counts in a watched folder; empty: everything
 };
 

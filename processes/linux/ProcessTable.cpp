@@ -130,7 +130,8 @@ bool ProcessTable::update(const std::vector<Listed>& listed) {
         const auto text = readFileOf(processes_, process.id, "/stat");
         const auto stat = text ? parseProcessStat(*text) : std::nullopt;
         const bool isSettled =
-            stat && (!upTime || stat->startTime / ticksASecond_ + settlingTime <= *upTime);
+            stat && (!upTime || stat->startTime / ticksASecond_ + settlingTime <= *upTime ||
+                     stat->startTime / ticksASecond_ > *upTime); // another machine's up time
         if (stat && old != nullptr && isStill(*old, *stat, isSettled)) {
             old->fileNumber = process.fileNumber;
             now.push_back(std::move(*old));

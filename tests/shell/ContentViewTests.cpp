@@ -243,6 +243,7 @@ TEST_F(PanelContent, OpensTheProcessWindowOverTheFiguresAndClosesItElsewhere) {
 }
 
 TEST_F(PanelContent, ItsToolbarOpensWindowsOnceAndQuitsAfterAQuestion) {
+    panel.setPalette(paletteFor(Appearance::dark));
     open();
     QApplication::setActiveWindow(&content);
     QStringList tips;
@@ -267,6 +268,7 @@ TEST_F(PanelContent, ItsToolbarOpensWindowsOnceAndQuitsAfterAQuestion) {
     for (const auto& [key, expected] :
          {std::pair(Qt::Key_Escape, 0), std::pair(Qt::Key_Return, 1)}) {
         ASSERT_TRUE(press(Qt::Key_Q, asked));
+        EXPECT_EQ(question()->palette().window(), panel.palette().window());
         EXPECT_EQ(question()->text().toStdString(), "Are you sure you want to quit?");
         EXPECT_EQ(question()->informativeText().toStdString(),
                   "Tidewell will terminate immediately.");
