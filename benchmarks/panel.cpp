@@ -94,7 +94,7 @@ public:
         return false;
     }
     /// Runs the event loop until something was painted.
-    void wait() {
+    void wait() const {
         for (const int before = count; count == before;) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }

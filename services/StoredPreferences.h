@@ -45,16 +45,16 @@ inline constexpr StoredPreference<Data> auxiliaryWindowPos{"_auxiliaryWindowPos"
 /// The history of samples, as the JSON document of a `DataContainer`. No view shows it.
 inline constexpr StoredPreference<Data> dataContainer{"_dataContainer", ""};
 /// Whether the updater checks by itself.
-inline constexpr StoredPreference<bool> enableAutomaticChecks{updaterKeys::enableAutomaticChecks,
+inline constexpr StoredPreference<bool> enableAutomaticChecks{updater_keys::enableAutomaticChecks,
                                                               false};
 /// Whether the updater fetches a new version before the user wants to install it.
-inline constexpr StoredPreference<bool> automaticallyUpdate{updaterKeys::automaticallyUpdate,
+inline constexpr StoredPreference<bool> automaticallyUpdate{updater_keys::automaticallyUpdate,
                                                             false};
 /// Seconds between two silent checks.
 inline constexpr StoredPreference<double> scheduledCheckInterval{
-    updaterKeys::scheduledCheckInterval, 86400.0};
+    updater_keys::scheduledCheckInterval, 86400.0};
 /// The version that the user does not want to hear of any more.
-inline constexpr StoredPreference<std::string> skippedVersion{updaterKeys::skippedVersion, ""};
+inline constexpr StoredPreference<std::string> skippedVersion{updater_keys::skippedVersion, ""};
 } // namespace preferences
 
 /// What is stored; 0, false or empty when it was never written or is of another type.

@@ -21,13 +21,14 @@ struct SUAppcastItem {
 /// check that fails or is called off tells nothing.
 class SPUUpdaterDelegate {
 public:
+    SPUUpdaterDelegate(const SPUUpdaterDelegate&) = delete;
+    SPUUpdaterDelegate& operator=(const SPUUpdaterDelegate&) = delete;
+
     virtual void updaterDidFindValidUpdate(SPUUpdater& updater, const SUAppcastItem& item) = 0;
     virtual void updaterDidNotFindUpdate(SPUUpdater& updater) = 0;
 
 protected:
     SPUUpdaterDelegate() = default;
-    SPUUpdaterDelegate(const SPUUpdaterDelegate&) = delete;
-    SPUUpdaterDelegate& operator=(const SPUUpdaterDelegate&) = delete;
     ~SPUUpdaterDelegate() = default;
 };
 
@@ -69,11 +70,11 @@ public:
 };
 
 /// The keys under which an updater keeps the user's choices.
-namespace updaterKeys {
+namespace updater_keys {
 inline constexpr std::string_view enableAutomaticChecks = "SUEnableAutomaticChecks";
 inline constexpr std::string_view automaticallyUpdate = "SUAutomaticallyUpdate";
 inline constexpr std::string_view scheduledCheckInterval = "SUScheduledCheckInterval";
 inline constexpr std::string_view skippedVersion = "SUSkippedVersion";
-} // namespace updaterKeys
+} // namespace updater_keys
 
 } // namespace tidewell

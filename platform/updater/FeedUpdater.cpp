@@ -80,28 +80,28 @@ void FeedUpdater::setCanCheck() {
 }
 
 bool FeedUpdater::automaticallyChecksForUpdates() const {
-    return environment_.defaults.boolForKey(updaterKeys::enableAutomaticChecks);
+    return environment_.defaults.boolForKey(updater_keys::enableAutomaticChecks);
 }
 
 void FeedUpdater::setAutomaticallyChecksForUpdates(bool automatically) {
-    environment_.defaults.set(updaterKeys::enableAutomaticChecks, automatically);
+    environment_.defaults.set(updater_keys::enableAutomaticChecks, automatically);
 }
 
 bool FeedUpdater::automaticallyDownloadsUpdates() const {
-    return environment_.defaults.boolForKey(updaterKeys::automaticallyUpdate);
+    return environment_.defaults.boolForKey(updater_keys::automaticallyUpdate);
 }
 
 void FeedUpdater::setAutomaticallyDownloadsUpdates(bool automatically) {
-    environment_.defaults.set(updaterKeys::automaticallyUpdate, automatically);
+    environment_.defaults.set(updater_keys::automaticallyUpdate, automatically);
 }
 
 double FeedUpdater::updateCheckInterval() const {
-    const double stored = environment_.defaults.doubleForKey(updaterKeys::scheduledCheckInterval);
+    const double stored = environment_.defaults.doubleForKey(updater_keys::scheduledCheckInterval);
     return stored > 0 && std::isfinite(stored) ? std::max(stored, hour) : usualInterval;
 }
 
 void FeedUpdater::setUpdateCheckInterval(double seconds) {
-    environment_.defaults.set(updaterKeys::scheduledCheckInterval, seconds);
+    environment_.defaults.set(updater_keys::scheduledCheckInterval, seconds);
 }
 
 void FeedUpdater::checkForUpdates() {
@@ -165,7 +165,7 @@ void FeedUpdater::takeFeed(FetchOutcome outcome, const QString& reason) {
 
 void FeedUpdater::answer(const AppcastItem* update) {
     const Session session = session_;
-    const auto skipped = environment_.defaults.value(updaterKeys::skippedVersion);
+    const auto skipped = environment_.defaults.value(updater_keys::skippedVersion);
     if (update != nullptr && session == Session::silent &&
         skipped == DefaultsValue(update->version.toStdString())) {
         update = nullptr;
@@ -208,7 +208,7 @@ void FeedUpdater::offer(const AppcastItem& item) {
                             .remindLater = [this] { endSession(); },
                             .skip =
                                 [this, version = item.version.toStdString()] {
-                                    environment_.defaults.set(updaterKeys::skippedVersion, version);
+                                    environment_.defaults.set(updater_keys::skippedVersion, version);
                                     endSession();
                                     delegate_.updaterDidNotFindUpdate(*this);
                                 }});
