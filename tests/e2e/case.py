@@ -12,6 +12,7 @@ from desktop import Desktop, wait_for
 from program import Tidewell, meminfo
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
+CHECKED, FOCUSED = 4, 12  # states
 JOURNAL = "/run/systemd/journal/socket"
 
 
@@ -67,23 +68,33 @@ class ScreenReaderCase(DesktopCase):
     def property(self, node, interface, name):
         return self.ask(node, "org.freedesktop.DBus.Properties", "Get", "ss", (interface, name))
 
-    def described(self, node):
-        """{(role, name): node} of everything below a node."""
+    def is_in_state(self, node, state):
+        low, high = self.ask(node, ACCESSIBLE, "GetState")
+        return bool((low | high << 32) >> state & 1)
+
+    def middle(self, node):
+        """Where its middle is on the screen, in pixels."""
+        x, y, width, height = self.ask(node, "org.a11y.atspi.Component", "GetExtents", "u", (0,))
+        return x + width // 2, y + height // 2
+
+    def described(self, node, lists=True):
+        """{(role, name): node} of everything below a node, or all but the rows of lists."""
         found = {}
         for child in self.ask(node, ACCESSIBLE, "GetChildren"):
             child = tuple(map(str, child))
             key = (str(self.ask(child, ACCESSIBLE, "GetRoleName")),
                    str(self.property(child, ACCESSIBLE, "Name")))
             found[key] = child
-            found.update(self.described(child))
+            if lists or key[0] != "list":
+                found.update(self.described(child, lists))
         return found
 
-    def parts(self):
-        """{(role, name): node} of all that the program shows."""
+    def parts(self, lists=True):
+        """{(role, name): node} of all that the program shows, or all but the rows of lists."""
         root = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
         wait_for("the program on the accessibility bus",
                  lambda: self.ask(root, ACCESSIBLE, "GetChildren"))
-        return self.described(root)
+        return self.described(root, lists)
 
 
 class StoreWatch:

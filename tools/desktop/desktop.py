@@ -337,8 +337,15 @@ class Desktop:
     def move_pointer(self, x, y):
         self.run("xdotool", "mousemove", str(int(x)), str(int(y)))
 
-    def press(self, key):
-        self.run("xdotool", "key", key)
+    def glide(self, *places):
+        """Moves the pointer from place to place as a hand does, by way of what lies between."""
+        steps = (tuple(str(int(start + (end - start) * step / 12)) for start, end in zip(*pair))
+                 for pair in zip(places, places[1:]) for step in range(13))
+        self.run("xdotool", *(word for x, y in steps
+                              for word in ("mousemove", x, y, "sleep", "0.01")))
+
+    def press(self, *keys):
+        self.run("xdotool", "key", *keys)
 
     def picture(self, path, crop=None, enlarged=1):
         """Saves the screen, or the part (x, y, width, height) of it, as a PNG file."""

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """panel_scenes.py PROGRAM FOLDER [SCENE...]: pictures of the open panel in the states that matter,
-or in the named ones only. Prints their paths.
+or in the named ones only. Prints their paths. Under `unshare --pid --fork --mount-proc` the process
+window shows the desktop's own processes alone.
 """
 
 import argparse
@@ -9,7 +10,7 @@ import os
 import pathlib
 import sys
 
-from desktop import Desktop, DesktopError
+from desktop import Desktop, DesktopError, wait_for
 from program import Tidewell, meminfo, write_history
 from screenshots import Photographer
 
@@ -17,6 +18,26 @@ from screenshots import Photographer
 FIGURES, GAUGES = (175, 290), (175, 90)
 SWAP_BAR = (300, 575)
 LEFT, MIDDLE, RIGHT = (27, 715), (176, 715), (323, 715)
+
+
+# Name, icon and mebibytes of programs to look at.
+APPLICATIONS = (
+    ("Web Browser", "web-browser", 206), ("Mail", "mail-unread", 93),
+    ("Files", "system-file-manager", 48), ("Terminal", "utilities-terminal", 32),
+    ("Photos and Pictures of the Family, Including Those that Nobody Has Yet Sorted by Year",
+     "emblem-photos", 71), ("Text Editor", "accessories-text-editor", 29),
+    ("Music", "multimedia-player", 44), ("Calculator", "accessories-calculator", 15),
+    ("Calendar", "appointment-new", 23), ("Dictionary", "accessories-dictionary", 13),
+    ("Software", "system-software-install", 60), ("Characters", "accessories-character-map", 12),
+    ("Screenshot", "applets-screenshooter", 11), ("Help", "help-browser", 20),
+    ("Ledger", "no-such-icon", 17), ("Passwords", "dialog-password", 14),
+    ("الخرائط", "mark-location", 26), ("日本語入力", "preferences-desktop-locale", 16),
+)
+APPLICATION = """import sys, time
+memory = bytearray(b'x') * (int(sys.argv[1]) << 20)
+time.sleep(300)
+"""
+ENTRY = "[Desktop Entry]\nType=Application\nName={}\nIcon={}\nExec=/usr/bin/python3 {} %F\n"
 
 
 @dataclasses.dataclass(frozen=True)
@@ -29,8 +50,10 @@ class Scene:
     locale: str = "C.UTF-8"
     size: tuple = (1280, 900)
     notifications: str | None = "xfce4-notifyd"
+    applications: bool = False
 
 
+PROCESSES = Scene(level="none", pointer=FIGURES, applications=True)
 SCENES = {
     "panel-light": Scene(scale=2),
     "panel-dark": Scene(scale=2, dark=True),
@@ -46,6 +69,11 @@ SCENES = {
     "hover-swap": Scene(pointer=SWAP_BAR, scale=2),
     "hover-figures": Scene(pointer=FIGURES, scale=2),
     "hover-figures-dark": Scene(pointer=FIGURES, dark=True),
+    "processes": PROCESSES,
+    "processes-dark": dataclasses.replace(PROCESSES, dark=True),
+    "processes-2x": dataclasses.replace(PROCESSES, scale=2),
+    "processes-dark-2x": dataclasses.replace(PROCESSES, dark=True, scale=2),
+    "processes-arabic": dataclasses.replace(PROCESSES, locale="ar_EG.UTF-8"),
     "history-empty": Scene(samples=0),
     "history-short": Scene(samples=3),
     "scale-one-and-a-half": Scene(scale=1.5),
@@ -53,6 +81,18 @@ SCENES = {
     "arabic": Scene(locale="ar_EG.UTF-8"),
     "low-screen": Scene(size=(1024, 600)),
 }
+
+
+def start_applications(desktop):
+    entries = desktop.folder / "data/applications"
+    entries.mkdir()
+    for number, (name, icon, mebibytes) in enumerate(APPLICATIONS):
+        program = desktop.folder / f"application-{number}.py"
+        program.write_text(APPLICATION)
+        (entries / f"application-{number}.desktop").write_text(ENTRY.format(name, icon, program))
+        desktop.start("/usr/bin/python3", str(program), str(mebibytes), name="application")
+    for program in ("xclock", "xcalc", "xmessage"):
+        desktop.start(program, *(["Hello"] if program == "xmessage" else []))
 
 
 def photograph(photographer, name, scene):
@@ -64,6 +104,8 @@ def photograph(photographer, name, scene):
         figures = desktop.folder / "meminfo"
         figures.write_text(meminfo(scene.level))
         write_history(desktop, scene.level, scene.samples)
+        if scene.applications:
+            start_applications(desktop)
         tidewell = Tidewell(desktop, meminfo=figures)
         if not tidewell.wait_for_start():
             raise DesktopError("mount namespaces are not allowed here")
@@ -73,6 +115,9 @@ def photograph(photographer, name, scene):
         if scene.pointer:
             desktop.move_pointer(x + scene.scale * scene.pointer[0],
                                  y + scene.scale * scene.pointer[1])
+        if scene.pointer == FIGURES:
+            window = wait_for("the process window", tidewell.process_window)
+            photographer.when_still(desktop, window)
         margin = int(16 * scene.scale)
         left = x - margin if scene.pointer != FIGURES else 0
         photographer.when_still(desktop, (x, y, width, int(150 * scene.scale)))

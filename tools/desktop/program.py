@@ -18,6 +18,7 @@ GIBIBYTE_IN_KB = 1024 * 1024
 NOT_ALLOWED = 77  # of with_meminfo.py
 
 PANEL_SIZE = (350, 760)
+PROCESS_WINDOW_SIZE = (400, 380)
 
 # The colours of the levels, light and dark.
 LEVEL_COLOURS = {
@@ -164,10 +165,18 @@ class Tidewell:
         found = self.desktop.windows("--pid", str(self.process.pid))
         return {self.desktop.geometry(window): window for window in found}
 
+    def window(self, size):
+        """The geometry of a window of that size in points, or None."""
+        size = tuple(int(self.desktop.scale * length) for length in size)
+        return next((each for each in self.windows() if each[2:] == size), None)
+
     def panel(self):
         """The geometry of the open panel, or None."""
-        size = tuple(int(self.desktop.scale * length) for length in PANEL_SIZE)
-        return next((each for each in self.windows() if each[2:] == size), None)
+        return self.window(PANEL_SIZE)
+
+    def process_window(self):
+        """The geometry of the open process window, or None."""
+        return self.window(PROCESS_WINDOW_SIZE)
 
     def wait_for_panel(self):
         return wait_for("the panel", self.panel)
