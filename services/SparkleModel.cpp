@@ -54,7 +54,7 @@ void SparkleModel::cancelLoop() {
     }
 }
 
-Task<void> SparkleModel::checkPeriodically(std::shared_ptr<SPUUpdater> updater, double interval,
+Task<void> SparkleModel::checkPeriodically(std::weak_ptr<SPUUpdater> updater, double interval,
                                            ContinuousClock* clock) {
     // False for what is not a number, too.
     const double pause = interval >= 0 ? interval : std::numeric_limits<double>::infinity();
@@ -63,7 +63,9 @@ Task<void> SparkleModel::checkPeriodically(std::shared_ptr<SPUUpdater> updater, 
         if (isCancelled) {
             co_return;
         }
-        updater->checkForUpdateInformation();
+        if (const auto present = updater.lock()) { // must not be kept: its delegate may go
+            present->checkForUpdateInformation();
+        }
         co_await sleepUntil(*clock, after(clock->now(), pause));
     }
 }

@@ -58,7 +58,7 @@ private:
     void updaterDidNotFindUpdate(SPUUpdater& updater) override;
 
     void cancelLoop();
-    static Task<void> checkPeriodically(std::shared_ptr<SPUUpdater> updater, double interval,
+    static Task<void> checkPeriodically(std::weak_ptr<SPUUpdater> updater, double interval,
                                         ContinuousClock* clock);
 
     Environment environment_;

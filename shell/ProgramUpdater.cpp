@@ -1,11 +1,13 @@
 #include "shell/ProgramUpdater.h"
 
+#include "platform/linux/RunningAppImage.h"
 #include "platform/ui/Palette.h"
 #include "platform/updater/FeedUpdater.h"
 #include "support/BundleInformation.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QFile>
 #include <QStandardPaths>
 #include <QSysInfo>
 #include <QUrl>
@@ -64,7 +66,7 @@ MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
                 .downloadFolder =
                     QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
                     QStringLiteral("/tidewell/updates"),
-                .appImage = qEnvironmentVariable("APPIMAGE"),
+                .appImage = QFile::decodeName(runningAppImage().c_str()),
                 .systemVersion = systemVersion(),
                 .architecture = QSysInfo::buildCpuArchitecture(),
                 .open =

@@ -1,10 +1,10 @@
 #include "platform/linux/AutostartLoginItem.h"
 
+#include "platform/linux/RunningAppImage.h"
 #include "platform/linux/UserFolders.h"
 #include "platform/linux/WholeFile.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 namespace tidewell {
@@ -44,11 +44,9 @@ std::filesystem::path autostartFolder() {
 
 std::filesystem::path installedProgram() {
     // An AppImage runs from a folder that is gone with it.
-    const char* image = std::getenv("APPIMAGE");
+    auto image = runningAppImage();
     std::error_code error; // an empty path says as much
-    return image != nullptr && *image == '/'
-               ? std::filesystem::path(image)
-               : std::filesystem::read_symlink("/proc/self/exe", error);
+    return image.empty() ? std::filesystem::read_symlink("/proc/self/exe", error) : image;
 }
 
 std::string autostartEntry(const std::string& identifier, const std::string& applicationName,

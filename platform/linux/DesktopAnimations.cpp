@@ -21,12 +21,14 @@ struct Setting {
     bool (*wantsNone)(const QVariant& value);
 };
 
+// What has another type, or is no value at all, asks for nothing.
 bool isFalse(const QVariant& value) {
-    return !value.toBool();
+    return value.metaType() == QMetaType::fromType<bool>() && !value.toBool();
 }
 
-bool isTrue(const QVariant& value) {
-    return value.toBool();
+bool isOne(const QVariant& value) {
+    bool isNumber = false;
+    return value.toUInt(&isNumber) == 1 && isNumber;
 }
 
 bool isZero(const QVariant& value) { // a number, or its text
@@ -68,7 +70,7 @@ DesktopAnimations::DesktopAnimations(const QDBusConnection& bus) {
     };
     for (const Setting& setting : {
              Setting{QStringLiteral("org.freedesktop.appearance"), QStringLiteral("reduced-motion"),
-                     isTrue},
+                     isOne},
              Setting{QStringLiteral("org.gnome.desktop.interface"),
                      QStringLiteral("enable-animations"), isFalse},
              Setting{QStringLiteral("org.kde.kdeglobals.KDE"),

@@ -1,8 +1,14 @@
 #include "platform/linux/MainThread.h"
 
+#include <QCoreApplication>
 #include <QMetaObject>
 
 namespace tidewell {
+
+MainThread::~MainThread() {
+    // Before the context goes: what goes with a job may post another one.
+    QCoreApplication::removePostedEvents(&context_);
+}
 
 void MainThread::post(std::function<void()> job) {
     QMetaObject::invokeMethod(&context_, std::move(job), Qt::QueuedConnection);

@@ -12,10 +12,14 @@ namespace tidewell {
 /// thread, after the application object.
 class MainThread final : public Executor {
 public:
+    MainThread() = default;
+    /// Drops the jobs that wait.
+    ~MainThread() override;
+
     void post(std::function<void()> job) override;
 
 private:
-    QObject context_; // lives on the main thread; jobs are dropped with it
+    QObject context_; // lives on the main thread
 };
 
 /// Lets a clock's alarms ring in the event loop of the thread that creates this, which must be the

@@ -104,8 +104,8 @@ TEST_F(SparkleModelTest, ChecksAtOnceAndAgainAfterTheIntervalThatHeldAtItsStart)
     model->startUpdateCheckLoop();
     EXPECT_EQ(takeChecks(), 1);
     model.reset();
-    EXPECT_EQ(takeChecksAfter(60), 0);
     EXPECT_EQ(updater.use_count(), 1) << "not kept by the loop";
+    EXPECT_EQ(takeChecksAfter(60), 0);
 }
 
 TEST_F(SparkleModelTest, PublishesAndLogsWhatTheChecksFound) {

@@ -94,10 +94,28 @@ TEST_F(AutostartLoginItemTest, RegistersOverWhatIsThereAndSaysWhyItCannot) {
     AutostartLoginItem blocked(program / "autostart", identifier, "T", program);
     EXPECT_TRUE(blocked.registerApplication());
     EXPECT_TRUE(fs::is_empty(folder));
+}
 
-    const ScopedEnvironment image(
-        ScopedEnvironment::Variables{{"APPIMAGE", "/opt/Tidewell.AppImage"}});
-    EXPECT_EQ(installedProgram(), "/opt/Tidewell.AppImage");
+TEST(InstalledProgram, IsTheAppImageThatItLiesInAndNoneThatMerelyStartedIt) {
+    const fs::path own = fs::read_symlink("/proc/self/exe");
+    const TemporaryFolder other;
+    const fs::path link = other.path() / "link";
+    fs::create_directory_symlink(own.parent_path(), link);
+    const fs::path image = "/opt/Tidewell.AppImage";
+    using Text = std::optional<std::string>;
+    for (const auto& [appImage, folder, program] : {
+             std::tuple{Text(image), Text(own.parent_path()), image},
+             std::tuple{Text(image), Text(link.string() + '/'), image},
+             std::tuple{Text(image), Text(other.path()), own},
+             std::tuple{Text(image), Text(own.string().substr(0, own.string().size() - 1)), own},
+             std::tuple{Text(image), Text("/"), own},
+             std::tuple{Text(image), Text(), own},
+             std::tuple{Text("Tidewell.AppImage"), Text(own.parent_path()), own},
+             std::tuple{Text(), Text(own.parent_path()), own},
+         }) {
+        const ScopedEnvironment environment({{"APPIMAGE", appImage}, {"APPDIR", folder}});
+        EXPECT_EQ(installedProgram(), program) << folder.value_or("no folder");
+    }
 }
 
 } // namespace

@@ -164,6 +164,7 @@ TEST(DesktopAnimations, AreWantedUnlessASettingOfTheDesktopSaysNo) {
     EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("1.5")));
     EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("quick")));
     EXPECT_TRUE(areWanted(xfce, "/Gtk/EnableAnimations", true));
+    EXPECT_TRUE(areWanted(xfce, "/Gtk/EnableAnimations", QStringList()));
 }
 
 } // namespace
