@@ -7,7 +7,8 @@ namespace tidewell {
 
 namespace {
 
-constexpr auto partName = QLatin1StringView("unverified.part");
+// No release's file is called so: fileNameOf() leaves no full stop in front.
+constexpr auto partName = QLatin1StringView(".unverified");
 
 /// What lies in the folder from earlier downloads, `kept` aside.
 void clear(const QString& folder, const QString& kept) {

@@ -14,7 +14,8 @@ namespace tidewell {
 /// Brings the file of one release into a private folder, where it gets its own name only once it
 /// was verified. Everything else in that folder is removed first, and of a download that fails or
 /// is called off nothing stays behind. A file that is there already, and is the right one, is not
-/// fetched again. Main thread; does not block.
+/// fetched again. Main thread: what comes is written and hashed there, in pieces no larger than
+/// what a pipe holds; nothing else blocks.
 class Download final {
 public:
     struct Observer {

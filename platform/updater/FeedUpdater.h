@@ -14,7 +14,8 @@ namespace tidewell {
 /// names ("SUFeedURL") and installs nothing but files that are signed with the key that the bundle
 /// holds ("SUPublicEDKey").
 ///
-/// Main thread; does not block. Whatever is under way when it is destroyed is called off.
+/// Main thread; blocks for no longer than a `Download` does. Whatever is under way when it is
+/// destroyed is called off.
 class FeedUpdater final : public SPUUpdater {
 public:
     /// How the updater reaches the outside. What is referred to must outlive it.

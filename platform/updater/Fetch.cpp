@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <utility>
+
 namespace tidewell {
 
 namespace {
@@ -27,6 +29,12 @@ void Fetch::Letting::operator()(QProcess* process) const {
         return;
     }
     QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    QObject::connect(process, &QProcess::errorOccurred, process,
+                     [process](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart) { // and so never finishes
+                             process->deleteLater();
+                         }
+                     });
     process->kill();
 }
 
@@ -52,7 +60,11 @@ Fetch::Fetch(const FetchSettings& settings, const QUrl& address, Limits limits, 
         Qt::QueuedConnection);
 }
 
-Fetch::~Fetch() = default;
+Fetch::~Fetch() {
+    // They go with the process, which may take a moment.
+    silence_->stop();
+    limit_->stop();
+}
 
 void Fetch::start(const FetchSettings& settings, const QUrl& address) {
     QProcess* process = process_.get();
@@ -81,7 +93,7 @@ void Fetch::start(const FetchSettings& settings, const QUrl& address) {
     limit_->start();
     process->start(settings.program,
                    {address.toString(QUrl::FullyEncoded), QString::number(settings.silence.count()),
-                    settings.authorities},
+                    QString::number(QCoreApplication::applicationPid()), settings.authorities},
                    QIODevice::ReadOnly);
 }
 
@@ -104,7 +116,7 @@ void Fetch::end(FetchOutcome outcome, const QString& reason) {
     silence_->stop();
     limit_->stop();
     process_->disconnect();
-    const auto ended = std::move(observer_.ended);
+    const auto ended = std::exchange(observer_.ended, nullptr);
     ended(outcome, reason);
 }
 

@@ -1,8 +1,9 @@
-// tidewell-fetch ADDRESS MILLISECONDS [AUTHORITIES]
+// tidewell-fetch ADDRESS MILLISECONDS PARENT [AUTHORITIES]
 //
 // Writes what is found at an address to standard output, and says with its exit status what became
-// of that. Gives up when nothing came for so many milliseconds. AUTHORITIES is a file of
-// certificates in PEM form that are trusted besides the system's.
+// of that. Gives up when nothing came for so many milliseconds, and ends with PARENT, the process
+// that started it. AUTHORITIES is a file of certificates in PEM form that are trusted besides the
+// system's.
 //
 // A program of its own, since the network and TLS libraries take 2 MB of private memory that a
 // process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them. It
@@ -152,11 +153,13 @@ int main(int argc, char** argv) {
     const QUrl address(arguments.value(1), QUrl::StrictMode);
     bool isNumber = false;
     const int milliseconds = arguments.value(2).toInt(&isNumber);
-    if (!isSafeAddress(address) || !isNumber || milliseconds <= 0) {
-        std::fputs("usage: tidewell-fetch ADDRESS MILLISECONDS [AUTHORITIES]\n", stderr);
+    // It may have ended before the signal was asked for.
+    const bool hasParent = arguments.value(3) == QString::number(::getppid());
+    if (!isSafeAddress(address) || !isNumber || milliseconds <= 0 || !hasParent) {
+        std::fputs("usage: tidewell-fetch ADDRESS MILLISECONDS PARENT [AUTHORITIES]\n", stderr);
         return static_cast<int>(FetchOutcome::misused);
     }
-    Fetching fetching(milliseconds, arguments.value(3));
+    Fetching fetching(milliseconds, arguments.value(4));
     fetching.ask(address);
     return QCoreApplication::exec();
 }

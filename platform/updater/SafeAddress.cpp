@@ -12,8 +12,9 @@ bool isEncrypted(const QUrl& address) {
 
 /// Names are not looked up: only what cannot be anything else is this machine.
 bool isLoopback(const QString& host) {
+    // What has a part above 255 is a name again.
     static const QRegularExpression addresses(
-        QStringLiteral("\\A(localhost|::1|127\\.\\d{1,3}\\.\\d{1,3}\\.\\d{1,3})\\z"));
+        QStringLiteral("\\A(localhost|::1|127(\\.(25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]?\\d)){3})\\z"));
     return addresses.match(host).hasMatch();
 }
 

@@ -326,7 +326,7 @@ TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
     EXPECT_THAT(delegate.take(), ElementsAre("1.10"));
     press("Install");
     ASSERT_TRUE(shows(" of 293 KB")) << "slowly";
-    EXPECT_THAT(downloaded(), Contains("unverified.part"));
+    EXPECT_THAT(downloaded(), Contains(".unverified"));
     press("Cancel");
     EXPECT_THAT(downloaded(), IsEmpty());
     EXPECT_TRUE(updater->canCheckForUpdates());
