@@ -31,11 +31,13 @@ bool readEnclosure(const QXmlStreamAttributes& attributes, AppcastItem& item) {
     if (signature) {
         item.signature = *signature;
     }
+    const auto isOneLine = [](const QString& text) { return !text.contains(u'\n'); };
     const auto isGivenAsVersion = [](const QString& text) {
         return text.isEmpty() || isVersion(text.toStdString());
     };
     return !item.version.isEmpty() && isGivenAsVersion(item.version) &&
-           isGivenAsVersion(item.minimumSystemVersion) && isSafeAddress(item.address) && isNumber &&
+           isGivenAsVersion(item.minimumSystemVersion) && isOneLine(item.type) &&
+           isOneLine(item.architecture) && isSafeAddress(item.address) && isNumber &&
            item.length > 0 && item.length <= largestUpdate && signature;
 }
 
@@ -97,6 +99,18 @@ bool readRoot(QXmlStreamReader& xml) {
 }
 
 } // namespace
+
+QByteArray signedText(const AppcastItem& item, const FileDigest& file) {
+    const auto sum = file.sum();
+    const auto bytes = QByteArray(reinterpret_cast<const char*>(sum.data()), qsizetype(sum.size()));
+    QByteArray text = "tidewell update 2\n";
+    for (const QByteArray& line :
+         {item.version.toUtf8(), item.type.toUtf8(), item.architecture.toUtf8(),
+          item.minimumSystemVersion.toUtf8(), QByteArray::number(file.length()), bytes.toHex()}) {
+        text += line + '\n';
+    }
+    return text;
+}
 
 std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& feed) {
     std::vector<AppcastItem> items;

@@ -15,12 +15,17 @@ struct AppcastItem {
     QString version;
     QString notes; ///< Markdown; may be empty
     QUrl address;
-    QString type;  ///< MIME type of the file
+    QString type;  ///< MIME type of the file; one line, like the other texts but the notes
     qint64 length; ///< bytes, at least 1
     Signature signature;
     QString minimumSystemVersion; ///< empty: any system
     QString architecture;         ///< empty: any machine
 };
+
+/// What is signed of a release, with the length and the sum of its file. It says all by which a
+/// release is chosen and installed, so that a file cannot be passed off as a newer version, as one
+/// for another machine, or as another kind of file.
+QByteArray signedText(const AppcastItem& item, const FileDigest& file);
 
 /// Why a feed was refused, in words for the log.
 struct FeedError {

@@ -52,10 +52,14 @@ void makeKey(const QString& path) {
     const KeyPair pair = makeKeyPair();
     QFile file(path);
     // Never over a key that is there: releases signed with it could not be followed any more.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
-                   QFile::ReadOwner | QFile::WriteOwner) ||
-        file.write(base64(pair.secretKey) + '\n') < 0 || !file.flush()) {
-        giveUp(path + QStringLiteral(": ") + file.errorString());
+    const bool isNew =
+        file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+    if (!isNew || file.write(base64(pair.secretKey) + '\n') < 0 || !file.flush()) {
+        const QString reason = file.errorString();
+        if (isNew) {
+            file.remove(); // half a key would keep the next from being made
+        }
+        giveUp(path + QStringLiteral(": ") + reason);
     }
     print(base64(pair.publicKey) + '\n');
 }
@@ -122,13 +126,14 @@ QByteArray itemText(const AppcastItem& item) {
     return text.trimmed() + '\n';
 }
 
-void printItem(const AppcastItem& item) {
+void printItem(const AppcastItem& item, const PublicKey& key, const FileDigest& digest) {
     const QByteArray text = itemText(item);
     const auto read = readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>");
     const auto* items = std::get_if<std::vector<AppcastItem>>(&read);
-    if (items == nullptr || items->size() != 1) {
+    if (items == nullptr || items->size() != 1 ||
+        !isSigned(key, items->front().signature, signedText(items->front(), digest))) {
         giveUp(QStringLiteral("no updater would accept this release: look at the version, the "
-                              "address and the size of the file"));
+                              "address, the size of the file and the key"));
     }
     print(text);
 }
@@ -164,23 +169,25 @@ int run() {
     if (arguments.size() != 2 || arguments[0] != QStringLiteral("item")) {
         options.showHelp(EXIT_FAILURE);
     }
-    const auto value = [&options](const char* name) {
-        return options.value(QString::fromLatin1(name));
+    const auto value = [&options](const char* name) { // trimmed, as readers of a feed do
+        return options.value(QString::fromLatin1(name)).trimmed();
     };
     const auto key = readSecretKey(readText(value("key")).trimmed());
     if (!key) {
         giveUp(QStringLiteral("the key's file holds no key"));
     }
     const FileDigest digest = digestOf(file);
-    printItem({.version = value("version"),
-               .notes = value("notes").isEmpty() ? QString()
-                                                 : QString::fromUtf8(readText(value("notes"))),
-               .address = QUrl(value("address"), QUrl::StrictMode),
-               .type = typeOf(file),
-               .length = digest.length(),
-               .signature = sign(*key, value("version"), digest),
-               .minimumSystemVersion = value("minimum-system"),
-               .architecture = value("architecture")});
+    AppcastItem item{
+        .version = value("version"),
+        .notes = value("notes").isEmpty() ? QString() : QString::fromUtf8(readText(value("notes"))),
+        .address = QUrl(value("address"), QUrl::StrictMode),
+        .type = typeOf(file),
+        .length = digest.length(),
+        .signature = {},
+        .minimumSystemVersion = value("minimum-system"),
+        .architecture = value("architecture")};
+    item.signature = sign(*key, signedText(item, digest));
+    printItem(item, publicHalf(*key), digest);
     return EXIT_SUCCESS;
 }
 

@@ -26,15 +26,6 @@ std::optional<Bytes> fromBase64(const QByteArray& base64) {
     return bytes;
 }
 
-QByteArray signedText(const QString& version, const FileDigest& file) {
-    const auto sum = file.sum();
-    QByteArray hexadecimal(qsizetype(2 * sum.size() + 1), '\0');
-    sodium_bin2hex(hexadecimal.data(), std::size_t(hexadecimal.size()), sum.data(), sum.size());
-    hexadecimal.chop(1);
-    return "tidewell update 1\n" + version.toUtf8() + '\n' + QByteArray::number(file.length()) +
-           '\n' + hexadecimal + '\n';
-}
-
 const unsigned char* bytesOf(const QByteArray& text) {
     return reinterpret_cast<const unsigned char*>(text.constData());
 }
@@ -88,17 +79,20 @@ KeyPair makeKeyPair() {
     return pair;
 }
 
-Signature sign(const SecretKey& key, const QString& version, const FileDigest& file) {
-    const QByteArray text = signedText(version, file);
+PublicKey publicHalf(const SecretKey& key) {
+    PublicKey half;
+    crypto_sign_ed25519_sk_to_pk(half.data(), key.data());
+    return half;
+}
+
+Signature sign(const SecretKey& key, const QByteArray& text) {
     Signature signature;
     crypto_sign_detached(signature.data(), nullptr, bytesOf(text),
                          static_cast<unsigned long long>(text.size()), key.data());
     return signature;
 }
 
-bool isSigned(const PublicKey& key, const Signature& signature, const QString& version,
-              const FileDigest& file) {
-    const QByteArray text = signedText(version, file);
+bool isSigned(const PublicKey& key, const Signature& signature, const QByteArray& text) {
     return crypto_sign_verify_detached(signature.data(), bytesOf(text),
                                        static_cast<unsigned long long>(text.size()),
                                        key.data()) == 0;

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 
 #include <array>
 #include <memory>
@@ -11,8 +10,7 @@
 namespace tidewell {
 
 // Every file that is offered as an update is signed with Ed25519. What is signed is not the file
-// itself but a short text that names the version, the length and the SHA-512 of the file: so an
-// older file cannot be passed off as a newer version, and a file is verified while it is read.
+// itself but a short text about it, `signedText()`: so a file is verified while it is read.
 
 using PublicKey = std::array<unsigned char, 32>;
 using SecretKey = std::array<unsigned char, 64>;
@@ -51,10 +49,11 @@ struct KeyPair {
 };
 KeyPair makeKeyPair();
 
-Signature sign(const SecretKey& key, const QString& version, const FileDigest& file);
+PublicKey publicHalf(const SecretKey& key);
 
-/// Whether `signature` was made with the other half of `key` for this file as this version.
-bool isSigned(const PublicKey& key, const Signature& signature, const QString& version,
-              const FileDigest& file);
+Signature sign(const SecretKey& key, const QByteArray& text);
+
+/// Whether `signature` was made with the other half of `key` for this text.
+bool isSigned(const PublicKey& key, const Signature& signature, const QByteArray& text);
 
 } // namespace tidewell

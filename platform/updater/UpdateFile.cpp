@@ -51,6 +51,15 @@ readVerified(const QString& path, const AppcastItem& item, const PublicKey& key,
     return verify(digest, item, key);
 }
 
+/// Even a file that is signed as one may be none, by mistake.
+bool isAppImage(QIODevice& file) {
+    constexpr qsizetype length = 11; // a program's mark, what it is like, and the mark of these
+    const QByteArray start = file.seek(0) ? file.read(length) : QByteArray();
+    return start.startsWith("\x7f"
+                            "ELF") &&
+           start.endsWith("AI\x02") && start.size() == length;
+}
+
 } // namespace
 
 std::optional<UpdateFailure> makePrivateFolder(const QString& folder) {
@@ -92,7 +101,7 @@ std::optional<UpdateFailure> verify(const FileDigest& digest, const AppcastItem&
         return UpdateFailure{UpdateProblem::wrongLength,
                              QStringLiteral("the file has not the length that the feed says")};
     }
-    if (!isSigned(key, item.signature, item.version, digest)) {
+    if (!isSigned(key, item.signature, signedText(item, digest))) {
         return UpdateFailure{UpdateProblem::wrongSignature,
                              QStringLiteral("the signature does not fit the file")};
     }
@@ -128,6 +137,10 @@ std::optional<UpdateFailure> replaceAppImage(const QString& appImage, const QStr
                                       });
     if (failure) {
         return failure;
+    }
+    if (!isAppImage(replacement)) {
+        return UpdateFailure{UpdateProblem::cannotReplace,
+                             QStringLiteral("%1 is no AppImage").arg(file)};
     }
     if (!replacement.flush()) {
         return copyFailure();

@@ -27,8 +27,8 @@ std::optional<UpdateFailure> verifyFile(const QString& path, const AppcastItem& 
                                         const PublicKey& key, const std::atomic<bool>& stop);
 
 /// Puts `file` in the place of `appImage`, or of what that links to, at once and as a whole: it is
-/// copied into the same folder, verified again while that is done, and renamed. What fails or is
-/// stopped leaves everything as it was.
+/// copied into the same folder, verified again while that is done, and renamed. What fails, is no
+/// AppImage or is stopped leaves everything as it was.
 std::optional<UpdateFailure> replaceAppImage(const QString& appImage, const QString& file,
                                              const AppcastItem& item, const PublicKey& key,
                                              const std::atomic<bool>& stop);

@@ -102,6 +102,7 @@ TEST(Appcast, OffersTheNewestReleaseThatFitsAndPassesOverWhatIsWrong) {
           itemOf(""), itemOf("t:version='2' t:minimumSystemVersion='2.37'"),
           itemOf("t:version='2' t:minimumSystemVersion='all'"),
           itemOf("t:version='2' t:architecture='arm64'"), QByteArray("<item/>"),
+          itemOf("t:version='2'").replace("a/b", "a/b&#10;x86_64"),
           itemOf("t:version='2'").replace("length='7'", "length='-7'"),
           itemOf("t:version='2'").replace("length='7'", "length='99999999999999999999'"),
           itemOf("t:version='2'").replace("https", "http"),
@@ -152,18 +153,32 @@ TEST(Appcast, RefusesFeedsThatAreNoneAndThoseThatMeanHarm) {
         << "deep, but well-formed";
 }
 
-TEST(Signature, FitsOneFileAsOneVersionOfOneKey) {
+TEST(Signature, FitsOneFileAsOneReleaseOfOneKey) {
     const KeyPair pair = makeKeyPair();
     FileDigest file;
     file.add("con");
     file.add("tent");
     FileDigest other;
     other.add("Content");
-    const auto signature = sign(pair.secretKey, u"2"_s, file);
-    EXPECT_TRUE(isSigned(pair.publicKey, signature, u"2"_s, file));
-    EXPECT_FALSE(isSigned(pair.publicKey, signature, u"2.0"_s, file)) << "an older file as a newer";
-    EXPECT_FALSE(isSigned(pair.publicKey, signature, u"2"_s, other));
-    EXPECT_FALSE(isSigned(makeKeyPair().publicKey, signature, u"2"_s, file));
+    AppcastItem item{};
+    item.version = u"2"_s;
+    item.type = u"application/x-rpm"_s;
+    EXPECT_TRUE(signedText(item, file)
+                    .startsWith("tidewell update 2\n2\napplication/x-rpm\n\n\n7\nb2d1d285"));
+    const auto signature = sign(pair.secretKey, signedText(item, file));
+    const auto fits = [&](const AppcastItem& as, const FileDigest& bytes) {
+        return isSigned(publicHalf(pair.secretKey), signature, signedText(as, bytes));
+    };
+    EXPECT_TRUE(fits(item, file));
+    EXPECT_FALSE(fits(item, other));
+    for (QString AppcastItem::* member :
+         {&AppcastItem::version, &AppcastItem::type, &AppcastItem::architecture,
+          &AppcastItem::minimumSystemVersion}) {
+        AppcastItem changed = item;
+        changed.*member = u"2.0"_s;
+        EXPECT_FALSE(fits(changed, file)) << (changed.*member).toStdString();
+    }
+    EXPECT_FALSE(isSigned(makeKeyPair().publicKey, signature, signedText(item, file)));
     for (const QByteArray& key : {QByteArray(), QByteArray("key"), QByteArray(32, '\0').toBase64(),
                                   QByteArray(31, 'k').toBase64(), QByteArray("*")}) {
         EXPECT_EQ(readPublicKey(key), std::nullopt) << key.data();

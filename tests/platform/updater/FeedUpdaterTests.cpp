@@ -81,10 +81,14 @@ protected:
 
     /// Of version 1.10, found at `path`, which is signed as it lies on the server as "new".
     std::string item(const std::string& path, const KeyPair& signer,
-                     const std::string& signedAs = "1.10") const {
+                     const std::string& signedAs = "1.10",
+                     const QString& signedType = appImageType) const {
         FileDigest digest;
         digest.add(QByteArrayView(content.data(), qsizetype(content.size())));
-        const auto signature = sign(signer.secretKey, QString::fromStdString(signedAs), digest);
+        AppcastItem release{};
+        release.version = QString::fromStdString(signedAs);
+        release.type = signedType;
+        const auto signature = sign(signer.secretKey, signedText(release, digest));
         return "<item><description># News\n\n*All* new. ![](file:///etc/hostname)</description>"
                "<enclosure type='application/vnd.appimage' t:version='1.10' url='" +
                server.address(path) + "' length='" + std::to_string(content.size()) +
@@ -184,7 +188,9 @@ protected:
         return names;
     }
 
-    const std::string content = std::string(300000, 'n') + "new";
+    std::string content = "\x7f"
+                          "ELF\2\1\1\3AI\2" +
+                          std::string(300000, 'n') + "new";
     Server server;
     KeyPair keys = makeKeyPair();
     TemporaryFolder folder;
@@ -398,6 +404,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         {"", item("plain/changed", keys), changed},
         {"", item("plain/new", stranger), changed},
         {"", item("plain/new", keys, "1.8"), changed},
+        {"", item("plain/new", keys, "1.10", u"application/x-rpm"_s), changed},
         {"", item("broken/new", keys), broken},
         {"", item("status-404/new", keys), refused},
         {"", item("redirect-6/new", keys), unsafe},
@@ -452,15 +459,20 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
     press("OK");
 
     settings.program = QStringLiteral(FETCH_PROGRAM);
-    putFeed(item("plain/new", keys));
-    fs::remove(appImage);
-    startUpdater(server.address("plain/feed.xml"));
-    updater->checkForUpdates();
-    if (shows("A new version")) {
-        press("Install");
+    for (const char mark :
+         {'J', 'I'}) { // first no AppImage, then nothing to put one in the place of
+        content[9] = mark;
+        server.put("new", content);
+        putFeed(item("plain/new", keys));
+        startUpdater(server.address("plain/feed.xml"));
+        updater->checkForUpdates();
+        if (shows("A new version")) {
+            press("Install");
+        }
+        EXPECT_TRUE(shows("could not be replaced"));
+        press("OK");
+        EXPECT_EQ(fs::remove(appImage), mark == 'J');
     }
-    EXPECT_TRUE(shows("could not be replaced"));
-    press("OK");
 }
 
 } // namespace
