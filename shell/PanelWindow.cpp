@@ -28,7 +28,7 @@ PanelWindow::PanelWindow(MakeContent makeContent)
     , makeContent_(std::move(makeContent)) {
     setObjectName(QStringLiteral("panel"));
     // The focus waits here: a panel that was clicked up marks none of its controls.
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::ClickFocus);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationInactive) {

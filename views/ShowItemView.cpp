@@ -88,6 +88,7 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
     const double labelWidth = std::max(0.0, valueFrame.left() - spacing - labelLeft);
     QString text = QString::fromStdString(label);
     std::ranges::replace_if(text, breaksLine, QChar::Space);
+    text.prepend(QChar(0x2068)); // runs as it is written, and so ends where it is cut
     text = labelMetrics.elidedText(text, Qt::ElideRight, labelWidth);
     painter.setPen(toQColor(textVariant(color), appearance));
     painter.setFont(fonts.label);
