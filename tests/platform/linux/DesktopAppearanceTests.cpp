@@ -1,10 +1,6 @@
 #include "platform/linux/DesktopAnimations.h"
 #include "platform/linux/DesktopAppearance.h"
-#include "platform/linux/ServiceCall.h"
 #include "tests/platform/linux/PrivateBus.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QDBusVariant>
 #include <QGuiApplication>
@@ -12,8 +8,6 @@
 
 namespace tidewell {
 namespace {
-
-using namespace std::chrono_literals;
 
 using Both = std::pair<Appearance, Appearance>; // desktop, status area
 constexpr auto light = Appearance::light;
@@ -23,87 +17,77 @@ Both both(const DesktopAppearance& appearance) {
     return {appearance.desktop(), appearance.statusArea()};
 }
 
-/// A settings service: a value for the last two texts of a question, an error without one.
-struct Settings {
-    Settings(PrivateBus& bus, const char* name, const char* path)
-        : service(bus.connect(), QLatin1String(name), QLatin1String(path),
-                  [this](const QDBusMessage& call, const QDBusConnection& connection) {
-                      const auto value = values.find(call.arguments().value(1).toString());
-                      connection.send(value == values.end()
-                                          ? call.createErrorReply(QDBusError::Failed, {})
-                                          : call.createReply(QVariant::fromValue(*value)));
-                  }) {}
-
-    /// Tells the program of a change.
-    void tell(const char* path, const char* interface, const char* member,
-              const QVariantList& arguments) const {
-        auto signal = QDBusMessage::createSignal(QLatin1String(path), QLatin1String(interface),
-                                                 QLatin1String(member));
-        signal.setArguments(arguments);
-        service.bus().send(signal);
-    }
-
-    QHash<QString, QDBusVariant> values;
-    FakeService service;
-};
-
-QVariant variant(const QVariant& value) {
+/// As the portal's older method wraps a value once more.
+QVariant wrapped(const QVariant& value) {
     return QVariant::fromValue(QDBusVariant(value));
 }
 
-constexpr auto xfcePath = "/org/xfce/Xfconf";
-constexpr auto xfceService = "org.xfce.Xfconf";
-constexpr auto portalPath = "/org/freedesktop/portal/desktop";
-constexpr auto portalService = "org.freedesktop.portal.Desktop";
-constexpr auto portalSettings = "org.freedesktop.portal.Settings";
+/// A service that knows a value of each property, and fails where that is invalid.
+struct Settings {
+    Settings(const QDBusConnection& bus, const QString& name, const QString& path,
+             const QString& interface, const QString& signal)
+        : service(bus, name, path,
+                  [this](const QDBusMessage& call, const QDBusConnection& connection) {
+                      const QVariant value = values.value(call.arguments().value(1).toString());
+                      connection.send(value.isValid()
+                                          ? call.createReply(wrapped(value))
+                                          : call.createErrorReply(QDBusError::Failed, {}));
+                  })
+        , change(QDBusMessage::createSignal(path, interface, signal))
+        , question(QDBusMessage::createMethodCall(name, path, interface, u"Get"_s)) {}
 
-TEST(DesktopAppearance, FollowsThePortalThenXfcesThemeThenThePalette) {
-    PrivateBus bus;
-    Settings portal(bus, portalService, portalPath);
-    Settings xfce(bus, xfceService, xfcePath);
-    // The older method wraps the value once more.
-    portal.values[QStringLiteral("color-scheme")] = QDBusVariant(variant(1U));
-    xfce.values[QStringLiteral("/Net/ThemeName")] = QDBusVariant(QStringLiteral("Greybird"));
+    void set(const QString& group, const QString& property, const QVariant& value) {
+        values[property] = value;
+        change.setArguments({group, property, wrapped(0)});
+        service.bus().send(change);
+    }
 
-    DesktopAppearance appearance(bus.connect(), QStringLiteral("XFCE"));
+    QVariantMap values;
+    FakeService service;
+    QDBusMessage change;
+    QDBusMessage question;
+};
+
+class DesktopSettings : public BusTest {
+protected:
+    void startServices() {
+        portal.emplace(bus.connect(), u"org.freedesktop.portal.Desktop"_s,
+                       u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.portal.Settings"_s,
+                       u"SettingChanged"_s);
+        xfce.emplace(bus.connect(), u"org.xfce.Xfconf"_s, u"/org/xfce/Xfconf"_s,
+                     u"org.xfce.Xfconf"_s, u"PropertyChanged"_s);
+    }
+
+    std::optional<Settings> portal;
+    std::optional<Settings> xfce;
+};
+
+TEST_F(DesktopSettings, GiveAppearanceByThePortalThenXfcesThemeThenThePalette) {
+    DesktopAppearance appearance(bus.connect(), u"XFCE"_s);
     EXPECT_EQ(both(appearance), Both(light, light)) << "the palette answers at once";
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(dark, light); }))
-        << "Xfce's panel follows the theme";
     Both told = both(appearance);
     const auto subscription = appearance.didChange([&] {
         EXPECT_NE(both(appearance), told) << "only changes are told";
         told = both(appearance);
     });
+    const auto becomes = [&told](Appearance desktop, Appearance statusArea) {
+        return comesTrue([&, statusArea] { return told == Both(desktop, statusArea); });
+    };
 
-    const auto setPortal = [&portal](unsigned value) {
-        portal.values[QStringLiteral("color-scheme")] = QDBusVariant(value);
-        portal.tell(portalPath, portalSettings, "SettingChanged",
-                    {QStringLiteral("org.freedesktop.appearance"), QStringLiteral("color-scheme"),
-                     variant(value)});
-    };
-    const auto setXfce = [&xfce](const char* channel, const char* property, const QVariant& value) {
-        xfce.values[QLatin1String(property)] = QDBusVariant(value);
-        xfce.tell(xfcePath, xfceService, "PropertyChanged",
-                  {QLatin1String(channel), QLatin1String(property), variant(value)});
-    };
-    const auto removeXfce = [&xfce](const char* channel, const char* property) {
-        xfce.values.remove(QLatin1String(property));
-        xfce.tell(xfcePath, xfceService, "PropertyRemoved",
-                  {QLatin1String(channel), QLatin1String(property)});
-    };
-    setPortal(2);
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(light, light); }));
-    setPortal(0);
-    setXfce("xsettings", "/Net/ThemeName", QStringLiteral("Greybird-dark"));
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(dark, dark); }));
-    setXfce("xfce4-panel", "/panels/dark-mode", true);
-    setXfce("xsettings", "/Net/ThemeName", QStringLiteral("Greybird"));
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(light, dark); }));
-    removeXfce("xfce4-panel", "/panels/dark-mode");
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(light, light); }));
-    EXPECT_EQ(told, both(appearance));
-
-    removeXfce("xsettings", "/Net/ThemeName");
+    startServices(); // later than the program
+    portal->values[u"color-scheme"_s] = wrapped(1U);
+    xfce->values[u"/Net/ThemeName"_s] = u"Greybird"_s;
+    EXPECT_TRUE(becomes(dark, light)) << "Xfce's panel follows the theme";
+    portal->set(u"org.freedesktop.appearance"_s, u"color-scheme"_s, 0U);
+    xfce->set(u"xsettings"_s, u"/Net/ThemeName"_s, u"Greybird-dark"_s);
+    EXPECT_TRUE(becomes(dark, dark));
+    xfce->set(u"xsettings"_s, u"/Net/ThemeName"_s, u"Arc-Darker"_s);
+    EXPECT_TRUE(becomes(light, light));
+    xfce->set(u"xfce4-panel"_s, u"/panels/dark-mode"_s, true);
+    EXPECT_TRUE(becomes(light, dark));
+    xfce->set(u"xfce4-panel"_s, u"/panels/dark-mode"_s, {});
+    EXPECT_TRUE(becomes(light, light));
+    xfce->set(u"xsettings"_s, u"/Net/ThemeName"_s, {});
     const QPalette usual = QGuiApplication::palette();
     EXPECT_TRUE(comesTrue([&] {
         QGuiApplication::setPalette(QPalette(Qt::black));
@@ -113,58 +97,39 @@ TEST(DesktopAppearance, FollowsThePortalThenXfcesThemeThenThePalette) {
     }));
 }
 
-TEST(DesktopAppearance, AsksAServiceThatComesLater) {
-    PrivateBus bus;
-    DesktopAppearance appearance(bus.connect(), {});
-    Settings xfce(bus, xfceService, xfcePath);
-    xfce.values[QStringLiteral("/Net/ThemeName")] = QDBusVariant(QStringLiteral("Arc-Dark"));
-    EXPECT_TRUE(comesTrue([&] { return both(appearance) == Both(dark, dark); }));
-}
-
-TEST(DesktopAppearance, KnowsGnomesBarAndManagesWithoutABus) {
-    const QDBusConnection none(QStringLiteral("no such connection"));
+TEST_F(DesktopSettings, TellGnomesDarkBarFromThoseOfItsRelatives) {
     for (const auto& [desktops, area] :
-         {std::pair("GNOME", dark), std::pair("ubuntu:GNOME", dark), std::pair("KDE", light),
-          std::pair("Budgie:GNOME", light), std::pair("GNOME-Flashback:GNOME", light)}) {
-        EXPECT_EQ(both(DesktopAppearance(none, QLatin1String(desktops))), Both(light, area))
-            << desktops;
+         {std::pair(u"ubuntu:GNOME"_s, dark), std::pair(u"KDE"_s, light),
+          std::pair(u"Budgie:GNOME"_s, light), std::pair(u"GNOME-Flashback:GNOME"_s, light)}) {
+        EXPECT_EQ(both(DesktopAppearance(noBus, desktops)), Both(light, area))
+            << desktops.toStdString();
     }
-    EXPECT_EQ(themeAppearance(QStringLiteral("Adwaita-DARK")), dark);
-    EXPECT_EQ(themeAppearance(QStringLiteral("Arc-Darker")), light);
 }
 
-TEST(DesktopAnimations, AreWantedUnlessASettingOfTheDesktopSaysNo) {
-    PrivateBus bus;
-    Settings portal(bus, portalService, portalPath);
-    Settings xfce(bus, xfceService, xfcePath);
-    const auto areWanted = [&](Settings& settings, const char* key, const QVariant& value) {
-        settings.values = {{QLatin1String(key), QDBusVariant(value)}};
+TEST_F(DesktopSettings, WantAnimationsUnlessOneSaysNo) {
+    startServices();
+    struct Case {
+        Settings& settings;
+        QString key;
+        QVariant value;
+        bool expected;
+    };
+    for (const auto& [settings, key, value, expected] : {
+             Case{*portal, u"reduced-motion"_s, 1U, false},
+             Case{*portal, u"enable-animations"_s, wrapped(false), false},
+             Case{*portal, u"AnimationDurationFactor"_s, u"0"_s, false},
+             Case{*xfce, u"/Gtk/EnableAnimations"_s, false, false},
+             Case{*xfce, u"/Gtk/EnableAnimations"_s, QStringList(), true},
+         }) {
+        settings.values = {{key, value}};
         const QDBusConnection program = bus.connect();
         const DesktopAnimations animations(program);
-        // Each service answers in turn, so these answers are the last.
-        QObject context;
-        int answers = 0;
-        for (const auto& [service, path] :
-             {std::pair(portalService, portalPath), std::pair(xfceService, xfcePath)}) {
-            callService(program,
-                        QDBusMessage::createMethodCall(QLatin1String(service), QLatin1String(path),
-                                                       QLatin1String(service),
-                                                       QStringLiteral("Read")),
-                        10s, context, [&](const QDBusMessage&) { ++answers; });
-        }
-        EXPECT_TRUE(comesTrue([&] { return answers == 2; }));
+        answerTo(portal->question, program); // comes after the others
+        answerTo(xfce->question, program);
+        EXPECT_EQ(animations.areWanted(), expected)
+            << key.toStdString() << value.toString().toStdString();
         settings.values.clear();
-        return animations.areWanted();
-    };
-    EXPECT_FALSE(areWanted(portal, "reduced-motion", 1U));
-    EXPECT_FALSE(areWanted(portal, "enable-animations", variant(false)));
-    EXPECT_FALSE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("0")));
-    EXPECT_FALSE(areWanted(xfce, "/Gtk/EnableAnimations", false));
-    EXPECT_TRUE(areWanted(portal, "reduced-motion", 0U));
-    EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("1.5")));
-    EXPECT_TRUE(areWanted(portal, "AnimationDurationFactor", QStringLiteral("quick")));
-    EXPECT_TRUE(areWanted(xfce, "/Gtk/EnableAnimations", true));
-    EXPECT_TRUE(areWanted(xfce, "/Gtk/EnableAnimations", QStringList()));
+    }
 }
 
 } // namespace

@@ -1,16 +1,20 @@
 #pragma once
 
+#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusVirtualObject>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <functional>
-#include <stdexcept>
 
 #include <sys/prctl.h>
 
@@ -23,47 +27,30 @@ inline bool comesTrue(const std::function<bool()>& condition) {
     return QTest::qWaitFor(condition, 20000);
 }
 
-inline void writeFile(const QString& path, const QByteArray& text) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
-        throw std::runtime_error("cannot write " + path.toStdString());
-    }
-}
-
 /// Starts a program that does not outlive the test, whatever becomes of that.
 inline void startChild(QProcess& process, const QString& program, const QStringList& arguments) {
     process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process.start(program, arguments);
-    if (!process.waitForStarted(20000)) {
-        throw std::runtime_error("cannot start " + program.toStdString());
-    }
-}
-
-/// Stops a running child as a program that hangs.
-inline void stopChild(const QProcess& process) {
-    if (process.processId() <= 0) {
-        throw std::runtime_error("ended already");
-    }
-    ::kill(static_cast<pid_t>(process.processId()), SIGSTOP);
+    EXPECT_TRUE(process.waitForStarted(20000)) << program.toStdString();
 }
 
 /// A message bus of the test's own, on which nobody else is and which can start nothing but
 /// `activatable`, a name whose program fails.
 class PrivateBus {
 public:
-    explicit PrivateBus(const QByteArray& activatable = {}) {
-        const QString path = folder_.path() + u"/bus.conf"_s;
-        writeFile(path, "<busconfig><listen>unix:tmpdir=/tmp</listen><servicedir>" +
-                            folder_.path().toUtf8() +
-                            "</servicedir><policy context='default'><allow eavesdrop='true'/>"
-                            "<allow send_destination='*' eavesdrop='true'/><allow own='*'/>"
-                            "</policy></busconfig>");
-        if (!activatable.isEmpty()) {
-            writeFile(folder_.path() + u"/activatable.service"_s,
-                      "[D-BUS Service]\nName=" + activatable + "\nExec=/bin/false\n");
-        }
+    explicit PrivateBus(const std::string& activatable = "test.Nothing") {
+        const std::string folder = folder_.path().string();
+        writeText(folder + "/failing.service",
+                  "[D-BUS Service]\nName=" + activatable + "\nExec=/bin/false\n");
+        writeText(folder + "/bus.conf", "<busconfig><listen>unix:tmpdir=/tmp</listen><servicedir>" +
+                                            folder +
+                                            "</servicedir><policy context='default'>"
+                                            "<allow send_destination='*' eavesdrop='true'/>"
+                                            "<allow eavesdrop='true'/><allow own='*'/>"
+                                            "</policy></busconfig>");
         startChild(daemon_, u"dbus-daemon"_s,
-                   {u"--config-file="_s + path, u"--nofork"_s, u"--print-address=1"_s});
+                   {u"--config-file=%1/bus.conf"_s.arg(QString::fromStdString(folder)),
+                    u"--nofork"_s, u"--print-address=1"_s});
         if (!daemon_.waitForReadyRead(20000)) {
             throw std::runtime_error("no dbus-daemon");
         }
@@ -88,15 +75,27 @@ public:
         return QDBusConnection::connectToBus(address_, names_.back());
     }
 
-    /// The bus accepts everything from now on and answers nothing.
-    void hang() { stopChild(daemon_); }
-
 private:
-    QTemporaryDir folder_;
+    TemporaryFolder folder_;
     QProcess daemon_;
     QString address_;
     QStringList names_;
 };
+
+class BusTest : public testing::Test {
+protected:
+    PrivateBus bus;
+    QDBusConnection noBus{u"none"_s};
+    RecordingLog log;
+};
+
+/// What comes back for a call; all that came to the caller before it has been taken in by then.
+inline QDBusMessage answerTo(const QDBusMessage& call, const QDBusConnection& caller) {
+    const QDBusPendingCall pending = caller.asyncCall(call);
+    EXPECT_TRUE(comesTrue([&pending] { return pending.isFinished(); }));
+    QCoreApplication::processEvents();
+    return pending.reply();
+}
 
 /// An object on a bus that hands every call to a function, on the main thread.
 class FakeService final : public QDBusVirtualObject {
@@ -107,17 +106,14 @@ public:
                 Handler handler)
         : connection_(connection.name())
         , name_(name)
-        , path_(path)
         , handler_(std::move(handler)) {
-        if (!bus().registerVirtualObject(path_, this) || !bus().registerService(name_)) {
-            throw std::runtime_error("cannot serve " + name_.toStdString());
-        }
+        EXPECT_TRUE(bus().registerVirtualObject(path, this) && bus().registerService(name));
     }
     ~FakeService() override {
-        if (bus().isConnected()) { // it may have died
-            bus().unregisterService(name_);
-            bus().unregisterObject(path_);
+        if (bus().isConnected()) {          // it may have died
+            bus().unregisterService(name_); // waits: the next one may want it at once
         }
+        die();
     }
 
     QDBusConnection bus() const { return QDBusConnection(connection_); }
@@ -135,7 +131,6 @@ private:
 
     QString connection_;
     QString name_;
-    QString path_;
     Handler handler_;
 };
 
