@@ -48,7 +48,6 @@ TEST_F(TaskTest, PassesResultsAndExceptionsOnAndIsCancelledThroughAnyCopyOfItsHa
     EXPECT_THAT(*notes, ElementsAre()) << "started before it was the executor's turn";
     executor.drain();
     EXPECT_THAT(*notes, ElementsAre("started", "6", "cancelled", "odd"));
-    handle.cancel(); // after its end: nothing happens
     EXPECT_EQ(notes.use_count(), 1);
 }
 
@@ -90,7 +89,7 @@ Task<void> hop(Executor* other, std::promise<std::array<std::thread::id, 3>>* re
     result->set_value(threads);
 }
 
-TEST(SerialExecutor, RunsJobsInOrderAndTasksComeBackToItAfterWorkElsewhere) {
+TEST(SerialExecutor, TasksComeBackToItAfterWorkElsewhere) {
     SerialExecutor own;
     SerialExecutor other;
     std::promise<std::array<std::thread::id, 3>> result;
@@ -98,15 +97,6 @@ TEST(SerialExecutor, RunsJobsInOrderAndTasksComeBackToItAfterWorkElsewhere) {
     const auto threads = result.get_future().get();
     EXPECT_EQ(threads[0], threads[2]);
     EXPECT_NE(threads[0], threads[1]);
-
-    std::string order;
-    std::promise<void> done;
-    for (const char letter : std::string("abcdefgh")) {
-        own.post([&order, letter] { order += letter; });
-    }
-    own.post([&done] { done.set_value(); });
-    done.get_future().get();
-    EXPECT_EQ(order, "abcdefgh");
 }
 
 } // namespace

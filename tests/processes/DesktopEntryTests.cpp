@@ -19,24 +19,18 @@ TEST(DesktopEntry, IsReadWithTheNameOfTheUsersLanguage) {
                 ElementsAre("sr_RS@latin", "sr_RS", "sr@latin", "sr"));
     EXPECT_THAT(entryLanguages("C.UTF-8"), IsEmpty());
     const std::string text = "# a comment\n[Desktop Entry]\nType=Application\nName[de]=Datei\\sen\n"
-                             "Name=Files\nName[de_AT]=\nName[fr]=Fichiers\nIcon=files.png\n"
-                             "Exec=\"/opt/my \\\\\"files\" %U\nTryExec=files\nNoDisplay=true\n"
-                             "StartupWMClass=Files\n[Desktop Action new]\nName[de]=Neu\n";
-    for (const auto& [locale, name] :
-         {std::pair{"de_AT.UTF-8", "Datei en"}, {"fr_FR@euro", "Fichiers"}, {"POSIX", "Files"}}) {
-        EXPECT_EQ(parseDesktopEntry(text, entryLanguages(locale))->name, name) << locale;
-    }
+                             "Name=Files\nName[de_AT]=\nIcon=files.png\n"
+                             "Exec=\"/opt/my \\\\\"files\" %U\nNoDisplay=true\n"
+                             "[Desktop Action new]\nName[de]=Neu\n";
+    EXPECT_EQ(parseDesktopEntry(text, entryLanguages("de_AT.UTF-8"))->name, "Datei en");
     const auto entry = parseDesktopEntry(text, {});
+    EXPECT_EQ(entry->name, "Files");
     EXPECT_EQ(entry->icon->icon(), "files");
     EXPECT_EQ(entry->program.name, "/opt/my \"files");
     EXPECT_FALSE(entry->isShown);
-    EXPECT_FALSE(entry->isHidden);
 
     EXPECT_FALSE(parseDesktopEntry("[Desktop Action a]\nName=x\n", {}));
-    EXPECT_FALSE(parseDesktopEntry("[Desktop Entry]\nType=Link\nName=x\n", {}));
-    const auto bare = parseDesktopEntry("[Desktop Entry]\r\nName=a\xff\r\nIcon=/a/b.png", {});
-    EXPECT_EQ(bare->name, "a\xef\xbf\xbd");
-    EXPECT_EQ(bare->icon->icon(), "/a/b.png");
+    EXPECT_EQ(parseDesktopEntry("[Desktop Entry]\r\nName=a\xff\r\n", {})->name, "a\xef\xbf\xbd");
 }
 
 class DesktopEntriesTest : public testing::Test {
@@ -65,9 +59,7 @@ TEST_F(DesktopEntriesTest, FindsTheEntryThatAProgramBelongsTo) {
     write("usr/applications/d.desktop", "Name=Script\nExec=python3 /opt/a/main.py\n");
     write("usr/applications/e.desktop", "Name=Class\nExec=start-it\nStartupWMClass=Its-Window\n");
     write("usr/applications/kde/f.desktop", "Name=Deep\nExec=deep\n");
-    write("usr/applications/g.desktop", "Name=Shared\nExec=own\n");
     write("usr/applications/h.desktop", "Name=Gone\nExec=gone\n");
-    write("home/share/applications/g.desktop", "Name=Own\nExec=own\n");
     write("home/share/applications/h.desktop", "Hidden=true\n");
     write("usr/applications/large.desktop",
           "Name=Large\nExec=large\n#" + std::string(1 << 20, ' '));
@@ -75,41 +67,29 @@ TEST_F(DesktopEntriesTest, FindsTheEntryThatAProgramBelongsTo) {
                                               folder.path() / "usr/applications/loop");
     ::mkfifo((folder.path() / "usr/applications/pipe.desktop").c_str(), 0600);
     EXPECT_TRUE(entries.refresh());
-    EXPECT_FALSE(entries.refresh());
 
     EXPECT_EQ(nameOf({"/usr/bin/edit", {"edit"}}), "Editor") << "shown and without arguments";
-    EXPECT_EQ(nameOf({"/snap/x/edit", {"edit"}}), "Editor");
     EXPECT_EQ(nameOf({"/usr/bin/ed", {"ed"}}), "Editor");
     EXPECT_EQ(nameOf({"/opt/a/main.py", {"main.py"}}), "Script");
     EXPECT_EQ(nameOf({"/opt/b/main.py", {"main.py"}}), "") << "another script of that name";
-    EXPECT_EQ(nameOf({"/usr/bin/python3", {"python3"}}), "");
     EXPECT_EQ(nameOf({"", {"other", "its-window"}}), "Class");
-    EXPECT_EQ(nameOf({"", {"own"}}), "Own");
     EXPECT_EQ(nameOf({"", {"gone"}}), "");
     EXPECT_EQ(nameOf({"", {"large"}}), "");
     EXPECT_EQ(entries.withIdentifier("kde-f")->name, "Deep");
-    EXPECT_EQ(entries.withIdentifier("h"), nullptr);
     EXPECT_EQ(entries.withIdentifier("loop-a"), nullptr);
 }
 
 TEST_F(DesktopEntriesTest, ReadsAgainOnlyAfterChangesThoseOfNewFoldersIncluded) {
-    create_directory(folder.path() / "home");
     EXPECT_TRUE(entries.refresh());
-    writeText(folder.path() / "home/unrelated", "");
-    EXPECT_FALSE(entries.refresh());
     const auto changed = [this](const char* what, const std::string& expected) {
         EXPECT_TRUE(entries.refresh()) << what;
         EXPECT_EQ(nameOf({"", {"x"}}), expected) << what;
         EXPECT_FALSE(entries.refresh()) << what;
     };
-    create_directory(folder.path() / "home/share");
+    create_directories(folder.path() / "home/share");
     changed("a folder on the way", "");
-    create_directory(folder.path() / "home/share/applications");
-    changed("the folder", "");
     write("home/share/applications/sub/x.desktop", "Name=One\nExec=x\n");
     changed("an entry in a new folder", "One");
-    write("home/share/applications/sub/x.desktop", "Name=Two\nExec=x\n");
-    changed("another text", "Two");
     const auto sub = folder.path() / "home/share/applications/sub";
     rename(sub / "x.desktop", sub / "x.desktop.bak");
     changed("another name", "");
@@ -123,8 +103,6 @@ TEST(DesktopEntries, AreSoughtWhereTheEnvironmentSays) {
                                          {"XDG_DATA_HOME", "relative"},
                                          {"XDG_DATA_DIRS", "/x:relative::/y/"}});
     EXPECT_THAT(usualDataFolders(), ElementsAre("/home/a/.local/share", "/x", "/y/"));
-    const ScopedEnvironment bare({{"XDG_DATA_HOME", "/data"}, {"XDG_DATA_DIRS", std::nullopt}});
-    EXPECT_THAT(usualDataFolders(), ElementsAre("/data", "/usr/local/share", "/usr/share"));
 }
 
 } // namespace

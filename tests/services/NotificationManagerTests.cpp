@@ -1,24 +1,20 @@
 #include "platform/foundation/UUID.h"
 #include "services/NotificationManager.h"
 #include "tests/fakes/FakeNotificationCenter.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/Surroundings.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tidewell {
 namespace {
 
-class NotificationManagerTest : public testing::Test {
+class NotificationManagerTest : public Surroundings {
 protected:
     void show(std::optional<std::string> subtitle) {
         spawn(mainThread, manager->show("Title", std::move(subtitle), "Body"));
     }
 
-    ManualExecutor mainThread;
     FakeNotificationCenter center{mainThread};
-    RecordingLog log;
     std::shared_ptr<NotificationManager> manager =
         std::make_shared<NotificationManager>(center, log);
 };

@@ -29,12 +29,11 @@ TEST(AboutView, ClosesOnAClickAndAfterTheWebSite) {
     EXPECT_THAT(texts, testing::IsSupersetOf({"Unknown", "Version No version (No build)",
                                               "No copyright information found."}));
 
-    for (const QPoint place : {QPoint(2, 2), QPoint(90, 80), QPoint(398, 158)}) {
+    for (const QPoint place : {QPoint(2, 2), QPoint(90, 80)}) {
         QTest::mouseClick(view.childAt(place) != nullptr ? view.childAt(place) : &view,
                           Qt::LeftButton);
     }
-    EXPECT_THAT(actions, testing::Each("dismiss"));
-    EXPECT_EQ(actions.size(), 3);
+    EXPECT_THAT(actions, testing::ElementsAre("dismiss", "dismiss"));
     actions.clear();
     QTest::mouseClick(view.findChild<QPushButton*>(), Qt::LeftButton);
     EXPECT_THAT(actions, testing::ElementsAre("https://tidewell.net/", "dismiss"));

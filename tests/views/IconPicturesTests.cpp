@@ -49,10 +49,6 @@ TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
     write("file.png", Qt::yellow);
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
     EXPECT_EQ(colourOf(path("file.png").toStdString()), QColor(Qt::yellow));
-    write("themes/own/16/unknown.png", Qt::black);
-    write("themes/own/icon-theme.cache.png", Qt::black); // touches the theme's folder
-    EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 2; }));
-    EXPECT_EQ(colourOf("unknown"), QColor(Qt::black));
 }
 
 } // namespace

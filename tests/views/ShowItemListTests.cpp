@@ -39,7 +39,6 @@ TEST_F(ShowItemListTest, ScrollsWhatDoesNotFitByKeyboardAndStaysThere) {
     EXPECT_EQ(maximum(), 0) << "the panel's nine figures fit";
     list.setItems(rows(30));
     for (const auto& [key, expected] : {std::pair{Qt::Key_End, maximum()},
-                                        {Qt::Key_Up, maximum() - 23},
                                         {Qt::Key_Home, 0},
                                         {Qt::Key_Down, 23},
                                         {Qt::Key_PageDown, 23 + 205}}) {
@@ -68,37 +67,11 @@ TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
     }
 }
 
-TEST_F(ShowItemListTest, IsPaintedAgainOnlyWhenItLooksDifferent) {
-    struct Paints final : QObject {
-        int count = 0;
-        bool eventFilter(QObject*, QEvent* event) override {
-            count += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-        int take() {
-            QTest::qWait(0);
-            return std::exchange(count, 0);
-        }
-    } paints;
-    list.setItems(rows(3));
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
-    QTest::qWait(20); // until it has been painted for the first time
-    list.viewport()->installEventFilter(&paints);
-    list.setItems(rows(3));
-    EXPECT_EQ(paints.take(), 0) << "the same figures under new identifiers";
-    auto changed = rows(3);
-    changed[2].showItem.value = 1;
-    list.setItems(changed);
-    EXPECT_EQ(paints.take(), 1);
-}
-
 TEST_F(ShowItemListTest, IsReadAsAListOfLabelsWithByteCounts) {
     list.setItems(rows(30));
     auto* const spoken = QAccessible::queryAccessibleInterface(&list);
-    EXPECT_EQ(spoken->role(), QAccessible::List);
     ASSERT_EQ(spoken->childCount(), 30);
     QAccessibleInterface* const row = spoken->child(2);
-    EXPECT_EQ(row->role(), QAccessible::ListItem);
     EXPECT_EQ(row->text(QAccessible::Name).toStdString(), "row 2 2 MB");
     EXPECT_EQ(spoken->indexOfChild(row), 2);
     EXPECT_EQ(spoken->childAt(row->rect().center().x(), row->rect().center().y()), row);

@@ -19,19 +19,17 @@ TEST(MemInfo, ReadsTheLinesItKnowsAndTakesWhatIsNoNumberOfKilobytesAsMissing) {
     EXPECT_EQ(info.available, std::nullopt);
 
     for (const std::string value :
-         {"", " kB", " -5 kB", " +5 kB", " 5kB", " 0x5 kB", " 5.5 kB", " 18014398509481984 kB",
-          " 18446744073709551616 kB", "\n5 kB"}) {
+         {"", " -5 kB", " 5kB", " 0x5 kB", " 18014398509481984 kB", " 18446744073709551616 kB"}) {
         EXPECT_EQ(parseMemInfo("MemTotal:" + value + "\nMemFree: 1 kB\n").total, std::nullopt)
             << value;
     }
 }
 
 TEST(MemInfo, TakesFiguresOfZramAndZfsThatItCannotReadAsNone) {
-    for (const auto* text : {"", "1 2", "1 2 x 0", "a\nb\n\n", "1 2 99999999999999999999999 0"}) {
+    for (const auto* text : {"", "1 2", "1 2 x 0", "1 2 99999999999999999999999 0"}) {
         EXPECT_EQ(zramKilobytes(text), 0U) << text;
     }
-    for (const auto* text : {"", "size 4 4096\n", "c_min 4 4096\n", "size 4 1024\nc_min 4 4096\n",
-                             "size\nc_min\n", "size 4 x\nc_min 4 0\n"}) {
+    for (const auto* text : {"", "size 4 4096\n", "size 4 1024\nc_min 4 4096\n", "size\nc_min\n"}) {
         EXPECT_EQ(evictableZfsKilobytes(text), 0U) << text;
     }
 }
@@ -40,9 +38,8 @@ TEST(MemInfo, GivesThePercentageThatIsAvailableAndAnEstimateWhereTheKernelMakesN
     const std::string estimated = "MemFree: 100\nBuffers: 50\nCached: 300\nSReclaimable: 60\n";
     using Case = std::pair<std::string, std::optional<std::int64_t>>;
     for (const auto& [lines, percentage] :
-         {Case{"", {}}, Case{"MemFree: 100", 10}, Case{estimated + "Shmem: 200", 31},
-          Case{estimated + "Shmem: 99999", 16}, Case{estimated + "MemAvailable: 639", 63},
-          Case{"MemAvailable: 1001", 100}}) {
+         {Case{"", {}}, Case{estimated + "Shmem: 200", 31}, Case{estimated + "Shmem: 99999", 16},
+          Case{estimated + "MemAvailable: 639", 63}, Case{"MemAvailable: 1001", 100}}) {
         EXPECT_EQ(freeMemoryPercentage(parseMemInfo("MemTotal: 1000\n" + lines)), percentage)
             << lines;
     }
@@ -62,25 +59,20 @@ TEST(MemInfo, CountsEveryPageOnceEvenWhenFiguresContradictEachOther) {
     };
     // Page size, internal, purgeable, external, wired, compressor.
     check(busy, {4096, 1500, 0, 1253, 638, 109});
-    check(busy, {65536, 93, 0, 78, 41, 6});
     check(small + "Cached: 40\nShmem:" + huge + "AnonPages:" + huge, {4096, 75, 0, 0, 0, 0});
     check(small + "Cached:" + huge + "Buffers:" + huge + "SReclaimable:" + huge,
           {4096, 0, 0, 75, 0, 0});
-    check("MemTotal: 400\nMemFree: 500\nCached: 40\n", {4096, 0, 0, 0, 0, 0});
     check("MemTotal:" + huge + "MemFree: 0\nCached:" + huge, {4096, 0, 0, most, 0, 0});
     EXPECT_EQ(memoryCounters(parseMemInfo("MemTotal: 400"), {}, 4096), std::nullopt);
     EXPECT_EQ(swapUsage(parseMemInfo("SwapTotal: 8\nSwapFree: 9")), (SwapUsage{8192, 0, 8192}));
 }
 
 TEST(MemoryBreakdown, FollowsFromTheCountersAndStopsAtTheEndOfItsRange) {
-    constexpr auto manyPages = std::numeric_limits<std::uint32_t>::max();
     constexpr auto most = std::numeric_limits<std::uint64_t>::max();
     constexpr auto half = 1ULL << 63U;
     // Of app, wired, compressed memory, cached files, used memory.
     EXPECT_EQ(breakdownOf({16384, 100000, 10000, 50000, 20000, 5000}),
               (MemoryBreakdown{1474560000, 327680000, 81920000, 983040000, 1884160000}));
-    EXPECT_EQ(breakdownOf({2, 1, manyPages, manyPages, 0, 0}),
-              (MemoryBreakdown{0, 0, 0, 4ULL * manyPages, 0}));
     EXPECT_EQ(breakdownOf({half, 3, 0, 2, 1, 1}), (MemoryBreakdown{most, half, half, most, most}));
 }
 

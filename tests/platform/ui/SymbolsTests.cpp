@@ -31,7 +31,6 @@ TEST(Symbols, EndOnWholePixelsOfTheirRatio) {
     EXPECT_EQ(qAlpha(disc.pixel(8, 1)), 0);
     EXPECT_GT(qAlpha(disc.pixel(8, 2)), 200);
     EXPECT_EQ(symbolImage("circle.dotted", tint, 16, 1.5).value().size(), QSize(24, 24));
-    EXPECT_FALSE(hasSymbol("circle.filled"));
     EXPECT_EQ(symbolImage("", tint, 16, 1), std::nullopt);
 }
 

@@ -36,8 +36,6 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.redirect(f"/redirect-{left}/{name}" if left else f"/plain/{name}")
         elif behaviour == "weaker":
             self.redirect(f"http://127.0.0.1:{ports[1]}/plain/{name}")
-        elif behaviour == "elsewhere":
-            self.redirect(f"ftp://127.0.0.1/{name}")
         elif behaviour == "status":
             self.send_body(int(argument), [self.file(name)])
         elif behaviour == "endless":
