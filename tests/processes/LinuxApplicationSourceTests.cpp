@@ -1,4 +1,3 @@
-#include "platform/runtime/SerialExecutor.h"
 #include "processes/linux/LinuxApplicationSource.h"
 #include "tests/fakes/Surroundings.h"
 #include "tests/fakes/TemporaryFolder.h"
@@ -6,24 +5,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <future>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace tidewell {
 namespace {
 
 using namespace std::string_literals;
-using testing::AllOf;
-using testing::Contains;
 using testing::ElementsAre;
-using testing::Field;
 using testing::IsEmpty;
 
-Task<void> storeList(
-    LinuxApplicationSource* source, ApplicationList* list, std::function<void()> then = [] {}) {
+Task<void> storeList(LinuxApplicationSource* source, ApplicationList* list) {
     *list = co_await source->runningApplications();
-    then();
 }
 
 class LinuxApplicationSourceTest : public Surroundings {
@@ -175,21 +167,6 @@ TEST_F(LinuxApplicationSourceTest, WhatIsBeingReadMayOutliveTheSource) {
     worker.drain();
     mainThread.drain();
     EXPECT_EQ(list->size(), 1U);
-}
-
-TEST(LinuxApplicationSource, FindsTheRealProcessThatAsksOnAThreadOfItsOwn) {
-    RecordingLog log;
-    SerialExecutor mainThread;
-    SerialExecutor worker; // goes first: what it does ends on the main thread
-    LinuxApplicationSource source(LinuxApplicationSource::usualSettings(), worker, log);
-    ASSERT_EQ(prctl(PR_SET_NAME, "a) b (c"), 0);
-    ApplicationList list;
-    std::promise<void> done;
-    spawn(mainThread, storeList(&source, &list, [&done] { done.set_value(); }));
-    done.get_future().get();
-    EXPECT_THAT(*list, Contains(AllOf(Field(&RunningApplication::processIdentifier, getpid()),
-                                      Field(&RunningApplication::localizedName, "a) b (c"))));
-    EXPECT_GT(source.residentMemory(getpid()), 1U << 20U);
 }
 
 } // namespace

@@ -1,16 +1,9 @@
-#include "services/StoredPreferences.h"
-#include "tests/fakes/FakeApplicationSource.h"
-#include "tests/fakes/Surroundings.h"
 #include "views/AnchorPoint.h"
 #include "views/AppMemoryPlacement.h"
-#include "views/AppMemoryView.h"
-#include "views/ShowItemList.h"
 #include "views/WindowAndPositionReader.h"
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QTest>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -78,82 +71,6 @@ TEST(WindowAndPositionReader, ReportsOnceInTheNextPassAndWithoutItsViewToo) {
     EXPECT_EQ(windows, (std::vector<QWidget*>{&window, nullptr}));
     const int screenHeight = QGuiApplication::primaryScreen()->geometry().height();
     EXPECT_EQ(positions, (std::vector<QPointF>{QPointF(60, screenHeight - 130)}));
-}
-
-/// As the shell does it: a frameless window that its dismissal closes, with a neighbour.
-class AppMemoryViewTest : public Surroundings {
-protected:
-    AppMemoryViewTest() {
-        applications.applications = {{1, "small", std::nullopt}, {3, "large", std::nullopt}};
-        applications.memory = {{1, 1000}, {3, 3000}};
-        write(defaults, preferences::auxiliaryWindowPos, *encodePoint({600, 100}));
-        auto* view = new AppMemoryView({.memoryManager = manager,
-                                        .defaults = defaults,
-                                        .dismissWindow =
-                                            [this] {
-                                                ++dismissals;
-                                                window.close();
-                                            },
-                                        .panelWidth = 350});
-        view->setParent(&window);
-        view->setGeometry(0, 0, 400, 380);
-        list = view->findChild<ShowItemList*>();
-        window.setFixedSize(400, 380);
-    }
-
-    void show() {
-        window.show();
-        settle();
-    }
-    void settle() {
-        Surroundings::settle();
-        QCoreApplication::processEvents();
-    }
-
-    FakeApplicationSource applications;
-    std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
-        MemoryManager::Environment{applications, defaults, mainThread, clock, log});
-    int dismissals = 0;
-    QWidget window{nullptr, Qt::FramelessWindowHint};
-    ShowItemList* list = nullptr;
-};
-
-TEST_F(AppMemoryViewTest, SurveysWhileItIsShownBesideThePanel) {
-    show();
-    const int screenHeight = QGuiApplication::primaryScreen()->geometry().height();
-    EXPECT_EQ(window.pos(), QPoint(176, screenHeight - 229 - 380));
-    EXPECT_EQ(list->items().size(), 2U);
-    applications.memory.clear();
-    clock.advance(1);
-    settle();
-    EXPECT_EQ(list->parentWidget()->accessibleName().toStdString(), "Processes Real Mem [0]");
-    window.hide();
-    EXPECT_FALSE(manager->isRunning());
-}
-
-TEST_F(AppMemoryViewTest, ClosesWhenThePointerThatWasInItLeavesOrOnEscape) {
-    QWidget outside(nullptr, Qt::FramelessWindowHint);
-    outside.setGeometry(0, 0, 100, 100);
-    outside.show();
-    show();
-    const auto moveTo = [](const QWidget& target, QPoint place) {
-        QTest::mouseMove(target.windowHandle(), place);
-        QCoreApplication::processEvents();
-    };
-    moveTo(outside, {50, 50});
-    EXPECT_EQ(dismissals, 0) << "it has not been inside";
-    for (const QPoint place : {QPoint(5, 5), QPoint(200, 200), QPoint(395, 375)}) {
-        moveTo(window, place);
-        EXPECT_EQ(dismissals, 0) << "from part to part";
-    }
-    moveTo(outside, {50, 50});
-    EXPECT_EQ(dismissals, 1);
-
-    show();
-    QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Escape);
-    EXPECT_EQ(dismissals, 2);
-    EXPECT_FALSE(window.isVisible());
 }
 
 } // namespace
