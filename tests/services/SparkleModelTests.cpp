@@ -40,7 +40,7 @@ protected:
 TEST_F(SparkleModelTest, StartsTheUpdaterWhereTheUserWantsChecksAndDoesWithoutOneThatCannotStart) {
     makeModel();
     EXPECT_EQ(updater->starts, 0);
-    write(defaults, preferences::enableAutomaticChecks, true);
+    defaults.set(preferences::enableAutomaticChecks.key, 1.0); // a number that means yes
     makeModel(PlatformError{"no feed"});
     updater->checks = true;
     EXPECT_EQ(model->updater(), nullptr);
