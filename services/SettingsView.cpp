@@ -98,8 +98,7 @@ SettingsView::SettingsView(Environment environment, QWidget* parent)
     column->addWidget(makeGeneralBox(), 1);
     if (environment_.sparkleModel) {
         column->addWidget(makeUpdatesBox());
-        modelChanges_ =
-            environment_.sparkleModel->objectWillChange([this] { scheduleUpdateControls(); });
+        modelChanges_ = environment_.sparkleModel->objectWillChange([this] { later_.schedule(); });
     }
 }
 
@@ -324,18 +323,6 @@ void SettingsView::applyCheckInterval(double seconds) {
 }
 
 // Later: the model's fields still have their old values when it tells of a change.
-void SettingsView::scheduleUpdateControls() {
-    if (!std::exchange(refreshIsScheduled_, true)) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                refreshIsScheduled_ = false;
-                refreshUpdateControls();
-            },
-            Qt::QueuedConnection);
-    }
-}
-
 void SettingsView::refreshUpdateControls() {
     const SparkleModel& model = *environment_.sparkleModel;
     const bool canCheck = model.canCheckForUpdates();

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/LoginItem.h"
 #include "platform/foundation/UserDefaults.h"
+#include "platform/ui/LaterRefresh.h"
 #include "services/SparkleModel.h"
 
 #include <QWidget>
@@ -61,14 +62,13 @@ private:
     void applyAutomaticChecks(bool check);
     void applyAutomaticDownloads(bool download);
     void applyCheckInterval(double seconds);
-    void scheduleUpdateControls();
     void refreshUpdateControls();
 
     Environment environment_;
     double kPollingInterval_;
     bool isEditing_ = false;
     bool hasAppeared_ = false;
-    bool refreshIsScheduled_ = false;
+    LaterRefresh later_{*this, [this] { refreshUpdateControls(); }};
 
     // Owned by their parents.
     SymbolButton* hare_ = nullptr;

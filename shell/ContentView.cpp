@@ -146,10 +146,10 @@ ContentView::ContentView(Environment environment)
     layout->addWidget(copyrightLine);
     setMinimumHeight(panelHeight);
 
-    watching_ = environment_.memoryWatcher->objectWillChange([this] { scheduleRefresh(); });
+    watching_ = environment_.memoryWatcher->objectWillChange([this] { later_.schedule(); });
     if (environment_.sparkleModel) {
         watchingUpdates_ =
-            environment_.sparkleModel->objectWillChange([this] { scheduleRefresh(); });
+            environment_.sparkleModel->objectWillChange([this] { later_.schedule(); });
     }
 }
 
@@ -318,23 +318,6 @@ bool ContentView::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void ContentView::scheduleRefresh() {
-    if (refreshScheduled_ || !isVisible()) {
-        return;
-    }
-    refreshScheduled_ = true;
-    // Later: the observed fields still have their old values.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            refreshScheduled_ = false;
-            if (isVisible()) {
-                refresh();
-            }
-        },
-        Qt::QueuedConnection);
-}
-
 void ContentView::refresh() {
     const MemoryWatcher& watcher = *environment_.memoryWatcher;
     refreshPrompts();
@@ -405,7 +388,7 @@ Task<void> ContentView::askForPermission(std::shared_ptr<NotificationManager> ma
     const bool allowed = co_await manager->requestPermission();
     if (view) {
         view->checkIfNotificationsAreAllowed_ = !allowed;
-        view->scheduleRefresh();
+        view->later_.schedule();
     }
 }
 

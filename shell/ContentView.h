@@ -5,6 +5,7 @@
 #include "platform/foundation/UserDefaults.h"
 #include "platform/runtime/Executor.h"
 #include "platform/runtime/Task.h"
+#include "platform/ui/LaterRefresh.h"
 #include "services/NotificationManager.h"
 #include "services/SparkleModel.h"
 #include "shell/SceneWindows.h"
@@ -66,7 +67,6 @@ private:
     QWidget* makePressureHistory();
 
     void applyPalette();
-    void scheduleRefresh();
     void refresh();
     void refreshPrompts();
     void refreshSwap();
@@ -80,7 +80,7 @@ private:
 
     Environment environment_;
     bool checkIfNotificationsAreAllowed_ = false;
-    bool refreshScheduled_ = false;
+    LaterRefresh later_{*this, [this] { refresh(); }};
 
     // Owned by the view, in the order in which the keyboard goes through them.
     QWidget* toolbar_;

@@ -1,6 +1,5 @@
 #include "views/AppMemoryView.h"
 
-#include "platform/ui/Palette.h"
 #include "platform/ui/TitledBox.h"
 #include "services/StoredPreferences.h"
 #include "views/AnchorPoint.h"
@@ -10,7 +9,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -51,7 +49,7 @@ AppMemoryView::AppMemoryView(Environment environment)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(box_, 0, Qt::AlignHCenter | Qt::AlignTop);
     setFocusProxy(list_);
-    watching_ = environment_.memoryManager->objectWillChange([this] { scheduleRefresh(); });
+    watching_ = environment_.memoryManager->objectWillChange([this] { later_.schedule(); });
 }
 
 void AppMemoryView::place(QWidget* window) const {
@@ -96,31 +94,6 @@ void AppMemoryView::keyPressEvent(QKeyEvent* event) {
 void AppMemoryView::resizeEvent(QResizeEvent* event) {
     positionReader_->setGeometry(rect());
     QWidget::resizeEvent(event);
-}
-
-void AppMemoryView::paintEvent(QPaintEvent*) {
-    // Its window has no frame: a line of one device pixel sets it off from others of its colour.
-    QPainter painter(this);
-    const double line = 1 / devicePixelRatioF();
-    painter.setPen(QPen(hairline(appearanceOf(palette())), line));
-    painter.drawRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2));
-}
-
-void AppMemoryView::scheduleRefresh() {
-    if (refreshScheduled_ || !isVisible()) {
-        return;
-    }
-    refreshScheduled_ = true;
-    // Later: the observed fields still have their old values.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            refreshScheduled_ = false;
-            if (isVisible()) {
-                refresh();
-            }
-        },
-        Qt::QueuedConnection);
 }
 
 void AppMemoryView::refresh() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/UserDefaults.h"
+#include "platform/ui/LaterRefresh.h"
 #include "processes/MemoryManager.h"
 
 #include <QWidget>
@@ -36,11 +37,9 @@ protected:
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void place(QWidget* window) const;
-    void scheduleRefresh();
     void refresh();
 
     Environment environment_;
@@ -48,7 +47,7 @@ private:
     ShowItemList* list_;
     TitledBox* box_;
     QWidget* positionReader_;
-    bool refreshScheduled_ = false;
+    LaterRefresh later_{*this, [this] { refresh(); }};
     Subscription watching_;
 };
 
