@@ -64,6 +64,14 @@ void UpdateWindow::setContent(Content content) {
         column->addWidget(makeButtons());
     }
     layout_->addWidget(body_);
+    body_->show();
+    // Only now: before, there is no window that would remember it. Where another button has the
+    // focus, there are desktops on which Return presses that and not the default one.
+    for (QPushButton* button : body_->findChildren<QPushButton*>()) {
+        if (button->isDefault()) {
+            button->setFocus();
+        }
+    }
     setAccessibleDescription(content.headline + u'\n' + content.text);
 }
 
@@ -86,7 +94,6 @@ QWidget* UpdateWindow::makeButtons() {
         }
         if (button.role == Role::confirm) {
             widget->setDefault(true);
-            widget->setFocus();
         } else {
             widget->setAutoDefault(false);
         }
