@@ -253,6 +253,8 @@ TEST_F(FeedUpdaterTest, ReplacesTheAppImageAndOffersToRestart) {
     EXPECT_EQ(notes->loadResource(QTextDocument::ImageResource, QUrl(u"file:///etc/hostname"_s)),
               QVariant());
     EXPECT_THAT(delegate.take(), ElementsAre("1.10"));
+    const auto* focused = qobject_cast<QPushButton*>(window()->focusWidget());
+    EXPECT_TRUE(focused != nullptr && focused->text() == u"Install"_s);
     press("Install");
     ASSERT_TRUE(shows("Tidewell 1.10 is installed."));
     EXPECT_EQ(readText(appImage), content);
