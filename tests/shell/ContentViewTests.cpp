@@ -12,10 +12,7 @@
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
 #include "tests/fakes/FakeUpdater.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/MemoryUserDefaults.h"
-#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/Surroundings.h"
 #include "views/ShowItemList.h"
 
 #include <QApplication>
@@ -71,7 +68,7 @@ TEST(NotificationSettings, AreThoseOfTheDesktopThatRuns) {
     EXPECT_EQ(programs("sway"), "");
 }
 
-class PanelContent : public testing::Test {
+class PanelContent : public Surroundings {
 protected:
     PanelContent() {
         for (const WindowScene& scene : windowScenes("Tidewell")) {
@@ -82,7 +79,7 @@ protected:
     void settle() {
         do {
             QCoreApplication::processEvents();
-        } while (mainThread.drain() + schedulerThread.drain() > 0);
+        } while (mainThread.drain() + worker.drain() > 0);
     }
     void open() {
         content.show();
@@ -126,17 +123,12 @@ protected:
     }
 
     FakeProbes probes;
-    MemoryUserDefaults defaults;
-    ManualExecutor mainThread;
-    ManualExecutor schedulerThread;
-    ManualClock clock;
-    RecordingLog log;
     FakeNotificationCenter notifications{mainThread};
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
     std::shared_ptr<NotificationManager> manager =
         std::make_shared<NotificationManager>(notifications, log);
     std::shared_ptr<MemoryWatcher> watcher = std::make_shared<MemoryWatcher>(
-        MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
+        MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
                                    [] { return 1000.0; }},
         manager);
     std::shared_ptr<FakeUpdater> updater;

@@ -4,10 +4,7 @@
 #include "tests/fakes/FakeApplicationSource.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/MemoryUserDefaults.h"
-#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/Surroundings.h"
 
 #include <QApplication>
 #include <QTest>
@@ -37,13 +34,8 @@ struct NoLoginItem final : public LoginItem {
     std::optional<PlatformError> unregisterApplication() override { return std::nullopt; }
 };
 
-class Application : public testing::Test {
+class Application : public Surroundings {
 protected:
-    void settle() {
-        while (mainThread.drain() + schedulerThread.drain() > 0) {
-        }
-    }
-
     /// What the open panel says of the swap in use; empty while it is closed.
     static std::string swapText() {
         for (const QWidget* window : QApplication::topLevelWidgets()) {
@@ -58,11 +50,6 @@ protected:
     }
 
     FakeProbes probes;
-    MemoryUserDefaults defaults;
-    ManualExecutor mainThread;
-    ManualExecutor schedulerThread;
-    ManualClock clock;
-    RecordingLog log;
     FakeNotificationCenter notifications{mainThread};
     FakeApplicationSource applications;
     NoLoginItem loginItem;
@@ -74,7 +61,7 @@ protected:
         .watcher = {.probes = probes,
                     .defaults = defaults,
                     .mainThread = mainThread,
-                    .schedulerThread = schedulerThread,
+                    .schedulerThread = worker,
                     .clock = clock,
                     .log = log,
                     .secondsSince1970 = [] { return 1000.0; }},
@@ -106,8 +93,7 @@ TEST_F(Application, SamplesFromTheLabelsAppearanceOnAndSavesWithThePanelNeverOpe
     EXPECT_EQ(shown.text, "No Swap");
 
     probes.swap = SwapUsage{.total = 4096, .used = 1024, .free = 3072};
-    clock.advance(60);
-    settle();
+    pass(60);
     EXPECT_EQ(shown.text, "1 KB of 4 KB");
     EXPECT_EQ(shown.colour, colours::systemGreen);
     EXPECT_EQ(notifications.requests.size(), 1U);
@@ -125,8 +111,7 @@ TEST_F(Application, OpensThePanelFromTheItemAndTheMenuAndKeepsItUpToDate) {
     EXPECT_EQ(swapText(), "none");
 
     probes.swap = SwapUsage{.total = 4096, .used = 1024, .free = 3072};
-    clock.advance(60);
-    settle();
+    pass(60);
     EXPECT_TRUE(QTest::qWaitFor([] { return swapText() == "1 KB"; }));
 
     behaviour.activated({QPoint(400, 4), std::nullopt});
