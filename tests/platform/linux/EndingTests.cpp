@@ -90,7 +90,7 @@ TEST_F(PowerOff, IsHeardFromTheLoginManagerOnlyWhateverBecomesOfThat) {
         EXPECT_TRUE(comesTrue([&] { return !(lines = log.takeLines()).empty(); }));
         EXPECT_THAT(lines, ElementsAre(HasSubstr(text)));
     };
-    const auto announce = [](QDBusConnection sender, bool powerOff) {
+    const auto announce = [](const QDBusConnection& sender, bool powerOff) {
         auto signal = QDBusMessage::createSignal(u"/org/freedesktop/login1"_s,
                                                  u"org.freedesktop.login1.Manager"_s,
                                                  u"PrepareForShutdown"_s);

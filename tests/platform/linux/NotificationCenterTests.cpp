@@ -48,9 +48,10 @@ protected:
     }
 
     /// "allowed", "denied" or what went wrong.
-    static std::string authorization(UserNotificationCenter&& center) {
+    std::string authorization(const QDBusConnection& connection, Limits limits = patient) {
+        DesktopNotificationCenter asked = center(connection, limits);
         std::string given;
-        center.requestAuthorization(AuthorizationOptions::alert, [&given](Authorization answer) {
+        asked.requestAuthorization(AuthorizationOptions::alert, [&given](Authorization answer) {
             const auto* const error = std::get_if<PlatformError>(&answer);
             given += error != nullptr         ? error->description
                      : std::get<bool>(answer) ? "allowed"
@@ -80,10 +81,10 @@ protected:
 };
 
 TEST_F(NotificationCenter, NeedsABusAndAServiceThatRunsOrCanBeStarted) {
-    EXPECT_THAT(authorization(center(noBus)), HasSubstr("no message bus"));
-    EXPECT_THAT(authorization(center(bus.connect())), HasSubstr("no notification service"));
+    EXPECT_THAT(authorization(noBus), HasSubstr("no message bus"));
+    EXPECT_THAT(authorization(bus.connect()), HasSubstr("no notification service"));
     PrivateBus activating("org.freedesktop.Notifications");
-    EXPECT_EQ(authorization(center(activating.connect())), "allowed");
+    EXPECT_EQ(authorization(activating.connect()), "allowed");
 }
 
 TEST_F(NotificationCenter, IsDeniedByThisDesktopsRecordsOfThisProgramOnly) {
@@ -138,8 +139,7 @@ TEST_F(NotificationCenter, IsDeniedByThisDesktopsRecordsOfThisProgramOnly) {
         records.configurationPaths = {u"/nowhere"_s, QString::fromStdString(folder.path())};
         records.gsettings = QString::fromStdString(tool);
         const bool hangs = portal == u"hangs"_s || test.gsettings.starts_with("exec");
-        EXPECT_EQ(authorization(center(bus.connect(), {20s, hangs ? 60ms : 20s, 20s})),
-                  test.expected)
+        EXPECT_EQ(authorization(bus.connect(), {20s, hangs ? 60ms : 20s, 20s}), test.expected)
             << test.portal.toStdString() << test.gsettings << test.plasmaSettings;
     }
 }

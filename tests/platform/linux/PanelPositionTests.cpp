@@ -6,7 +6,7 @@ namespace tidewell {
 namespace {
 
 struct Case {
-    const char* what;
+    const char* what = nullptr;
     std::optional<QPoint> click;
     std::optional<QRect> item;
     QRect screen;
