@@ -159,8 +159,8 @@ QWidget* ContentView::makeToolbar() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     const QString name = text(applicationName(environment_.bundle));
-    const auto add = [layout](std::string_view symbol, const QString& help, QKeySequence keys,
-                              auto action) {
+    const auto add = [layout](std::string_view symbol, const QString& help,
+                              const QKeySequence& keys, const auto& action) {
         auto* button = new SymbolButton(symbol, help);
         button->setFixedSize(toolbarButton, toolbarButton);
         button->setToolTip(help);

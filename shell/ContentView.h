@@ -87,16 +87,16 @@ private:
     QLabel* title_;
     QPushButton* notificationPrompt_;
     QPushButton* updatePrompt_;
-    QWidget* gaugesRow_;
-    RoundGauge* pressureGauge_;
-    RoundGauge* usageGauge_;
-    TitledBox* generalBox_;
-    ShowItemList* list_;
-    QStackedWidget* swapState_; ///< the text that there is none, or the gauge
-    LinearGauge* swapGauge_;
-    QStackedWidget* swapHistory_; ///< the picture that there is none, or the chart
-    ScrollingBarChart* swapChart_;
-    ScrollingBarChartFixed* pressureChart_;
+    QWidget* gaugesRow_ = nullptr;
+    RoundGauge* pressureGauge_ = nullptr;
+    RoundGauge* usageGauge_ = nullptr;
+    TitledBox* generalBox_ = nullptr;
+    ShowItemList* list_ = nullptr;
+    QStackedWidget* swapState_ = nullptr; ///< the text that there is none, or the gauge
+    LinearGauge* swapGauge_ = nullptr;
+    QStackedWidget* swapHistory_ = nullptr; ///< the picture that there is none, or the chart
+    ScrollingBarChart* swapChart_ = nullptr;
+    ScrollingBarChartFixed* pressureChart_ = nullptr;
     QPointer<QWidget> positionReader_; ///< the window's, of the present appearance
 
     Subscription watching_;
