@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace tidewell {
 
 namespace {
@@ -29,10 +31,10 @@ void clear(const QString& folder, const QString& kept) {
 
 } // namespace
 
-Download::Download(const FetchSettings& settings, const QString& folder, AppcastItem item,
-                   const PublicKey& key, Executor& mainThread, Observer observer)
-    : settings_(settings)
-    , folder_(folder)
+Download::Download(FetchSettings settings, QString folder, AppcastItem item, const PublicKey& key,
+                   Executor& mainThread, Observer observer)
+    : settings_(std::move(settings))
+    , folder_(std::move(folder))
     , item_(std::move(item))
     , key_(key)
     , mainThread_(mainThread)

@@ -25,10 +25,9 @@ public:
         std::function<void(const std::variant<QString, UpdateFailure>& result)> ended;
     };
 
-    /// `folder` is used by nobody else. `mainThread` must outlive the download, `settings` is
-    /// copied.
-    Download(const FetchSettings& settings, const QString& folder, AppcastItem item,
-             const PublicKey& key, Executor& mainThread, Observer observer);
+    /// `folder` is used by nobody else. `mainThread` must outlive the download.
+    Download(FetchSettings settings, QString folder, AppcastItem item, const PublicKey& key,
+             Executor& mainThread, Observer observer);
     Download(const Download&) = delete;
     Download& operator=(const Download&) = delete;
     /// Calls it off, unless it has ended.

@@ -208,7 +208,8 @@ void FeedUpdater::offer(const AppcastItem& item) {
                             .remindLater = [this] { endSession(); },
                             .skip =
                                 [this, version = item.version.toStdString()] {
-                                    environment_.defaults.set(updater_keys::skippedVersion, version);
+                                    environment_.defaults.set(updater_keys::skippedVersion,
+                                                              version);
                                     endSession();
                                     delegate_.updaterDidNotFindUpdate(*this);
                                 }});

@@ -128,13 +128,13 @@ std::optional<UpdateFailure> replaceAppImage(const QString& appImage, const QStr
     const auto copyFailure = [&replacement] {
         return UpdateFailure{UpdateProblem::cannotReplace, replacement.errorString()};
     };
-    const auto failure = readVerified(file, item, key, stop,
-                                      [&](const QByteArray& piece) -> std::optional<UpdateFailure> {
-                                          if (replacement.write(piece) != piece.size()) {
-                                              return copyFailure();
-                                          }
-                                          return std::nullopt;
-                                      });
+    auto failure = readVerified(file, item, key, stop,
+                                [&](const QByteArray& piece) -> std::optional<UpdateFailure> {
+                                    if (replacement.write(piece) != piece.size()) {
+                                        return copyFailure();
+                                    }
+                                    return std::nullopt;
+                                });
     if (failure) {
         return failure;
     }

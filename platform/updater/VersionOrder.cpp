@@ -18,7 +18,7 @@ bool isLetter(char character) {
 struct Parts {
     std::vector<std::string_view> numbers; ///< without leading zeros: 0 is empty
     std::vector<std::string_view> preRelease;
-    bool isRelease;
+    bool isRelease = false;
 };
 
 /// Cuts the longest beginning off whose characters all are `ofKind`.
