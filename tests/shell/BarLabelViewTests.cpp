@@ -3,10 +3,7 @@
 #include "support/LevelColours.h"
 #include "tests/fakes/FakeProbes.h"
 #include "tests/fakes/FakeUpdater.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/MemoryUserDefaults.h"
-#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/Surroundings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -39,7 +36,7 @@ struct FakeStatusItem final : public StatusItem {
     std::vector<StatusItemContent> shown;
 };
 
-class BarLabelViewTest : public testing::Test {
+class BarLabelViewTest : public Surroundings {
 protected:
     /// Lets the watcher find that much swap in use; 16 GB of memory make 1 GB low and 19 GB high.
     void useSwap(std::uint64_t used) {
@@ -56,13 +53,8 @@ protected:
     }
 
     FakeProbes probes;
-    MemoryUserDefaults defaults;
-    RecordingLog log;
-    ManualExecutor mainThread;
-    ManualExecutor schedulerThread;
-    ManualClock clock;
     std::shared_ptr<MemoryWatcher> watcher = std::make_shared<MemoryWatcher>(
-        MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
+        MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
                                    [] { return 0.0; }},
         nullptr);
     std::shared_ptr<FakeUpdater> updater;

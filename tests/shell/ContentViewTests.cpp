@@ -116,12 +116,6 @@ protected:
         const auto questions = panel.findChildren<QMessageBox*>();
         return questions.isEmpty() ? nullptr : questions.first();
     }
-    void enter(QWidget* widget) {
-        const QPointF middle = widget->rect().center();
-        QEnterEvent event(middle, middle, widget->mapToGlobal(middle));
-        QCoreApplication::sendEvent(widget, &event);
-    }
-
     FakeProbes probes;
     FakeNotificationCenter notifications{mainThread};
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
@@ -208,30 +202,6 @@ TEST_F(PanelContent, ShowsTheFiguresOfTheMomentAndOnlyWhileItIsOpen) {
     EXPECT_EQ(swap->content().text.toStdString(), "1 KB") << "nothing is done while it is closed";
     open();
     EXPECT_EQ(swap->content().text.toStdString(), "2 KB");
-}
-
-TEST_F(PanelContent, OpensTheProcessWindowOverTheFiguresAndClosesItElsewhere) {
-    open();
-    TitledBox* general = visible<TitledBox>("General");
-    TitledBox* swap = visible<TitledBox>("Swap");
-    ASSERT_TRUE(general && swap);
-    const auto isOpen = [this] { return windows.window("appMemory") != nullptr; };
-    QWidget* list = all<ShowItemList>().front();
-    QWidget* gauges = all<RoundGauge>().front()->parentWidget();
-    for (QWidget* closing : {gauges, static_cast<QWidget*>(swap)}) {
-        enter(general);
-        EXPECT_TRUE(isOpen());
-        QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(general, &leave);
-        EXPECT_TRUE(isOpen()) << "leaving the figures leaves it open";
-        enter(closing);
-        EXPECT_FALSE(isOpen());
-        QCoreApplication::sendEvent(closing, &leave);
-    }
-    QTest::keyClick(list, Qt::Key_Return);
-    EXPECT_TRUE(isOpen()) << "by keyboard";
-    content.hide();
-    EXPECT_FALSE(isOpen());
 }
 
 TEST_F(PanelContent, ItsToolbarOpensWindowsOnceAndQuitsAfterAQuestion) {

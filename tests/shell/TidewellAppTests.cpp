@@ -1,13 +1,9 @@
 #include "shell/TidewellApp.h"
 
-#include "platform/ui/LinearGauge.h"
 #include "tests/fakes/FakeApplicationSource.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
 #include "tests/fakes/Surroundings.h"
-
-#include <QApplication>
-#include <QTest>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +12,6 @@ namespace tidewell {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
-using testing::Field;
 using testing::HasSubstr;
 
 /// A status item that passes on what it is told.
@@ -36,26 +30,12 @@ struct NoLoginItem final : public LoginItem {
 
 class Application : public Surroundings {
 protected:
-    /// What the open panel says of the swap in use; empty while it is closed.
-    static std::string swapText() {
-        for (const QWidget* window : QApplication::topLevelWidgets()) {
-            for (const QWidget* child : window->findChildren<QWidget*>()) {
-                const auto* gauge = dynamic_cast<const LinearGauge*>(child);
-                if (gauge && window->isVisible()) {
-                    return gauge->isVisible() ? gauge->content().text.toStdString() : "none";
-                }
-            }
-        }
-        return {};
-    }
-
     FakeProbes probes;
     FakeNotificationCenter notifications{mainThread};
     FakeApplicationSource applications;
     NoLoginItem loginItem;
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
     DesktopAppearance appearance{QDBusConnection(QStringLiteral("none")), QString()};
-    StatusItemBehaviour behaviour;
     StatusItemContent shown;
     TidewellApp app{{
         .watcher = {.probes = probes,
@@ -68,11 +48,7 @@ protected:
         .notificationCenter = notifications,
         .bundle = bundle,
         .appearance = appearance,
-        .makeStatusItem =
-            [this](const auto& wanted) {
-                behaviour = wanted;
-                return std::make_unique<Item>(shown);
-            },
+        .makeStatusItem = [this](const auto&) { return std::make_unique<Item>(shown); },
         .makeUpdater = nullptr,
         .applications = applications,
         .loginItem = loginItem,
@@ -101,29 +77,6 @@ TEST_F(Application, SamplesFromTheLabelsAppearanceOnAndSavesWithThePanelNeverOpe
     EXPECT_EQ(defaults.dataForKey("_dataContainer"), std::nullopt);
     app.historySaving().willTerminate();
     EXPECT_NE(defaults.dataForKey("_dataContainer"), std::nullopt);
-}
-
-TEST_F(Application, OpensThePanelFromTheItemAndTheMenuAndKeepsItUpToDate) {
-    app.start();
-    settle();
-    EXPECT_EQ(swapText(), "");
-    behaviour.activated({QPoint(400, 4), std::nullopt});
-    EXPECT_EQ(swapText(), "none");
-
-    probes.swap = SwapUsage{.total = 4096, .used = 1024, .free = 3072};
-    pass(60);
-    EXPECT_TRUE(QTest::qWaitFor([] { return swapText() == "1 KB"; }));
-
-    behaviour.activated({QPoint(400, 4), std::nullopt});
-    EXPECT_EQ(swapText(), "");
-    EXPECT_THAT(behaviour.menu, ElementsAre(Field(&StatusMenuEntry::title, "Open"),
-                                            Field(&StatusMenuEntry::title, "Settings"),
-                                            Field(&StatusMenuEntry::title, "About"),
-                                            Field(&StatusMenuEntry::title, "Quit")));
-    behaviour.menu.front().action();
-    EXPECT_EQ(swapText(), "1 KB");
-    app.openPanel();
-    EXPECT_EQ(swapText(), "1 KB") << "a second start brings it up, never down";
 }
 
 } // namespace

@@ -10,10 +10,6 @@
 namespace tidewell {
 namespace {
 
-TEST(Scenes, TakeTheApplicationsName) {
-    EXPECT_EQ(windowScenes("Unknown")[1].title, "Unknown Settings");
-}
-
 TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     int made = 0;
     SceneWindows windows;
@@ -79,12 +75,6 @@ TEST_F(Panel, ScrollsContentThatIsTooHighForTheScreen) {
     EXPECT_EQ(content->height(), 5000);
     QTest::keyClick(content, Qt::Key_Escape);
     EXPECT_FALSE(tall.isVisible());
-}
-
-TEST_F(Panel, ClosesOnEscape) {
-    panel.open({});
-    QTest::keyClick(&panel, Qt::Key_Escape);
-    EXPECT_FALSE(panel.isVisible());
 }
 
 TEST_F(Panel, ClosesWithTheActivationOfAnotherProgramAndStaysClosedOnTheSameClick) {
