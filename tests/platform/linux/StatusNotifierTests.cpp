@@ -59,33 +59,6 @@ protected:
     StatusNotifierHost host{connection, log};
 };
 
-TEST_F(StatusNotifier, HostIsThereWhenAWatcherSaysSoAndTakesItems) {
-    EXPECT_EQ(StatusNotifierHost(noBus, log).state(), HostState::absent);
-    EXPECT_EQ(host.state(), HostState::unknown);
-    EXPECT_TRUE(becomes(HostState::absent));
-    {
-        Watcher watcher(bus.connect());
-        EXPECT_TRUE(becomes(HostState::present));
-        watcher.setHasHost(false);
-        EXPECT_TRUE(becomes(HostState::absent));
-        watcher.setHasHost(true);
-        EXPECT_TRUE(becomes(HostState::present));
-        watcher.refuses = true;
-        host.registerItem(u"item"_s);
-        EXPECT_TRUE(becomes(HostState::absent));
-        EXPECT_THAT(log.takeLines(),
-                    ElementsAre(testing::StartsWith("error general registerItem(item:): ")));
-    }
-    {
-        const Watcher another(bus.connect());
-        EXPECT_TRUE(becomes(HostState::present));
-    }
-    EXPECT_TRUE(becomes(HostState::absent));
-    Watcher hung(bus.connect());
-    hung.isSilent = true;
-    EXPECT_TRUE(becomes(HostState::unknown));
-}
-
 TEST_F(StatusNotifier, ItemTellsOfChangesOnlyAndLeavesWithItsName) {
     const Watcher watcher(bus.connect());
     ASSERT_TRUE(becomes(HostState::present));

@@ -240,37 +240,6 @@ TEST_F(FeedUpdaterTest, StartsOnlyWithAFeedAKeyAndAVersionAndKeepsWhatTheUserCho
     }
 }
 
-TEST_F(FeedUpdaterTest, ReplacesTheAppImageAndOffersToRestart) {
-    fs::create_symlink(appImage, link);
-    putFeed(item("redirect-5/new", keys));
-    startUpdater(server.address("redirect-5/feed.xml"));
-    updater->checkForUpdates();
-    EXPECT_TRUE(shows("Checking for updates"));
-    ASSERT_TRUE(shows("A new version of Tidewell is available."));
-    EXPECT_THAT(shownText(), HasSubstr("Version 1.10 can be installed now. You have version 1.9."));
-    auto* notes = window()->findChild<QTextBrowser*>();
-    EXPECT_THAT(notes->toPlainText().toStdString(), HasSubstr("All new."));
-    EXPECT_EQ(notes->loadResource(QTextDocument::ImageResource, QUrl(u"file:///etc/hostname"_s)),
-              QVariant());
-    EXPECT_THAT(delegate.take(), ElementsAre("1.10"));
-    const auto* focused = qobject_cast<QPushButton*>(window()->focusWidget());
-    EXPECT_TRUE(focused != nullptr && focused->text() == u"Install"_s);
-    press("Install");
-    ASSERT_TRUE(shows("Tidewell 1.10 is installed."));
-    EXPECT_EQ(readText(appImage), content);
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(fs::status(appImage).permissions(),
-              fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3) << "nothing beside it";
-    EXPECT_THAT(downloaded(), IsEmpty());
-    press("Later");
-    updater->checkForUpdates();
-    ASSERT_TRUE(shows("Tidewell 1.10 is installed.")) << "not a second time";
-    press("Restart Now");
-    EXPECT_EQ(restarted, link);
-    EXPECT_THAT(log.takeLines(), IsEmpty());
-}
-
 TEST_F(FeedUpdaterTest, FetchesAheadInSilenceAndHandsTheVerifiedFileToTheDesktop) {
     putFeed(item("plain/new", keys));
     startUpdater(server.address("plain/feed.xml"), false);
