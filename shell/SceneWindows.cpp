@@ -95,7 +95,7 @@ void SceneWindows::openWindow(std::string_view identifier) {
 
 void SceneWindows::bringWindowToFront(const QString& identifier) {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto found = std::find_if(windows.begin(), windows.end(), [&](const QWidget* window) {
+    const auto found = std::ranges::find_if(windows, [&](const QWidget* window) {
         return window->isVisible() && window->objectName() == identifier;
     });
     if (found != windows.end()) {
@@ -110,7 +110,7 @@ void SceneWindows::openAuxiliaryWindow(std::string_view identifier) {
                        [name = objectName(identifier)] { bringWindowToFront(name); });
 }
 
-void SceneWindows::dismissWindow(std::string_view identifier) {
+void SceneWindows::dismissWindow(std::string_view identifier) const {
     if (QWidget* open = window(identifier)) {
         open->close();
     }

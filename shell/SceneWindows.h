@@ -40,7 +40,7 @@ public:
     void openAuxiliaryWindow(std::string_view identifier);
 
     /// Closes the scene's window, if it is open.
-    void dismissWindow(std::string_view identifier);
+    void dismissWindow(std::string_view identifier) const;
 
     /// Gives `palette` to every window, open or not.
     void setPalette(const QPalette& palette);
