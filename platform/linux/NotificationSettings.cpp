@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <array>
 
 namespace tidewell {
@@ -46,13 +47,11 @@ std::vector<SettingsProgram> notificationSettingsPrograms(const QString& current
 }
 
 bool openNotificationSettings(const QString& currentDesktop) {
-    for (const SettingsProgram& settings : notificationSettingsPrograms(currentDesktop)) {
+    const auto starts = [](const SettingsProgram& settings) {
         const QString program = QStandardPaths::findExecutable(settings.program);
-        if (!program.isEmpty() && QProcess::startDetached(program, settings.arguments)) {
-            return true;
-        }
-    }
-    return false;
+        return !program.isEmpty() && QProcess::startDetached(program, settings.arguments);
+    };
+    return std::ranges::any_of(notificationSettingsPrograms(currentDesktop), starts);
 }
 
 } // namespace tidewell
