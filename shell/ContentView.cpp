@@ -411,7 +411,7 @@ void ContentView::openAppMemory() {
     environment_.windows.openAuxiliaryWindow("appMemory");
 }
 
-void ContentView::dismissAppMemory() {
+void ContentView::dismissAppMemory() const {
     environment_.windows.dismissWindow("appMemory");
 }
 

@@ -76,7 +76,7 @@ private:
                                        QPointer<ContentView> view);
     void showNotificationSettings();
     void openAppMemory();
-    void dismissAppMemory();
+    void dismissAppMemory() const;
 
     Environment environment_;
     bool checkIfNotificationsAreAllowed_ = false;
