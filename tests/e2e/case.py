@@ -3,7 +3,6 @@
 import ctypes
 import os
 import stat
-import struct
 import sys
 import unittest
 
@@ -31,16 +30,30 @@ class DesktopCase(unittest.TestCase):
         return Tidewell(self.desktop, **options)
 
     def start_at(self, level):
-        """A run on the figures of a level, which lie in `self.meminfo`."""
-        self.meminfo = self.desktop.folder / "meminfo"
-        self.write_meminfo(level)
-        tidewell = self.start(meminfo=self.meminfo)
+        """A run on the figures of a level."""
+        tidewell = self.start(meminfo=self.write_meminfo(level))
         if not tidewell.wait_for_start():
             self.skipTest("mount namespaces are not allowed here")
         return tidewell
 
     def write_meminfo(self, level):
-        self.meminfo.write_text(meminfo(level))
+        """Gives a level to what runs, too."""
+        file = self.desktop.folder / "meminfo"
+        file.write_text(meminfo(level))
+        return file
+
+    def start_with_item(self, level=None, **options):
+        """A run whose status item is there, on the machine's own figures or those of a level."""
+        tidewell = self.start_at(level) if level else self.start(**options)
+        tidewell.wait_for_item()
+        return tidewell
+
+    def start_with_panel(self, level=None):
+        """A run whose item was clicked; the panel's geometry is in `self.panel`."""
+        tidewell = self.start_with_item(level)
+        tidewell.click_item()
+        self.panel = tidewell.wait_for_panel()
+        return tidewell
 
     def need_plain_log(self):
         if os.path.exists(JOURNAL) and stat.S_ISSOCK(os.stat(JOURNAL).st_mode):
@@ -63,7 +76,8 @@ class ScreenReaderCase(DesktopCase):
         self.accessibility_bus = self.desktop.bus(address)
 
     def ask(self, node, interface, method, signature="", arguments=()):
-        return self.accessibility_bus.call_blocking(*node, interface, method, signature, arguments, timeout=5)
+        return self.accessibility_bus.call_blocking(*node, interface, method, signature, arguments,
+                                                    timeout=5)
 
     def property(self, node, interface, name):
         return self.ask(node, "org.freedesktop.DBus.Properties", "Get", "ss", (interface, name))
@@ -101,25 +115,17 @@ class StoreWatch:
     """Counts how often the store is written, from now on."""
 
     IN_CLOSE_WRITE, IN_MOVED_TO, IN_NONBLOCK = 0x8, 0x80, 0o4000
-    EVENT = struct.Struct("iIII")
 
     def __init__(self, desktop):
         folder = desktop.folder / "config/tidewell"
         folder.mkdir(exist_ok=True)
         libc = ctypes.CDLL(None)
         self.descriptor = libc.inotify_init1(self.IN_NONBLOCK)
-        libc.inotify_add_watch(self.descriptor, os.fsencode(folder),
+        libc.inotify_add_watch(self.descriptor, bytes(folder),
                                self.IN_CLOSE_WRITE | self.IN_MOVED_TO)
 
     def writes(self):
         try:
-            data = os.read(self.descriptor, 65536)
+            return os.read(self.descriptor, 65536).count(b"defaults.json\0")
         except BlockingIOError:
             return 0
-        count = at = 0
-        while at < len(data):
-            _, _, _, length = self.EVENT.unpack_from(data, at)
-            name = data[at + self.EVENT.size:][:length].rstrip(b"\0")
-            count += name == b"defaults.json"
-            at += self.EVENT.size + length
-        return count

@@ -28,10 +28,7 @@ class LiveFigures(ScreenReaderCase):
         return figures
 
     def test_agree_with_free(self):
-        tidewell = self.start()
-        tidewell.wait_for_item()
-        tidewell.click_item()
-        tidewell.wait_for_panel()
+        self.start_with_panel()
         figures = wait_for("the panel's figures", self.figures)
         memory, swap = (
             [int(field) for field in line.split()[1:]]

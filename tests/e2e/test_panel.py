@@ -1,9 +1,8 @@
-import signal
 import unittest
 
 from case import DesktopCase, ScreenReaderCase, StoreWatch
 from desktop import wait_for
-from program import LEVEL_COLOURS, meminfo, write_history
+from program import LEVEL_COLOURS, write_history
 
 VALUE = "org.a11y.atspi.Value"
 
@@ -16,10 +15,7 @@ class Panel(DesktopCase):
 
     def open(self, samples=100):
         write_history(self.desktop, "low", samples)
-        self.tidewell = self.start_at("low")
-        self.tidewell.wait_for_item()
-        self.tidewell.click_item()
-        self.panel = self.tidewell.wait_for_panel()
+        self.tidewell = self.start_with_panel("low")
 
     def point_at(self, x, y):
         self.desktop.move_pointer(self.panel[0] + x, self.panel[1] + y)
@@ -61,10 +57,7 @@ class ScreenReader(ScreenReaderCase):
     """What the accessibility bus is told of the panel."""
 
     def test_hears_of_every_part_of_the_panel(self):
-        tidewell = self.start_at("low")
-        tidewell.wait_for_item()
-        tidewell.click_item()
-        tidewell.wait_for_panel()
+        self.start_with_panel("low")
         parts = self.parts()
         for part in (("push button", "About Tidewell"),
                      ("push button", "Go to Settings - Ctrl+,"),

@@ -32,11 +32,8 @@ def from_ps(process):
 class ProcessWindow(ScreenReaderCase):
     notifications = "xfce4-notifyd"
 
-    def open_panel(self, **options):
-        self.tidewell = self.start(**options)
-        self.tidewell.wait_for_item()
-        self.tidewell.click_item()
-        self.panel = self.tidewell.wait_for_panel()
+    def open_panel(self):
+        self.tidewell = self.start_with_panel()
         parts = self.parts(lists=False)
         self.content, self.figures = parts["filler", "Tidewell"], parts["list", "General"]
         self.inside, self.gauge, self.swap = map(self.middle, (
@@ -141,14 +138,14 @@ class ProcessWindow(ScreenReaderCase):
     def test_looks_at_processes_only_while_it_is_open(self):
         self.open_panel()
 
+        file = pathlib.Path(f"/proc/{self.tidewell.process.pid}/io")
+
         def reads():
             """How often the program reads of something in a few seconds left alone."""
-            counts = []
-            for seconds in (4, 0):
-                words = pathlib.Path(f"/proc/{self.tidewell.process.pid}/io").read_text().split()
-                counts.append(int(words[words.index("syscr:") + 1]))
-                time.sleep(seconds)
-            return counts[1] - counts[0]
+            earlier = file.read_text()
+            time.sleep(4)
+            return sum(int(text.partition("syscr: ")[2].split()[0]) * sign
+                       for text, sign in ((file.read_text(), 1), (earlier, -1)))
         before = reads()
         self.desktop.glide(self.gauge, self.inside)
         self.wait_until_open()

@@ -15,10 +15,7 @@ class Settings(ScreenReaderCase):
     notifications = "xfce4-notifyd"
 
     def open(self):
-        self.tidewell = self.start()
-        self.tidewell.wait_for_item()
-        self.tidewell.click_item()
-        self.tidewell.wait_for_panel()
+        self.tidewell = self.start_with_panel()
         self.desktop.press("ctrl+comma")
         wait_for("the settings", lambda: self.desktop.windows("--name", "^Tidewell Settings$"))
         parts = self.parts(lists=False)
@@ -36,7 +33,7 @@ class Settings(ScreenReaderCase):
                  lambda: self.is_in_state(self.boxes[name], CHECKED) is is_on)
 
     def quit_at_once(self):
-        panel = self.tidewell.windows()[self.tidewell.panel()]
+        panel = self.tidewell.windows()[self.panel]
         self.desktop.run("xdotool", "windowactivate", "--sync", panel)
         self.desktop.press("ctrl+q")
         self.assertEqual(self.tidewell.end(), 0)

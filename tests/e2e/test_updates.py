@@ -55,8 +55,8 @@ class Updates(ScreenReaderCase):
         os.environ["TIDEWELL"] = str(image)
 
         enable_automatic_checks(self.desktop)
-        tidewell = self.start(environment={"APPIMAGE": str(image), "APPDIR": str(folder)})
-        tidewell.wait_for_item()
+        tidewell = self.start_with_item(
+            environment={"APPIMAGE": str(image), "APPDIR": str(folder)})
         tidewell.wait_for_log("Update available: 0.10.0")
         tidewell.click_item()
         tidewell.wait_for_panel()
