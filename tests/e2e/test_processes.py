@@ -1,5 +1,6 @@
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import time
@@ -142,10 +143,11 @@ class ProcessWindow(ScreenReaderCase):
 
         def reads():
             """How often the program reads of something in a few seconds left alone."""
-            earlier = file.read_text()
+            def so_far():
+                return int(re.search(r"syscr: (\d+)", file.read_text())[1])
+            start = so_far()
             time.sleep(4)
-            return sum(int(text.partition("syscr: ")[2].split()[0]) * sign
-                       for text, sign in ((file.read_text(), 1), (earlier, -1)))
+            return so_far() - start
         before = reads()
         self.desktop.glide(self.gauge, self.inside)
         self.wait_until_open()

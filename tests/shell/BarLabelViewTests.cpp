@@ -1,9 +1,7 @@
 #include "shell/BarLabelView.h"
 #include "support/ByteText.h"
 #include "support/LevelColours.h"
-#include "tests/fakes/FakeProbes.h"
-#include "tests/fakes/FakeUpdater.h"
-#include "tests/fakes/Surroundings.h"
+#include "tests/fakes/WatcherSurroundings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,9 +18,7 @@ using testing::ElementsAre;
 
 constexpr std::uint64_t gigabyte = 1U << 30U;
 
-TEST(BarLabel, TellsOfSwapInUseAndFallsBackToAPlainCircleWithoutAnyMark) {
-    EXPECT_EQ(labelText(0, 8 * gigabyte), "No Swap");
-    EXPECT_EQ(labelText(1, 8 * gigabyte), byteText(1) + " of " + byteText(8 * gigabyte));
+TEST(BarLabel, FallsBackToAPlainCircleWithoutAnyMark) {
     const auto knowsNoDisc = [](std::string_view name) { return name != "circle.fill"; };
     for (const bool isUpdateAvailable : {false, true}) {
         EXPECT_EQ(labelSymbol(gigabyte, isUpdateAvailable, knowsNoDisc).name, "circle");
@@ -36,8 +32,13 @@ struct FakeStatusItem final : public StatusItem {
     std::vector<StatusItemContent> shown;
 };
 
-class BarLabelViewTest : public Surroundings {
+class BarLabelViewTest : public WatcherSurroundings {
 protected:
+    BarLabelViewTest() {
+        spawn(mainThread, watcher->startPeriodicTask());
+        mainThread.drain();
+    }
+
     /// Lets the watcher find that much swap in use; 16 GB of memory make 1 GB low and 19 GB high.
     void useSwap(std::uint64_t used) {
         probes.swap = SwapUsage{.total = 20 * gigabyte, .used = used, .free = 0};
@@ -49,65 +50,46 @@ protected:
         return std::exchange(item.shown, {});
     }
     static StatusItemContent content(const char* symbol, Colour colour, std::uint64_t used) {
-        return {symbol, colour, labelText(used, 20 * gigabyte)};
+        const auto text = byteText(static_cast<std::int64_t>(used)) + " of 20 GB";
+        return {symbol, colour, used == 0 ? "No Swap" : text};
     }
 
-    FakeProbes probes;
-    std::shared_ptr<MemoryWatcher> watcher = std::make_shared<MemoryWatcher>(
-        MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
-                                   [] { return 0.0; }},
-        nullptr);
-    std::shared_ptr<FakeUpdater> updater;
-    SparkleModel updates{{defaults, mainThread, clock, log, [this](SPUUpdaterDelegate& delegate) {
-                              return updater = std::make_shared<FakeUpdater>(delegate);
-                          }}};
+    std::shared_ptr<SparkleModel> updates = makeUpdates();
     FakeStatusItem item;
-    std::optional<BarLabelView> label{std::in_place,    &updates,   *watcher,
-                                      colours::primary, mainThread, item};
+    std::optional<BarLabelView> label{std::in_place,    updates.get(), *watcher,
+                                      colours::primary, mainThread,    item};
 };
 
 TEST_F(BarLabelViewTest, KeepsTheTextColourUntilTheLevelChangesForTheFirstTime) {
+    useSwap(gigabyte);
     label->appear();
-    spawn(mainThread, watcher->startPeriodicTask());
-    EXPECT_EQ(takeShown().back(), content("circle.dotted", colours::primary, 0))
-        << "the level is still none";
-    for (const auto& [used, colour] :
-         {std::pair(gigabyte, colours::systemGreen), std::pair(19 * gigabyte, colours::systemRed),
-          std::pair(gigabyte, colours::systemGreen)}) {
+    EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colours::primary, gigabyte)))
+        << "the level was there before";
+    for (const auto& [used, colour] : {std::pair(19 * gigabyte, colours::systemRed),
+                                       std::pair(gigabyte, colours::systemGreen)}) {
         useSwap(used);
-        EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colour, used)));
+        watcher->updateMemoryUsage();
+        EXPECT_THAT(item.shown, ElementsAre());
+        EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colour, used)))
+            << "once for all changes";
     }
     useSwap(0);
     EXPECT_THAT(takeShown(), ElementsAre(content("circle.dotted", colours::lightGray, 0)));
+    useSwap(gigabyte);
+    label.reset();
+    EXPECT_THAT(takeShown(), ElementsAre());
 }
 
-TEST_F(BarLabelViewTest, StartsInTheTextColourAndShowsTheUpdateMarkInIt) {
-    spawn(mainThread, watcher->startPeriodicTask());
-    mainThread.drain();
-    useSwap(gigabyte);
+TEST_F(BarLabelViewTest, AsksForUpdatesAndShowsTheirMarkInTheTextColour) {
     EXPECT_EQ(updater->silentChecks, 0);
     label->appear();
     EXPECT_EQ(updater->silentChecks, 1);
-    EXPECT_EQ(takeShown().back(), content("circle.fill", colours::primary, gigabyte))
-        << "the level was there before";
     useSwap(19 * gigabyte);
     updater->find("2.0");
-    EXPECT_EQ(takeShown().back(),
-              content("exclamationmark.triangle", colours::primary, 19 * gigabyte));
+    const auto mark = content("exclamationmark.triangle", colours::primary, 19 * gigabyte);
+    EXPECT_EQ(takeShown().back(), mark);
     updater->findNothing();
     EXPECT_EQ(takeShown().back(), content("circle.fill", colours::systemRed, 19 * gigabyte));
-}
-
-TEST_F(BarLabelViewTest, DrawsOnceForAllChangesOfOnePassAndMayGoBefore) {
-    label->appear();
-    takeShown();
-    watcher->updateMemoryUsage();
-    useSwap(gigabyte);
-    EXPECT_THAT(item.shown, ElementsAre());
-    EXPECT_THAT(takeShown(), ElementsAre(content("circle.fill", colours::primary, gigabyte)));
-    useSwap(0);
-    label.reset();
-    EXPECT_THAT(takeShown(), ElementsAre());
 }
 
 } // namespace

@@ -15,24 +15,19 @@ namespace {
 class FakeDarwinHost final : public DarwinHost {
 public:
     std::variant<ToolResult, ToolFailure> runMemoryPressure() override { return tool; }
-    std::size_t sizeOfVariable(const char* name) override {
-        return reportedSize.value_or(variables[name].size() * sizeof(std::uint64_t));
-    }
+    std::size_t sizeOfVariable(const char*) override { return size; }
     VariableRead readVariable(const char* name, std::span<std::byte> buffer) override {
-        if (error != 0) {
-            return {.error = error, .size = buffer.size()};
-        }
         const auto value = std::as_bytes(std::span(variables[name]));
-        const auto size = std::min(buffer.size(), value.size());
-        std::copy_n(value.begin(), size, buffer.begin());
-        return {.error = 0, .size = size};
+        const auto filled = std::min(buffer.size(), value.size());
+        std::copy_n(value.begin(), filled, buffer.begin());
+        return {.error = error, .size = filled};
     }
     std::optional<std::uint64_t> pageSize() override { return page; }
     std::optional<VmStatistics> vmStatistics() override { return statistics; }
 
     std::variant<ToolResult, ToolFailure> tool;
     std::map<std::string, std::vector<std::uint64_t>> variables;
-    std::optional<std::size_t> reportedSize;
+    std::size_t size = 32; ///< in bytes, as reported
     int error = 0;
     std::optional<std::uint64_t> page;
     std::optional<VmStatistics> statistics;
@@ -40,6 +35,12 @@ public:
 
 class DarwinProbesTest : public testing::Test {
 protected:
+    /// The reason that was logged since the last call; empty without one.
+    std::string takeReason() {
+        const auto lines = log.takeLines();
+        return lines.empty() ? "" : lines[0].substr(lines[0].find(": ") + 2);
+    }
+
     FakeDarwinHost host;
     RecordingLog log;
     DarwinProbes probes{host, log};
@@ -47,51 +48,51 @@ protected:
 
 TEST_F(DarwinProbesTest, ReadsThePercentageOfTheToolAndLogsWhyThereIsNone) {
     const std::string summary = "System-wide memory free percentage: 63%\n";
-    const auto check = [this](std::variant<ToolResult, ToolFailure> tool,
-                              const std::string& reason) {
-        host.tool = std::move(tool);
-        EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
-        EXPECT_EQ(log.takeLines(),
-                  std::vector(1, "error general getFreeMemoryPercentage(): " + reason));
-    };
     host.tool = ToolResult{0, "The system has memory\n" + summary, "\xff ignored"};
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 63);
-    check(ToolFailure{"No such file"}, "Failed to run memory_pressure: No such file");
-    check(ToolResult{9, summary, "höhö\n"}, "Error running memory_pressure: höhö\n");
-    check(ToolResult{0, summary + "\xc3", "x"}, "Failed to decode memory_pressure output");
+    using Answer = std::pair<std::variant<ToolResult, ToolFailure>, std::string>;
+    for (const auto& [answer, reason] :
+         {Answer{ToolFailure{"No such file"}, "Failed to run memory_pressure: No such file"},
+          Answer{ToolResult{9, summary, "höhö\n"}, "Error running memory_pressure: höhö\n"},
+          Answer{ToolResult{0, summary + "\xc3", "x"},
+                 "Failed to decode memory_pressure output"}}) {
+        host.tool = answer;
+        EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
+        EXPECT_EQ(takeReason(), reason);
+    }
 }
 
 TEST_F(DarwinProbesTest, ReadsTheSwapRecordAndLogsWhyThereIsNone) {
-    const std::string failed = "Error getting swap usage (errno: ";
-    const auto check = [this](std::vector<std::uint64_t> record, std::optional<std::size_t> size,
-                              const std::string& reason) {
-        host.variables["vm.swapusage"] = std::move(record);
-        host.reportedSize = size;
-        EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
-        EXPECT_EQ(log.takeLines(), std::vector(1, "error general getSwapUsage(): " + reason));
-    };
     host.variables["vm.swapusage"] = {4, 3, 1, 16384}; // page size and flags follow
     EXPECT_EQ(probes.getSwapUsage(), (SwapUsage{.total = 4, .used = 1, .free = 3}));
-    check({}, {}, "Error: Could not determine size for vm.swapusage");
-    check({4, 3, 1, 16384}, 23, failed + std::to_string(EINVAL) + ")");
-    check({4, 3}, 32, failed + std::to_string(EINVAL) + ")"); // fills less than it said
+    const auto reasonAt = [this](std::size_t size) {
+        host.size = size;
+        EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
+        return takeReason();
+    };
+    const auto failed = [](int error) {
+        return "Error getting swap usage (errno: " + std::to_string(error) + ")";
+    };
+    EXPECT_EQ(reasonAt(0), "Error: Could not determine size for vm.swapusage");
+    EXPECT_EQ(reasonAt(23), failed(EINVAL));
+    host.variables["vm.swapusage"].resize(2);
+    EXPECT_EQ(reasonAt(32), failed(EINVAL)) << "fills less than it said";
     host.error = EPERM;
-    check({4, 3, 1, 16384}, 32, failed + std::to_string(EPERM) + ")");
+    EXPECT_EQ(reasonAt(32), failed(EPERM));
 }
 
 TEST_F(DarwinProbesTest, ReadsPhysicalMemoryAndCountersInSilence) {
     host.variables["hw.memsize"] = {17179869184};
     EXPECT_EQ(probes.getPhysicalMemory(), 17179869184U);
-    VmStatistics statistics;
-    for (std::uint32_t word = 0; word < statistics.size(); ++word) {
-        statistics[word] = 4 * word; // its own offset
+    host.statistics.emplace();
+    for (std::uint32_t offset = 0; auto& word : *host.statistics) {
+        word = std::exchange(offset, offset + 4);
     }
-    host.statistics = statistics;
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
     host.page = 16384;
     // Page size, internal, purgeable, external, wired, compressor.
     EXPECT_EQ(probes.getMemoryCounters(), (MemoryCounters{16384, 140, 88, 136, 12, 128}));
-    EXPECT_TRUE(log.takeLines().empty());
+    EXPECT_EQ(takeReason(), "");
 }
 
 } // namespace

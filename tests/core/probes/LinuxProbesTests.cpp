@@ -28,15 +28,12 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
           Recording{"office-before-available", 60, 0, 0}}) {
         SCOPED_TRACE(machine.folder);
         const auto folder = TIDEWELL_FIXTURES "/" + machine.folder;
+        const auto text = readText(folder + "/free.txt");
         std::uint64_t total = 0, free = 0, shared = 0, cached = 0, other = 0;
         SwapUsage swap{};
         std::string word;
-        std::istringstream text(readText(folder + "/free.txt"));
-        while (text >> word && word != "Mem:") {
-        }
-        text >> total >> other >> free >> shared >> cached >> other >> word >> swap.total >>
-            swap.used >> swap.free;
-        ASSERT_TRUE(text) << "the recording of free's figures";
+        std::istringstream(text.substr(text.find("Mem:") + 4)) >> total >> other >> free >>
+            shared >> cached >> other >> word >> swap.total >> swap.used >> swap.free;
 
         RecordingLog log;
         LinuxProbes probes(folder + "/proc", folder + "/sys", log);
@@ -78,28 +75,25 @@ TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
     }
 }
 
-TEST_F(LinuxProbesTest, ReadsTheWholeLinesThatFitOfAnEndlessFileOnceForASamplingStep) {
+TEST_F(LinuxProbesTest, ReadsTheWholeLinesThatFitOfAnEndlessFile) {
     std::string text = "MemTotal: 4096 kB\n";
     text.append(16 * 1024 - text.size() - 13, '\n');
     write("meminfo", text + "MemFree: 2048 kB\n" + std::string(1 << 20, 'x'));
     EXPECT_EQ(probes.getPhysicalMemory(), 4096U * 1024);
     EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt) << "read a number cut short";
+}
 
+TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
     write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
     std::filesystem::remove(folder.path() / "meminfo");
-    EXPECT_NE(probes.getMemoryCounters(), std::nullopt);
-    EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
-}
-
-TEST_F(LinuxProbesTest, AddsUpTheZramDevicesThatAreThere) {
-    write("meminfo", "MemTotal: 4096 kB\nMemFree: 0 kB\n");
     std::filesystem::create_directories(folder.path() / "class/zram-control");
     std::filesystem::create_directories(folder.path() / "block/zram11"); // vanishes meanwhile
     write("block/zram3/mm_stat", "9 9 131072 9");
     write("block/zram10/mm_stat", "9 9 65536 9");
     write("block/sda/mm_stat", "9 9 65536 9");
     EXPECT_EQ(breakdownOf(probes.getMemoryCounters().value()).compressedMemory, 196608U);
+    EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "the next step reads it again";
 }
 
 } // namespace

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "services/SparkleModel.h"
+#include "tests/fakes/FakeUpdater.h"
+#include "tests/fakes/Surroundings.h"
+
+namespace tidewell {
+
+/// The model of updates on an updater in the hands of the test.
+class UpdaterSurroundings : public Surroundings {
+protected:
+    std::shared_ptr<SparkleModel> makeUpdates(std::optional<PlatformError> startError = {}) {
+        return std::make_shared<SparkleModel>(SparkleModel::Environment{
+            defaults, mainThread, clock, log, [this, startError](SPUUpdaterDelegate& delegate) {
+                updater = std::make_shared<FakeUpdater>(delegate);
+                updater->startError = startError;
+                return updater;
+            }});
+    }
+
+    std::shared_ptr<FakeUpdater> updater; ///< of the model made last
+};
+
+} // namespace tidewell

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/MemoryWatcher.h"
+#include "tests/fakes/FakeNotificationCenter.h"
+#include "tests/fakes/FakeProbes.h"
+#include "tests/fakes/UpdaterSurroundings.h"
+
+namespace tidewell {
+
+/// A watcher of a machine whose figures and clocks the test sets.
+class WatcherSurroundings : public UpdaterSurroundings {
+protected:
+    std::shared_ptr<MemoryWatcher> makeWatcher() {
+        return std::make_shared<MemoryWatcher>(
+            MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
+                                       [this] { return wallClock; }},
+            notificationManager);
+    }
+
+    double wallClock = 1000.5; ///< seconds
+    FakeProbes probes;
+    FakeNotificationCenter center{mainThread};
+    std::shared_ptr<NotificationManager> notificationManager =
+        std::make_shared<NotificationManager>(center, log);
+    std::shared_ptr<MemoryWatcher> watcher = makeWatcher();
+};
+
+} // namespace tidewell
