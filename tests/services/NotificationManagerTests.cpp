@@ -3,6 +3,7 @@
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/Surroundings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tidewell {
@@ -22,23 +23,24 @@ protected:
 TEST_F(NotificationManagerTest, PostsWhatTheDesktopPermitsAndLogsWhatBecameOfIt) {
     const std::string asking = " general requestPermission(): ";
     const std::string showing = "error general show(title:subtitle:body:): ";
-    const auto granted = "info" + asking + "Notification permission granted.";
     const auto denied = showing + "Notification authorization denied";
-    const auto check = [this](const UserNotificationCenter::Authorization& authorization,
-                              std::size_t requests, const std::vector<std::string>& lines) {
+    const auto linesWith = [this](const UserNotificationCenter::Authorization& authorization) {
         center.authorization = authorization;
-        center.requests.clear();
         show(std::nullopt);
         mainThread.drain();
-        EXPECT_EQ(center.requests.size(), requests);
-        EXPECT_EQ(log.takeLines(), lines);
+        return log.takeLines();
     };
-    check(true, 1, {granted});
-    check(false, 0, {"error" + asking + "Notification permission denied.", denied});
-    check(PlatformError{"no bus"}, 0,
-          {"error" + asking + "Error requesting notification authorization: no bus", denied});
+    using testing::ElementsAre;
+    EXPECT_THAT(linesWith(false),
+                ElementsAre("error" + asking + "Notification permission denied.", denied));
+    EXPECT_THAT(
+        linesWith(PlatformError{"no bus"}),
+        ElementsAre("error" + asking + "Error requesting notification authorization: no bus",
+                    denied));
+    EXPECT_EQ(center.requests.size(), 0U);
     center.deliveryError = PlatformError{"gone"};
-    check(true, 1, {granted, showing + "Error showing notification: gone"});
+    EXPECT_THAT(linesWith(true), ElementsAre("info" + asking + "Notification permission granted.",
+                                             showing + "Error showing notification: gone"));
     EXPECT_EQ(static_cast<unsigned>(center.requestedOptions.front()), 7U);
 }
 

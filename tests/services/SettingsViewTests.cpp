@@ -1,8 +1,7 @@
 #include "platform/ui/Palette.h"
 #include "services/SettingsView.h"
 #include "services/StoredPreferences.h"
-#include "tests/fakes/FakeUpdater.h"
-#include "tests/fakes/Surroundings.h"
+#include "tests/fakes/UpdaterSurroundings.h"
 
 #include <gtest/gtest.h>
 
@@ -23,46 +22,32 @@ public:
     std::optional<PlatformError> unregisterApplication() override { return PlatformError{"full"}; }
 };
 
-class SettingsViewTest : public Surroundings {
+class SettingsViewTest : public UpdaterSurroundings {
 protected:
-    void open(std::optional<PlatformError> startError = std::nullopt) {
-        model = std::make_shared<SparkleModel>(SparkleModel::Environment{
-            defaults, mainThread, clock, log, [&](SPUUpdaterDelegate& delegate) {
-                updater = std::make_shared<FakeUpdater>(delegate);
-                updater->startError = startError;
-                updater->checks = true;
-                updater->downloads = true;
-                updater->interval = 604800;
-                return updater;
-            }});
+    void open() {
         view = std::make_unique<SettingsView>(SettingsView::Environment{
             defaults, loginItem, "Tidewell", model, [] { return false; }});
         view->setPalette(paletteFor(Appearance::light));
         view->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
     }
-    QAbstractButton* button(const char* name) const {
-        for (auto* each : view->findChildren<QAbstractButton*>()) {
-            if (each->text() == QLatin1String(name) ||
-                each->accessibleName() == QLatin1String(name)) {
+    /// The control of that text or, without one, of that name.
+    template <typename Widget>
+    Widget* control(const char* text) const {
+        for (auto* each : view->findChildren<Widget*>()) {
+            const QString shown = each->text().isEmpty() ? each->accessibleName() : each->text();
+            if (shown.startsWith(QLatin1String(text))) {
                 return each;
             }
         }
         return nullptr;
     }
+    QAbstractButton* button(const char* name) const { return control<QAbstractButton>(name); }
     void click(const char* name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
-    std::string pollingText() const {
-        for (const auto* label : view->findChildren<QLabel*>()) {
-            if (label->text().startsWith(QStringLiteral("Polling"))) {
-                return label->text().toStdString();
-            }
-        }
-        return "";
-    }
+    std::string pollingText() const { return control<QLabel>("Polling")->text().toStdString(); }
 
     FailingLoginItem loginItem;
-    std::shared_ptr<FakeUpdater> updater;
-    std::shared_ptr<SparkleModel> model;
+    std::shared_ptr<SparkleModel> model = makeUpdates();
     std::unique_ptr<SettingsView> view;
 };
 
@@ -76,21 +61,18 @@ TEST_F(SettingsViewTest, WritesNothingUnaskedAndKeepsAChoiceThatTheDesktopCannot
     EXPECT_TRUE(button("Start Tidewell at login")->isChecked());
 }
 
-TEST_F(SettingsViewTest, MovesThePollingIntervalInSteps) {
+TEST_F(SettingsViewTest, MovesThePollingIntervalInStepsBetweenItsEnds) {
     open();
     auto* const slider = view->findChild<QSlider*>();
-    EXPECT_EQ(pollingText(), "Polling interval: 5 secs");
     click("Poll less often");
     EXPECT_EQ(defaults.value("_pollingInterval"), std::nullopt) << "there is no slower";
-    click("Poll more often");
-    EXPECT_EQ(defaults.value("_pollingInterval"), DefaultsValue(4.0));
-    EXPECT_EQ(slider->value(), 4);
-    for (int i = 0; i < 4; ++i) {
-        QTest::keyClick(slider, Qt::Key_Left);
+    EXPECT_EQ(pollingText(), "Polling interval: 5 secs");
+    for (const double seconds : {4, 3, 2, 1, 1}) {
+        click("Poll more often");
+        EXPECT_EQ(defaults.value("_pollingInterval"), DefaultsValue(seconds));
+        EXPECT_EQ(slider->value(), seconds);
     }
     EXPECT_EQ(pollingText(), "Polling interval: 1 sec");
-    click("Poll more often");
-    EXPECT_EQ(defaults.value("_pollingInterval"), DefaultsValue(1.0));
     QTest::mousePress(slider, Qt::LeftButton, {}, {10, slider->height() / 2});
     QTest::mouseMove(slider, slider->rect().center());
     EXPECT_EQ(pollingText(), "Polling interval: 3 secs") << "already while dragging";
@@ -112,6 +94,8 @@ TEST_F(SettingsViewTest, ShowsAnyStoredIntervalAndChangesItOnlyWhenAsked) {
 }
 
 TEST_F(SettingsViewTest, TakesOverTheUpdatersChoicesAndHandsBackTheUsers) {
+    updater->checks = updater->downloads = true;
+    updater->interval = 604800;
     open();
     auto* const check = button("Automatically check for updates");
     auto* const download = button("Automatically download updates");
@@ -145,12 +129,11 @@ TEST_F(SettingsViewTest, TakesOverTheUpdatersChoicesAndHandsBackTheUsers) {
 
 TEST_F(SettingsViewTest, DoesWithoutAnUpdater) {
     write(defaults, preferences::enableAutomaticChecks, true);
-    open(PlatformError{"no feed"});
-    ASSERT_EQ(model->updater(), nullptr);
-    auto* const check = button("Automatically check for updates");
-    EXPECT_FALSE(check->isChecked());
+    model = makeUpdates(PlatformError{"no feed"});
+    open();
+    EXPECT_FALSE(button("Automatically check for updates")->isChecked());
     EXPECT_FALSE(button("Check for Updates now")->isVisible());
-    check->click();
+    click("Automatically check for updates");
     EXPECT_TRUE(model->canCheckForUpdates());
 }
 
