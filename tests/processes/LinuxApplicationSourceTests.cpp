@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tidewell {
@@ -21,13 +22,13 @@ Task<void> storeList(LinuxApplicationSource* source, ApplicationList* list) {
 class LinuxApplicationSourceTest : public Surroundings {
 protected:
     LinuxApplicationSourceTest() {
-        create_directories(folder.path() / "proc");
-        writeText(folder.path() / "proc/uptime", "1000.25 3.5\n");
+        folder.write("proc/uptime", "1000.25 3.5\n");
         source = std::make_unique<LinuxApplicationSource>(
-            LinuxApplicationSource::Settings{.processFolder = folder.path() / "proc",
-                                             .dataFolders = {folder.path() / "share"},
-                                             .locale = "de_DE.UTF-8",
-                                             .user = 1000},
+            LinuxApplicationSource::Settings{
+                .processFolder = folder.path() / "proc",
+                .dataFolders = {folder.path() / "home/share", folder.path() / "usr"},
+                .locale = "de_DE.UTF-8",
+                .user = 1000},
             worker, log);
     }
 
@@ -44,24 +45,23 @@ protected:
     };
 
     void run(const Process& process) {
-        const auto path = folder.path() / "proc" / std::to_string(process.id);
-        create_directories(path);
-        writeText(path / "stat",
-                  std::to_string(process.id) + " (" + process.name + ") " + process.state + " " +
-                      std::to_string(process.parent) + " 0 0 0 0 " + std::to_string(process.flags) +
-                      " 0 0 0 0 0 0 0 0 0 0 0 0 " + std::to_string(process.startTime) + " 0 0\n");
-        const auto user = std::to_string(process.user);
-        writeText(path / "status", "Name:\tx\nUid:\t0\t" + user + "\t0\t0\n");
-        writeText(path / "statm", "9 3 0 0 0 0 0\n");
-        writeText(path / "cgroup", "0::/user.slice/" + process.unit + "\n");
+        const auto path = "proc" / std::filesystem::path(std::to_string(process.id));
+        folder.write(path / "stat", std::to_string(process.id) + " (" + process.name + ") " +
+                                        process.state + " " + std::to_string(process.parent) +
+                                        " 0 0 0 0 " + std::to_string(process.flags) +
+                                        " 0 0 0 0 0 0 0 0 0 0 0 0 " +
+                                        std::to_string(process.startTime) + " 0 0\n");
+        folder.write(path / "status", "Uid:\t0\t" + std::to_string(process.user) + "\t0\t0\n");
+        folder.write(path / "statm", "9 3 0 0 0 0 0\n");
+        folder.write(path / "cgroup", "0::/user.slice/" + process.unit + "\n");
         std::string commandLine;
         for (const auto& word : process.words) {
             commandLine += word + '\0';
         }
-        writeText(path / "cmdline", commandLine);
+        folder.write(path / "cmdline", commandLine);
         if (!process.words.empty()) {
-            std::filesystem::remove(path / "exe");
-            std::filesystem::create_symlink(process.words.front(), path / "exe");
+            std::filesystem::remove(folder.path() / path / "exe");
+            std::filesystem::create_symlink(process.words.front(), folder.path() / path / "exe");
         }
     }
 
@@ -71,21 +71,22 @@ protected:
                folder.path() / ("ended" + std::to_string(++ended)));
     }
 
-    void writeEntry(const std::string& identifier, const std::string& lines) {
-        const auto path = folder.path() / "share/applications" / (identifier + ".desktop");
-        create_directories(path.parent_path());
-        writeText(path, "[Desktop Entry]\nType=Application\n" + lines);
+    void writeEntry(const std::string& name, const std::string& lines,
+                    const std::string& dataFolder = "usr") {
+        folder.write(dataFolder + "/applications/" + name + ".desktop",
+                     "[Desktop Entry]\nType=Application\n" + lines);
     }
 
-    /// "name icon" of each application.
+    /// "name icon" of each application, the icon left out where it is that of executables.
     std::vector<std::string> look() {
         list = nullptr;
         spawn(mainThread, storeList(source.get(), &list));
         settle();
         std::vector<std::string> result;
         for (const auto& application : *list) {
-            result.push_back(application.localizedName.value_or("none") + " " +
-                             application.icon->icon());
+            const std::string icon = application.icon->icon();
+            result.push_back(application.localizedName.value_or("none") +
+                             (icon == "application-x-executable" ? "" : " " + icon));
         }
         return result;
     }
@@ -96,8 +97,6 @@ protected:
     int ended = 0;
 };
 
-constexpr const char* plain = "application-x-executable";
-
 TEST_F(LinuxApplicationSourceTest, ListsWhatTheUserRunsByNumberWithReadableNames) {
     run({.name = "a) b (c", .id = 900, .words = {"/bin/daemon"}});
     run({.name = "zwei\nZeil\x1b\xe2\x82", .id = 31});
@@ -105,11 +104,9 @@ TEST_F(LinuxApplicationSourceTest, ListsWhatTheUserRunsByNumberWithReadableNames
     run({.name = "kthread", .id = 33, .flags = 0x200000});
     run({.name = "zombie", .id = 34, .state = 'Z'});
     run({.name = "other's", .id = 35, .user = 0});
-    run({.name = "vanishes", .id = 36});
-    std::filesystem::remove(folder.path() / "proc/36/stat");
-    create_directories(folder.path() / "proc/37x");
-    EXPECT_THAT(look(), ElementsAre("zwei Zeil\xef\xbf\xbd\xef\xbf\xbd "s + plain, "none "s + plain,
-                                    "a) b (c "s + plain));
+    folder.write("proc/36/status", ""); // vanishes meanwhile
+    folder.write("proc/37x/stat", "37 (x) S 1");
+    EXPECT_THAT(look(), ElementsAre("zwei Zeil\xef\xbf\xbd\xef\xbf\xbd", "none", "a) b (c"));
     EXPECT_EQ(source->residentMemory(900), 3U * static_cast<unsigned>(getpagesize()));
     EXPECT_EQ(source->residentMemory(36), std::nullopt);
     EXPECT_THAT(log.takeLines(), IsEmpty());
@@ -127,24 +124,49 @@ TEST_F(LinuxApplicationSourceTest, NamesTheLeaderOfAnApplicationAndGivesItsHelpe
     run({.name = "web", .id = 21, .parent = 20, .words = {"/opt/web/web", "--type=renderer"}});
     run({.name = "python3", .id = 30, .words = {"/usr/bin/python3.11", "/home/x/tool"}});
     run({.name = "tool", .id = 31, .words = {"/usr/bin/tool"}, .unit = "app-unknown-1.scope"});
-    const std::string files = " files";
+    EXPECT_THAT(look(), ElementsAre("sh files", "Dateien files", "xfiles-thumb files",
+                                    "Web /opt/web.png", "web /opt/web.png", "Tool", "Tool"));
+}
+
+TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
+    writeEntry("a", "Name=Window\nExec=edit --window\n");
+    writeEntry("b", "Name=Editor\nExec=/usr/bin/edit %F\nTryExec=/usr/bin/ed\n");
+    writeEntry("c", "Name=Silent\nExec=edit\nNoDisplay=true\n");
+    writeEntry("d", "Name=Script\nExec=python3 /opt/a/main.py\n");
+    writeEntry("e", "Name=Class\nExec=start-it\nStartupWMClass=Its-Window\n");
+    writeEntry("kde/f", "Name=Deep\nExec=deep\n");
+    writeEntry("h", "Name=Gone\nExec=x\n");
+    writeEntry("h", "Hidden=true\n", "home/share");
+    writeEntry("large", "Name=Large\nExec=x\n#" + std::string(1 << 20, ' '));
+    const auto entries = folder.path() / "usr/applications";
+    std::filesystem::create_directory_symlink(entries, entries / "loop");
+    ::mkfifo((entries / "pipe.desktop").c_str(), 0600);
+
+    run({.name = "edit", .id = 11, .words = {"/usr/bin/edit"}});
+    run({.name = "ed", .id = 12, .words = {"/usr/bin/ed"}});
+    run({.name = "python3", .id = 13, .words = {"/usr/bin/python3", "/opt/a/main.py"}});
+    run({.name = "python3", .id = 14, .words = {"/usr/bin/python3", "/opt/b/main.py"}});
+    run({.name = "its-window", .id = 15, .words = {"/opt/other"}});
+    run({.name = "x", .id = 16, .words = {"/usr/bin/x"}});
+    run({.name = "y", .id = 17, .unit = "app-kde\\x2df-1.scope"});
+    run({.name = "z", .id = 18, .unit = "app-loop\\x2da-1.scope"});
     EXPECT_THAT(look(),
-                ElementsAre("sh files", "Dateien files", "xfiles-thumb files", "Web /opt/web.png",
-                            "web /opt/web.png", "Tool "s + plain, "Tool "s + plain));
+                ElementsAre("Editor", "Editor", "Script", "python3", "Class", "x", "Deep", "z"));
 }
 
 TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesChange) {
-    writeEntry("edit", "Name=Editor\nIcon=edit\nExec=edit\n");
     run({.name = "edit", .id = 10, .words = {"/usr/bin/edit"}});
     run({.name = "panel", .id = 20, .words = {"/usr/bin/panel"}, .startTime = 99'800});
-    EXPECT_THAT(look(), ElementsAre("Editor edit", "panel "s + plain));
+    EXPECT_THAT(look(), ElementsAre("edit", "panel"));
+    writeEntry("in/a/new/folder", "Name=Editor\nIcon=edit\nExec=edit\n");
+    EXPECT_THAT(look(), ElementsAre("Editor edit", "panel"));
     const auto icon = list->front().icon;
 
     // An old process is not read again, a new one that is about to run something else is.
-    writeText(folder.path() / "proc/10/stat", "unreadable");
+    folder.write("proc/10/stat", "unreadable");
     run({.name = "edit", .id = 20, .words = {"/usr/bin/edit"}, .startTime = 99'800});
     EXPECT_THAT(look(), ElementsAre("Editor edit", "Editor edit"));
-    writeText(folder.path() / "proc/uptime", "1002.0 3.5\n");
+    folder.write("proc/uptime", "1002.0 3.5\n");
     look();
     const auto steady = list;
     look();
@@ -153,10 +175,12 @@ TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesCh
 
     end(20);
     run({.name = "other", .id = 20, .words = {"/usr/bin/other"}, .startTime = 99'801});
-    writeEntry("edit", "Name=Notes\nIcon=notes\nExec=edit\n");
-    EXPECT_THAT(look(), ElementsAre("Notes notes", "other "s + plain));
+    const auto entry = folder.path() / "usr/applications/in/a/new/folder.desktop";
+    rename(entry, folder.path() / "no.longer");
+    EXPECT_THAT(look(), ElementsAre("edit", "other"));
     end(10);
-    EXPECT_THAT(look(), ElementsAre("other "s + plain));
+    EXPECT_THAT(look(), ElementsAre("other"));
+    EXPECT_THAT(log.takeLines(), IsEmpty());
 }
 
 TEST_F(LinuxApplicationSourceTest, WhatIsBeingReadMayOutliveTheSource) {

@@ -51,11 +51,6 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
 
 class LinuxProbesTest : public testing::Test {
 protected:
-    void write(const std::string& file, const std::string& text) {
-        std::filesystem::create_directories((folder.path() / file).parent_path());
-        writeText(folder.path() / file, text);
-    }
-
     TemporaryFolder folder;
     RecordingLog log;
     LinuxProbes probes{folder.path(), folder.path(), log};
@@ -70,7 +65,7 @@ TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
         EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
         EXPECT_THAT(log.takeLines(),
                     testing::ElementsAre("error general getSwapUsage(): " + reason));
-        write("meminfo", text); // for the next round
+        folder.write("meminfo", text); // for the next round
         reason = "Error: Could not find the swap totals in " + (folder.path() / "meminfo").string();
     }
 }
@@ -78,20 +73,20 @@ TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
 TEST_F(LinuxProbesTest, ReadsTheWholeLinesThatFitOfAnEndlessFile) {
     std::string text = "MemTotal: 4096 kB\n";
     text.append(16 * 1024 - text.size() - 13, '\n');
-    write("meminfo", text + "MemFree: 2048 kB\n" + std::string(1 << 20, 'x'));
+    folder.write("meminfo", text + "MemFree: 2048 kB\n" + std::string(1 << 20, 'x'));
     EXPECT_EQ(probes.getPhysicalMemory(), 4096U * 1024);
     EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt) << "read a number cut short";
 }
 
 TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
-    write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
+    folder.write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
     std::filesystem::remove(folder.path() / "meminfo");
     std::filesystem::create_directories(folder.path() / "class/zram-control");
     std::filesystem::create_directories(folder.path() / "block/zram11"); // vanishes meanwhile
-    write("block/zram3/mm_stat", "9 9 131072 9");
-    write("block/zram10/mm_stat", "9 9 65536 9");
-    write("block/sda/mm_stat", "9 9 65536 9");
+    folder.write("block/zram3/mm_stat", "9 9 131072 9");
+    folder.write("block/zram10/mm_stat", "9 9 65536 9");
+    folder.write("block/sda/mm_stat", "9 9 65536 9");
     EXPECT_EQ(breakdownOf(probes.getMemoryCounters().value()).compressedMemory, 196608U);
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "the next step reads it again";
 }

@@ -15,8 +15,7 @@ class ToolRunnerTest : public testing::Test {
 protected:
     /// Runs a shell script, with real processes and pipes.
     ToolResult run(const std::string& script) {
-        const auto path = folder.path() / "tool";
-        writeText(path, "#!/bin/sh\n" + script + "\n");
+        const auto path = folder.write("tool", "#!/bin/sh\n" + script + "\n");
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         return std::get<ToolResult>(ToolRunner(path).run());
     }
