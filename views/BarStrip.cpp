@@ -5,10 +5,6 @@
 
 namespace tidewell {
 
-double BarStrip::leadingPadding() const {
-    return std::max(0.0, width - (barWidth + spacing) * static_cast<double>(count));
-}
-
 double BarStrip::left(std::size_t index) const {
     const auto later = static_cast<double>(count - 1 - index);
     return width - barWidth - (barWidth + spacing) * later;

@@ -16,8 +16,6 @@ struct BarStrip {
     double spacing;
     std::size_t count;
 
-    /// The room left of the strip; a gap is counted for every bar, the newest one's included.
-    double leadingPadding() const;
     /// The left edge of a bar; negative beyond the chart's edge.
     double left(std::size_t index) const;
     /// The first bar of which something is to be seen; `count` when there is none.

@@ -29,16 +29,11 @@ TEST(AboutView, ClosesOnAClickAndAfterTheWebSite) {
     EXPECT_THAT(texts, testing::IsSupersetOf({"Unknown", "Version No version (No build)",
                                               "No copyright information found."}));
 
-    for (const QPoint place : {QPoint(2, 2), QPoint(90, 80)}) {
-        QTest::mouseClick(view.childAt(place) != nullptr ? view.childAt(place) : &view,
-                          Qt::LeftButton);
-    }
-    EXPECT_THAT(actions, testing::ElementsAre("dismiss", "dismiss"));
-    actions.clear();
     QTest::mouseClick(view.findChild<QPushButton*>(), Qt::LeftButton);
     EXPECT_THAT(actions, testing::ElementsAre("https://tidewell.net/", "dismiss"));
+    QTest::mouseClick(view.childAt(90, 80), Qt::LeftButton);
     QTest::keyClick(&view, Qt::Key_Escape);
-    EXPECT_EQ(actions.size(), 3);
+    EXPECT_EQ(actions.size(), 4);
 }
 
 } // namespace

@@ -30,25 +30,17 @@ TEST(AnchorPoint, IsStoredAsTheShortestJsonArrayOfTwoNumbers) {
 
 TEST(AppMemoryPlacement, IsLeftOfThePanelOrElsewhereWholeWhenNothingWouldBeSeen) {
     const QRect main(0, 0, 1440, 900);
-    struct Case {
-        const char* what;
-        QPointF anchor;
-        QList<QRect> screens;
-        QPoint expected;
-    };
     const QRect below(100, 900, 1440, 900);
-    for (const auto& [what, anchor, screens, expected] :
-         {Case{"as described", {1000, 100}, {main}, {576, 291}},
-          Case{"on the other side of the panel", {0, 0}, {main}, {374, 391}},
-          Case{"the main screen is not the desktop's corner",
-               {1000, 100},
-               {main.translated(1440, 100), main},
-               {2016, 391}},
-          Case{"on a screen below the main one", {1000, -500}, {main, below}, {576, 891}},
-          Case{"a screen too narrow for both", {0, 0}, {QRect(0, 0, 600, 900)}, {200, 391}},
-          Case{"far from everything", {1e300, -1e300}, {main, below}, {1040, 520}}}) {
-        EXPECT_EQ(appMemoryPosition(anchor, QSize(400, 380), 350, screens), expected) << what;
-    }
+    const QRect narrow(0, 0, 600, 900);
+    const auto place = [](QPointF anchor, const QList<QRect>& screens) {
+        return appMemoryPosition(anchor, QSize(400, 380), 350, screens);
+    };
+    EXPECT_EQ(place({1000, 100}, {main}), QPoint(576, 291));
+    EXPECT_EQ(place({0, 0}, {main}), QPoint(374, 391)) << "on the other side of the panel";
+    EXPECT_EQ(place({1000, 100}, {main.translated(1440, 100), main}), QPoint(2016, 391));
+    EXPECT_EQ(place({1000, -500}, {main, below}), QPoint(576, 891)) << "below the main screen";
+    EXPECT_EQ(place({0, 0}, {narrow}), QPoint(200, 391)) << "too narrow for both";
+    EXPECT_EQ(place({1e300, -1e300}, {main, below}), QPoint(1040, 520)) << "far from everything";
 }
 
 TEST(WindowAndPositionReader, ReportsOnceInTheNextPassAndWithoutItsViewToo) {

@@ -1,6 +1,5 @@
-#include "tests/fakes/FakeProbes.h"
 #include "tests/fakes/ScopedEnvironment.h"
-#include "tests/fakes/Surroundings.h"
+#include "tests/fakes/WatcherSurroundings.h"
 #include "views/ScrollingBarChart.h"
 #include "views/ScrollingBarChartFixed.h"
 
@@ -10,15 +9,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace tidewell {
 namespace {
 
 using testing::ElementsAre;
 
 /// A window with a chart of 300 × 100 points in it, and a pointer.
-class ChartTest : public Surroundings {
+class ChartTest : public WatcherSurroundings {
 protected:
     void show(BarChart& chart) {
         chart.setParent(&window);
@@ -58,7 +55,8 @@ TEST_F(PressureChart, PublishesTheSampleUnderThePointer) {
         int x, y;
         MemoryPressureItem expected;
     };
-    for (const auto& [x, y, expected] : {Step{289, 10, {40, 1}},
+    for (const auto& [x, y, expected] : {Step{287, 10, noHover}, // left of the oldest
+                                         {289, 10, {40, 1}},
                                          {289, 41, noHover}, // above it
                                          {292, 1, noHover},  // of no height
                                          {295, 36, {37, 3}},
@@ -113,12 +111,6 @@ TEST_F(PressureChart, ForgetsThePointerWhenItIsHidden) {
 
 class SwapChart : public ChartTest {
 protected:
-    SwapChart() {
-        probes.swap = SwapUsage{.total = 200, .used = 100, .free = 100};
-        spawn(mainThread, watcher->startPeriodicTask());
-        settle();
-    }
-
     std::vector<std::string> labels() const {
         std::vector<std::string> texts;
         for (const auto& bar : chart.bars()) {
@@ -128,18 +120,13 @@ protected:
     }
 
     static constexpr std::int64_t gigabyte = 1 << 30;
-    FakeProbes probes;
-    std::shared_ptr<MemoryWatcher> watcher = std::make_shared<MemoryWatcher>(
-        MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
-                                   [] { return 1.0; }},
-        nullptr);
     ScrollingBarChart chart{watcher, {}, 22.1, 1.0};
 };
 
 TEST_F(SwapChart, ShowsTheTimeOfTheBarUnderThePointer) {
     chart.setData({{gigabyte, 1}, {0, 2}, {2 * gigabyte, 3}, {4 * gigabyte, 4}});
     show(chart);
-    EXPECT_THAT(labels(), ElementsAre("    1 GB", "none", "    2 GB", "    4 GB"));
+    const std::vector<std::string> values{"    1 GB", "none", "    2 GB", "    4 GB"};
     struct Step {
         int x, y;
         std::optional<std::size_t> hovered;
@@ -154,7 +141,7 @@ TEST_F(SwapChart, ShowsTheTimeOfTheBarUnderThePointer) {
                                         {290, 1, 3},
                                         {290, -1, {}}}) {
         pointAt(x, y);
-        std::vector<std::string> expected{"    1 GB", "none", "    2 GB", "    4 GB"};
+        auto expected = values;
         if (hovered) {
             expected[*hovered] = "00:00:0" + std::to_string(*hovered + 1);
         }
@@ -187,10 +174,10 @@ TEST_F(SwapChart, TakesTheColourOfTheLevelForAllBars) {
     const std::vector<SwapItem> items{{100, 1}, {100, 2}};
     chart.setData(items);
     show(chart);
-    EXPECT_EQ(chart.bars()[0]->barColor, colours::systemGreen);
+    EXPECT_EQ(chart.bars()[0]->barColor, colours::lightGray);
     probes.swap->used = *probes.physical;
-    watcher->updateSwapUsage();
-    watcher->checkSwapUsage();
+    spawn(mainThread, watcher->startPeriodicTask());
+    settle();
     chart.setData(items);
     EXPECT_EQ(chart.bars()[0]->barColor, colours::systemOrange);
 }

@@ -1,9 +1,8 @@
+#include "tests/fakes/TemporaryFolder.h"
 #include "views/IconPictures.h"
 
-#include <QDir>
 #include <QIcon>
 #include <QPainter>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -12,24 +11,19 @@ namespace tidewell {
 namespace {
 
 TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
-    const QTemporaryDir folder;
-    const auto path = [&folder](const char* name) {
-        return folder.filePath(QString::fromLatin1(name));
-    };
-    const auto write = [&path](const char* name, QColor colour) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path() / "file.png";
+    const auto write = [&folder](const std::string& name, QColor colour) {
         QImage image(16, 16, QImage::Format_ARGB32);
         image.fill(colour);
-        ASSERT_TRUE(image.save(path(name)));
+        ASSERT_TRUE(image.save(QString::fromStdString(folder.write(name, ""))));
     };
-    ASSERT_TRUE(QDir().mkpath(path("themes/own/16")));
-    QFile index(path("themes/own/index.theme"));
-    ASSERT_TRUE(index.open(QIODevice::WriteOnly));
-    index.write("[Icon Theme]\nName=own\nDirectories=16\n[16]\nSize=16\nType=Threshold\n");
-    index.close();
-    write("themes/own/16/known.png", Qt::red);
-    write("themes/own/16/application-x-executable.png", Qt::green);
+    folder.write("own/index.theme",
+                 "[Icon Theme]\nName=own\nDirectories=16\n[16]\nSize=16\nType=Threshold\n");
+    write("own/16/known.png", Qt::red);
+    write("own/16/application-x-executable.png", Qt::green);
     write("file.png", Qt::blue);
-    QIcon::setThemeSearchPaths({path("themes")});
+    QIcon::setThemeSearchPaths({QString::fromStdString(folder.path())});
     QIcon::setThemeName(QStringLiteral("own"));
 
     int changes = 0;
@@ -43,12 +37,12 @@ TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
     };
     EXPECT_EQ(colourOf("known"), QColor(Qt::red));
     EXPECT_EQ(colourOf("unknown"), QColor(Qt::green));
-    EXPECT_EQ(colourOf(path("file.png").toStdString()), QColor(Qt::blue));
+    EXPECT_EQ(colourOf(file), QColor(Qt::blue));
     EXPECT_EQ(colourOf("/nowhere.png"), QColor(Qt::green));
 
     write("file.png", Qt::yellow);
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
-    EXPECT_EQ(colourOf(path("file.png").toStdString()), QColor(Qt::yellow));
+    EXPECT_EQ(colourOf(file), QColor(Qt::yellow));
 }
 
 } // namespace
