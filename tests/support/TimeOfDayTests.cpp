@@ -11,34 +11,29 @@ namespace {
 
 using Variables = ScopedEnvironment::Variables;
 
-// 2024-07-01 12:03:27.9 UTC, and half a year earlier to the second.
-constexpr double summer = 1719835407.9;
-constexpr double winter = 1704110607;
+constexpr double summer = 1719835407.9; // 2024-07-01 12:03:27.9 UTC
+constexpr double winter = 1704110607;   // half a year earlier to the second
 
 TEST(TimeOfDay, IsTheLocalesMediumTimeInTheMachinesZone) {
-    const auto check = [](const char* zone, double time, const char* locale, const char* text) {
-        const ScopedEnvironment environment(Variables{{"TZ", zone}});
-        EXPECT_EQ(timeOfDayString(time, locale), text) << zone << " " << time << " " << locale;
-    };
-    check("UTC0", summer, "de_DE.UTF-8", "12:03:27");
-    check("UTC0", summer - 3 * 3600, "ja_JP", "9:03:27");
-    check("CET-1CEST,M3.5.0,M10.5.0/3", summer, "de", "14:03:27");
-    check("CET-1CEST,M3.5.0,M10.5.0/3", winter, "de", "13:03:27");
-    check("UTC0", -0.25, "de", "23:59:59");
-    check("UTC0", 8.64e12, "de", "00:00:00");
-    check("UTC0", 8.64e12 + 1, "de", "");
-    check("UTC0", std::nan(""), "de", "");
-    // Older versions of the locale data have a plain space before "AM" and "PM".
-    const auto english = timeOfDayString(winter, "en_US");
-    EXPECT_TRUE(english.ends_with(" PM") || english.ends_with("\u202fPM")) << english;
+    const ScopedEnvironment environment(Variables{{"TZ", "CET-1CEST,M3.5.0,M10.5.0/3"}});
+    for (const auto& [time, locale, text] : {std::tuple{summer, "de_DE.UTF-8", "14:03:27"},
+                                             {summer - 5 * 3600, "ja_JP", "9:03:27"},
+                                             {winter, "de", "13:03:27"},
+                                             {-0.25, "de", "00:59:59"},
+                                             {8.64e12, "de", "02:00:00"},
+                                             {8.64e12 + 1, "de", ""},
+                                             {std::nan(""), "de", ""}}) {
+        EXPECT_EQ(timeOfDayString(time, locale), text) << time << " " << locale;
+    }
+    EXPECT_TRUE(timeOfDayString(winter, "en_US").ends_with("PM"));
 }
 
 TEST(UserLocale, IsThatOfTheCategoryUnlessAllAreOverridden) {
-    const ScopedEnvironment environment(Variables{{"TZ", "UTC0"},
-                                                  {"LC_ALL", ""},
-                                                  {"LANG", "fa_IR.UTF-8"},
-                                                  {"LC_NUMERIC", "de_DE.UTF-8"},
-                                                  {"LC_TIME", ""}});
+    const ScopedEnvironment environment({{"TZ", "UTC0"},
+                                         {"LC_ALL", ""},
+                                         {"LANG", "fa_IR.UTF-8"},
+                                         {"LC_NUMERIC", "de_DE.UTF-8"},
+                                         {"LC_TIME", ""}});
     EXPECT_EQ(byteText(1'572'864), "1,5 MB");
     EXPECT_EQ(timeOfDayString(summer), "۱۲:۰۳:۲۷");
     const ScopedEnvironment overridden(Variables{{"LC_ALL", "C"}});

@@ -2,7 +2,7 @@
 #include "views/AppMemoryPlacement.h"
 #include "views/WindowAndPositionReader.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QScreen>
 
 #include <gtest/gtest.h>
@@ -44,25 +44,23 @@ TEST(AppMemoryPlacement, IsLeftOfThePanelOrElsewhereWholeWhenNothingWouldBeSeen)
 }
 
 TEST(WindowAndPositionReader, ReportsOnceInTheNextPassAndWithoutItsViewToo) {
-    std::vector<QWidget*> windows;
-    std::vector<QPointF> positions;
-    const auto make = [&](QWidget* parent) {
-        return new WindowAndPositionReader([&](QWidget* window) { windows.push_back(window); },
-                                           [&](QPointF place) { positions.push_back(place); },
-                                           parent);
-    };
+    QWidgetList windows;
+    QList<QPointF> positions;
     QWidget window(nullptr, Qt::FramelessWindowHint);
     window.setGeometry(50, 70, 200, 100);
-    make(&window)->setGeometry(10, 20, 30, 40);
-    const std::unique_ptr<QWidget> windowless(make(nullptr));
+    const auto tellWindow = [&](QWidget* hosting) { windows << hosting; };
+    const auto tellPosition = [&](QPointF place) { positions << place; };
+    WindowAndPositionReader reader(tellWindow, tellPosition, &window);
+    reader.setGeometry(10, 20, 30, 40);
+    const WindowAndPositionReader windowless(tellWindow, tellPosition, nullptr);
     window.show();
-    EXPECT_TRUE(windows.empty());
+    EXPECT_EQ(windows, QWidgetList());
     QCoreApplication::processEvents();
     window.move(0, 0);
     QCoreApplication::processEvents();
-    EXPECT_EQ(windows, (std::vector<QWidget*>{&window, nullptr}));
-    const int screenHeight = QGuiApplication::primaryScreen()->geometry().height();
-    EXPECT_EQ(positions, (std::vector<QPointF>{QPointF(60, screenHeight - 130)}));
+    EXPECT_EQ(windows, QWidgetList({&window, nullptr}));
+    const int screenHeight = window.screen()->geometry().height();
+    EXPECT_EQ(positions, QList({QPointF(60, screenHeight - 130)}));
 }
 
 } // namespace

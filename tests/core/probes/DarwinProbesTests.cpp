@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <map>
 #include <vector>
 
 namespace tidewell {
@@ -16,21 +14,19 @@ class FakeDarwinHost final : public DarwinHost {
 public:
     std::variant<ToolResult, ToolFailure> runMemoryPressure() override { return tool; }
     std::size_t sizeOfVariable(const char*) override { return size; }
-    VariableRead readVariable(const char* name, std::span<std::byte> buffer) override {
-        const auto value = std::as_bytes(std::span(variables[name]));
+    VariableRead readVariable(const char*, std::span<std::byte> buffer) override {
+        const auto value = std::as_bytes(std::span(variable));
         const auto filled = std::min(buffer.size(), value.size());
         std::copy_n(value.begin(), filled, buffer.begin());
         return {.error = error, .size = filled};
     }
-    std::optional<std::uint64_t> pageSize() override { return page; }
-    std::optional<VmStatistics> vmStatistics() override { return statistics; }
+    std::optional<std::uint64_t> pageSize() override { return std::nullopt; }
+    std::optional<VmStatistics> vmStatistics() override { return VmStatistics{}; }
 
     std::variant<ToolResult, ToolFailure> tool;
-    std::map<std::string, std::vector<std::uint64_t>> variables;
-    std::size_t size = 32; ///< in bytes, as reported
+    std::vector<std::uint64_t> variable{4, 3, 1, 16384}; ///< figures, page size and flags
+    std::size_t size = 32;                               ///< in bytes, as reported
     int error = 0;
-    std::optional<std::uint64_t> page;
-    std::optional<VmStatistics> statistics;
 };
 
 class DarwinProbesTest : public testing::Test {
@@ -63,36 +59,35 @@ TEST_F(DarwinProbesTest, ReadsThePercentageOfTheToolAndLogsWhyThereIsNone) {
 }
 
 TEST_F(DarwinProbesTest, ReadsTheSwapRecordAndLogsWhyThereIsNone) {
-    host.variables["vm.swapusage"] = {4, 3, 1, 16384}; // page size and flags follow
     EXPECT_EQ(probes.getSwapUsage(), (SwapUsage{.total = 4, .used = 1, .free = 3}));
-    const auto reasonAt = [this](std::size_t size) {
+    for (const auto& [size, error, reason] :
+         {std::tuple{0U, 0, "Error: Could not determine size for vm.swapusage"},
+          {23U, 0, "Error getting swap usage (errno: 22)"},
+          {32U, 1, "Error getting swap usage (errno: 1)"}}) {
         host.size = size;
+        host.error = error;
         EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
-        return takeReason();
-    };
-    const auto failed = [](int error) {
-        return "Error getting swap usage (errno: " + std::to_string(error) + ")";
-    };
-    EXPECT_EQ(reasonAt(0), "Error: Could not determine size for vm.swapusage");
-    EXPECT_EQ(reasonAt(23), failed(EINVAL));
-    host.variables["vm.swapusage"].resize(2);
-    EXPECT_EQ(reasonAt(32), failed(EINVAL)) << "fills less than it said";
-    host.error = EPERM;
-    EXPECT_EQ(reasonAt(32), failed(EPERM));
+        EXPECT_EQ(takeReason(), reason);
+    }
+    host.error = 0;
+    host.variable.resize(2);
+    EXPECT_EQ(probes.getSwapUsage(), std::nullopt) << "fills less than it said";
 }
 
 TEST_F(DarwinProbesTest, ReadsPhysicalMemoryAndCountersInSilence) {
-    host.variables["hw.memsize"] = {17179869184};
-    EXPECT_EQ(probes.getPhysicalMemory(), 17179869184U);
-    host.statistics.emplace();
-    for (std::uint32_t offset = 0; auto& word : *host.statistics) {
+    EXPECT_EQ(probes.getPhysicalMemory(), 4U);
+    host.error = 1;
+    EXPECT_EQ(probes.getPhysicalMemory(), std::nullopt);
+    EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "without a page size";
+    EXPECT_EQ(takeReason(), "");
+
+    VmStatistics statistics;
+    for (std::uint32_t offset = 0; auto& word : statistics) {
         word = std::exchange(offset, offset + 4);
     }
-    EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
-    host.page = 16384;
     // Page size, internal, purgeable, external, wired, compressor.
-    EXPECT_EQ(probes.getMemoryCounters(), (MemoryCounters{16384, 140, 88, 136, 12, 128}));
-    EXPECT_EQ(takeReason(), "");
+    EXPECT_EQ(decodeMemoryCounters(16384, statistics),
+              (MemoryCounters{16384, 140, 88, 136, 12, 128}));
 }
 
 } // namespace
