@@ -48,9 +48,9 @@ class DesktopCase(unittest.TestCase):
         tidewell.wait_for_item()
         return tidewell
 
-    def start_with_panel(self, level=None):
+    def start_with_panel(self, level=None, **options):
         """A run whose item was clicked; the panel's geometry is in `self.panel`."""
-        tidewell = self.start_with_item(level)
+        tidewell = self.start_with_item(level, **options)
         tidewell.click_item()
         self.panel = tidewell.wait_for_panel()
         return tidewell

@@ -1,5 +1,4 @@
 import subprocess
-import unittest
 
 from case import ScreenReaderCase
 from desktop import wait_for
@@ -50,7 +49,3 @@ class LiveFigures(ScreenReaderCase):
         parts = ("App Memory", "Wired Memory", "Compressed")
         self.assertAlmostEqual(sum(figures[part][0] for part in parts), figures["Memory Used"][0],
                                delta=4 * figures["Memory Used"][1])
-
-
-if __name__ == "__main__":
-    unittest.main()

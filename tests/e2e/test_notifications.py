@@ -1,5 +1,4 @@
 import signal
-import unittest
 
 from case import DesktopCase
 from desktop import wait_for
@@ -94,7 +93,3 @@ class RealDaemons(DesktopCase):
         self.assertRegex(tidewell.log(),
                          "Error (requesting notification authorization|showing notification): ")
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
-
-
-if __name__ == "__main__":
-    unittest.main()

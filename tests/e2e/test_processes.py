@@ -4,7 +4,6 @@ import re
 import shutil
 import subprocess
 import time
-import unittest
 
 import dbus
 from case import ACCESSIBLE, FOCUSED, ScreenReaderCase
@@ -157,7 +156,3 @@ class ProcessWindow(ScreenReaderCase):
         after = reads()
         self.assertGreater(meanwhile, 2 * before)
         self.assertLess(after, (before + meanwhile) / 2, before)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,6 @@
 import json
 import pathlib
 import time
-import unittest
 
 from case import CHECKED, ScreenReaderCase
 from desktop import wait_for
@@ -18,19 +17,19 @@ class Settings(ScreenReaderCase):
         self.tidewell = self.start_with_panel()
         self.desktop.press("ctrl+comma")
         wait_for("the settings", lambda: self.desktop.windows("--name", "^Tidewell Settings$"))
-        parts = self.parts(lists=False)
-        self.boxes = {name: parts["check box", name] for name in (CONFIRM, LOGIN)}
-        self.slider = parts["slider", "Polling interval in seconds"]
+        self.controls = self.parts(lists=False)
+        self.slider = self.controls["slider", "Polling interval in seconds"]
+
+    def is_checked(self, name):
+        return self.is_in_state(self.controls["check box", name], CHECKED)
 
     def stored(self, key):
         file = self.tidewell.store_file()
         return json.loads(file.read_text()).get(key) if file.exists() else None
 
     def click(self, name, is_on):
-        x, y = self.middle(self.boxes[name])
-        self.desktop.click(x, y)
-        wait_for(f"{name!r} to be {is_on}",
-                 lambda: self.is_in_state(self.boxes[name], CHECKED) is is_on)
+        self.desktop.click(*self.middle(self.controls["check box", name]))
+        wait_for(f"{name!r} to be {is_on}", lambda: self.is_checked(name) is is_on)
 
     def quit_at_once(self):
         panel = self.tidewell.windows()[self.panel]
@@ -53,7 +52,7 @@ class Settings(ScreenReaderCase):
         self.assertGreater(pauses[-1], 2.9, "not as seldom as chosen")
 
         self.open()
-        self.assertFalse(self.is_in_state(self.boxes[CONFIRM], CHECKED))
+        self.assertFalse(self.is_checked(CONFIRM))
         self.assertEqual(self.property(self.slider, VALUE, "CurrentValue"), 3)
         self.quit_at_once()
 
@@ -68,7 +67,3 @@ class Settings(ScreenReaderCase):
         self.click(LOGIN, False)
         wait_for("the entry's end", lambda: not entry.exists())
         self.assertFalse(self.stored("_startAtLogin"))
-
-
-if __name__ == "__main__":
-    unittest.main()

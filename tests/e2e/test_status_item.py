@@ -1,5 +1,4 @@
 import time
-import unittest
 
 from case import DesktopCase
 from desktop import wait_for
@@ -103,7 +102,3 @@ class OldTray(DesktopCase):
         """The tray's geometry once there is an icon in it."""
         geometries = map(self.desktop.geometry, self.desktop.windows("--class", "trayer"))
         return next((each for each in geometries if each[2] >= 16), None)
-
-
-if __name__ == "__main__":
-    unittest.main()
