@@ -1,6 +1,7 @@
 import signal
 
 import dbus
+import dbus.lowlevel
 from case import DesktopCase, StoreWatch
 from desktop import wait_for
 
@@ -62,8 +63,12 @@ class PowerOff(DesktopCase):
         super().setUp()
         address = self.desktop.start_bus("system", "system-services")
         self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = address
-        self.desktop.start("/usr/bin/python3", "-m", "dbusmock", "--template", "logind")
         self.bus = self.desktop.bus(address)
+        self.start_login_manager()
+
+    def start_login_manager(self):
+        self.login_manager = self.desktop.start(
+            "/usr/bin/python3", "-m", "dbusmock", "--template", "logind")
         wait_for("the login manager", lambda: self.bus.name_has_owner(LOGIN[0]))
 
     def inhibitors(self):
@@ -85,5 +90,19 @@ class PowerOff(DesktopCase):
             wait_for("the inhibitor's release", lambda: not self.inhibitors())
             self.assertEqual(watch.writes(), 1)
         self.assertTrue(tidewell.history()["memoryPressureArray"])
+        stranger = dbus.lowlevel.SignalMessage(LOGIN[1], MANAGER, "PrepareForShutdown")
+        stranger.append(False)
+        self.bus.send_message(stranger)
+        self.announce(True)
+        self.announce(False)
+        wait_for("the inhibitor again", self.inhibitors)
+        self.assertEqual(watch.writes(), 0, "a stranger's word was heard")
+        self.login_manager.kill()
+        wait_for("the login manager's end", lambda: not self.bus.name_has_owner(LOGIN[0]))
+        self.start_login_manager()
+        wait_for("the inhibitor of the next one", self.inhibitors)
+        self.announce(True)
+        wait_for("the inhibitor's second release", lambda: not self.inhibitors())
+        self.assertEqual(watch.writes(), 1)
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
         self.assertEqual(watch.writes(), 0)

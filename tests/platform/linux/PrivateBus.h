@@ -56,8 +56,6 @@ public:
         }
         address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
     }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
     ~PrivateBus() {
         for (const QString& name : names_) {
             QDBusConnection::disconnectFromBus(name);
@@ -65,8 +63,6 @@ public:
         daemon_.kill();
         daemon_.waitForFinished();
     }
-
-    const QString& address() const { return address_; }
 
     /// A connection of its own, as another program's would be.
     QDBusConnection connect() {
@@ -105,16 +101,10 @@ public:
     FakeService(const QDBusConnection& connection, const QString& name, const QString& path,
                 Handler handler)
         : connection_(connection.name())
-        , name_(name)
         , handler_(std::move(handler)) {
         EXPECT_TRUE(bus().registerVirtualObject(path, this) && bus().registerService(name));
     }
-    ~FakeService() override {
-        if (bus().isConnected()) {          // it may have died
-            bus().unregisterService(name_); // waits: the next one may want it at once
-        }
-        die();
-    }
+    ~FakeService() override { die(); }
 
     QDBusConnection bus() const { return QDBusConnection(connection_); }
 
@@ -130,7 +120,6 @@ private:
     }
 
     QString connection_;
-    QString name_;
     Handler handler_;
 };
 

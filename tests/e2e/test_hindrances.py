@@ -1,0 +1,46 @@
+"""Sessions in which something hangs, or has gone without a word."""
+
+import signal
+import socket
+import unittest
+
+from case import DesktopCase
+from desktop import wait_for
+
+
+class HangingBuses(DesktopCase):
+    host = None
+
+    def test_are_left_out(self):
+        self.need_plain_log()
+        with socket.socket(socket.AF_UNIX) as listening:
+            listening.bind(str(self.desktop.folder / "hanging"))
+            listening.listen(0)  # so that its queue is full when the second bus is tried
+            address = f"unix:path={listening.getsockname()}"
+            tidewell = self.start(environment={
+                "DBUS_SESSION_BUS_ADDRESS": address, "DBUS_SYSTEM_BUS_ADDRESS": address})
+            wait_for("the label window", tidewell.label_window)
+        for bus in ("session", "system"):
+            self.assertIn(f"The {bus} bus does not answer", tidewell.log())
+        self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+
+
+class SecondStart(DesktopCase):
+    def test_finds_a_first_that_it_cannot_reach_or_that_hangs_but_none_that_crashed(self):
+        self.need_plain_log()
+        first = self.start()
+        first.wait_for_item()
+        second = self.start(environment={"DBUS_SESSION_BUS_ADDRESS": "disabled:"})
+        self.assertEqual(second.end(), 0)
+        self.assertIn("running already, out of reach", second.log())
+        first.process.send_signal(signal.SIGSTOP)
+        second = self.start()
+        self.assertEqual(second.end(), 1)
+        self.assertIn("running already, but does not answer", second.log())
+        first.process.kill()
+        first.process.wait()
+        self.start().wait_for_item()
+
+
+if __name__ == "__main__":
+    unittest.main()
