@@ -2,7 +2,6 @@
 
 import signal
 import socket
-import unittest
 
 from case import DesktopCase
 from desktop import wait_for
@@ -28,8 +27,7 @@ class HangingBuses(DesktopCase):
 class SecondStart(DesktopCase):
     def test_finds_a_first_that_it_cannot_reach_or_that_hangs_but_none_that_crashed(self):
         self.need_plain_log()
-        first = self.start()
-        first.wait_for_item()
+        first = self.start_with_item()
         second = self.start(environment={"DBUS_SESSION_BUS_ADDRESS": "disabled:"})
         self.assertEqual(second.end(), 0)
         self.assertIn("running already, out of reach", second.log())
@@ -39,8 +37,4 @@ class SecondStart(DesktopCase):
         self.assertIn("running already, but does not answer", second.log())
         first.process.kill()
         first.process.wait()
-        self.start().wait_for_item()
-
-
-if __name__ == "__main__":
-    unittest.main()
+        self.start_with_item()

@@ -52,12 +52,21 @@ class Alerts(DesktopCase):
                 self.expect(tidewell, level, count)
                 tidewell.end(signal.SIGTERM)
 
+    def told(self):
+        """How often the host was told of each part of the item that has changed."""
+        log = self.desktop.log("dbus-monitor")
+        return [log.count(f"member={change}\n")
+                for change in ("NewIcon", "NewToolTip", "XAyatanaNewLabel")]
+
     def test_follow_a_change_while_the_program_runs(self):
         """Waits for the check of the next minute: the one slow test."""
+        self.desktop.start("dbus-monitor", "interface=org.kde.StatusNotifierItem")
         tidewell = self.start_with_item("low")
         self.expect(tidewell, "low")
+        before = self.told()
         self.write_meminfo("high")
         self.expect(tidewell, "high", 2)
+        wait_for("one word of each change", lambda: self.told() == [each + 1 for each in before])
 
 
 class RealDaemons(DesktopCase):

@@ -9,42 +9,30 @@ namespace tidewell {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 namespace fs = std::filesystem;
 
-const std::string identifier = "net.tidewell.Tidewell";
-
-class AutostartLoginItemTest : public testing::Test {
-protected:
-    TemporaryFolder home;
-    fs::path folder = home.path() / "autostart";
-    fs::path file = folder / (identifier + ".desktop");
-};
-
-TEST_F(AutostartLoginItemTest, QuotesWhateverTheProgramsNameHolds) {
-    for (const auto& [program, quoted] :
-         {std::pair{"/o/Tide well-ä潮", R"("/o/Tide well-ä潮")"},
-          std::pair{R"(/o/a"b'c)", R"("/o/a\\"b'c")"},
-          std::pair{"/o/$x `y` \\z 100%", R"("/o/\\$x \\`y\\` \\\\z 100%%")"}}) {
-        AutostartLoginItem item(folder, identifier, "A\\B", program);
-        ASSERT_FALSE(item.registerApplication());
-        EXPECT_EQ(std::system(("desktop-file-validate " + file.string()).c_str()), 0) << program;
-        EXPECT_THAT(readText(file), HasSubstr("\nExec=" + std::string(quoted) + "\n"));
-    }
-    EXPECT_THAT(readText(file), HasSubstr("\nName=A\\\\B\n"));
-    EXPECT_THAT(readText(file), HasSubstr("\nTryExec=/o/$x `y` \\\\z 100%\n"));
-}
-
-TEST_F(AutostartLoginItemTest, RegistersOverWhatIsThereAndSaysWhyItCannot) {
-    fs::create_directories(folder);
+TEST(AutostartLoginItem, RegistersWhateverTheProgramIsCalledOverWhatIsThereAndSaysWhyItCannot) {
+    const TemporaryFolder folder;
+    const auto file = folder.path() / "net.tidewell.Tidewell.desktop";
     writeText(file, "[Desktop Entry]\nHidden=true\n"); // as desktops turn an entry off
-    AutostartLoginItem item(folder, identifier, "Tidewell", "/o/tidewell");
-    EXPECT_FALSE(item.registerApplication());
-    EXPECT_THAT(readText(file), testing::Not(HasSubstr("Hidden")));
-    EXPECT_FALSE(item.unregisterApplication());
-    EXPECT_FALSE(item.unregisterApplication()) << "it is gone already";
-    EXPECT_TRUE(AutostartLoginItem(folder, identifier, "T", "/a\nb").registerApplication());
-    EXPECT_TRUE(AutostartLoginItem("/dev/null", identifier, "T", "/a").registerApplication());
-    EXPECT_TRUE(fs::is_empty(folder));
+    const auto item = [](const fs::path& place, const char* program) {
+        return AutostartLoginItem(place, "net.tidewell.Tidewell", "A\\B", program);
+    };
+    auto odd = item(folder.path(), "/o/Tide well-ä潮/a\"b'c $x `y` \\z 100%");
+    EXPECT_FALSE(odd.registerApplication());
+    EXPECT_EQ(std::system(("desktop-file-validate " + file.string()).c_str()), 0);
+    EXPECT_THAT(readText(file), HasSubstr(R"(
+Name=A\\B
+Exec="/o/Tide well-ä潮/a\\"b'c \\$x \\`y\\` \\\\z 100%%"
+TryExec=/o/Tide well-ä潮/a"b'c $x `y` \\z 100%
+)"));
+    EXPECT_THAT(readText(file), Not(HasSubstr("Hidden")));
+    EXPECT_FALSE(odd.unregisterApplication());
+    EXPECT_FALSE(odd.unregisterApplication()) << "it is gone already";
+    EXPECT_TRUE(item(folder.path(), "/a\nb").registerApplication());
+    EXPECT_TRUE(item("/dev/null", "/a").registerApplication());
+    EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
 TEST(InstalledProgram, IsTheAppImageThatItLiesInAndNoneThatMerelyStartedIt) {

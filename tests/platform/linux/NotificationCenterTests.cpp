@@ -99,40 +99,34 @@ TEST_F(NotificationCenter, IsDeniedByThisDesktopsRecordsOfThisProgramOnly) {
         "[ \"$*\" = 'get org.gnome.desktop.notifications.application:/org/gnome/desktop/"
         "notifications/application/net-tidewell-tidewell/ enable' ] && echo false";
     const std::string sleep = "exec sleep 1000";
-    struct Case {
-        std::string expected;
-        QString portal;
-        QString desktop;
-        std::string gsettings;
-        std::string plasmaSettings;
-    };
-    for (const Case& test : {
-             Case{"denied", u"no"_s, {}, {}, {}},
-             Case{"allowed", u"hangs"_s, {}, {}, {}},
-             Case{"allowed", {}, u"KDE"_s, "echo false", {}},
-             Case{"denied", {}, u"GNOME"_s, offIfAskedWell, {}},
-             Case{"allowed", {}, u"GNOME"_s, "echo true", {}},
-             Case{"allowed", {}, u"GNOME"_s, sleep, {}},
-             Case{"allowed", {}, u"GNOME"_s, {}, off},
-             Case{"denied", {}, u"KDE"_s, {}, off},
-             Case{"allowed", {}, u"KDE"_s, {}, other},
+    using Case = std::tuple<std::string, QString, QString, std::string, std::string>;
+    for (const auto& [expected, answer, desktop, gsettings, plasmaSettings] : {
+             Case("denied", u"no"_s, {}, {}, {}),
+             Case("allowed", u"hangs"_s, {}, {}, {}),
+             Case("allowed", {}, u"KDE"_s, "echo false", {}),
+             Case("denied", {}, u"GNOME"_s, offIfAskedWell, {}),
+             Case("allowed", {}, u"GNOME"_s, "echo true", {}),
+             Case("allowed", {}, u"GNOME"_s, sleep, {}),
+             Case("allowed", {}, u"GNOME"_s, {}, off),
+             Case("denied", {}, u"KDE"_s, {}, off),
+             Case("allowed", {}, u"KDE"_s, {}, other),
          }) {
-        writeText(folder.path() / "plasmanotifyrc", test.plasmaSettings);
-        writeText(tool, "#!/bin/sh\n" + test.gsettings);
-        portal = test.portal;
-        records.desktops = {u"ubuntu"_s, test.desktop};
-        recordsLimit = portal == u"hangs"_s || test.gsettings == sleep ? 60ms : 20000ms;
-        EXPECT_EQ(authorization(bus.connect()), test.expected)
-            << test.portal.toStdString() << test.gsettings << test.plasmaSettings;
+        portal = answer;
+        records.desktops = {u"ubuntu"_s, desktop};
+        writeText(tool, "#!/bin/sh\n" + gsettings);
+        writeText(folder.path() / "plasmanotifyrc", plasmaSettings);
+        recordsLimit = portal == u"hangs"_s || gsettings == sleep ? 60ms : 20000ms;
+        EXPECT_EQ(authorization(bus.connect()), expected)
+            << portal.toStdString() << gsettings << plasmaSettings;
     }
 }
 
 TEST_F(NotificationCenter, SendsWhatTheDaemonCanShowAndReportsThatItRefusesOrDies) {
     Daemon daemon(bus.connect());
     DesktopNotificationCenter used = center(bus.connect());
-    const auto deliver = [&](std::optional<std::string> subtitle = std::nullopt) {
+    const auto deliver = [&] {
         std::string result;
-        used.add({"1", "Title & <b>", std::move(subtitle), "Body & <b>", 1s},
+        used.add({"1", "Title & <b>", "Sub", "Body & <b>", 1s},
                  [&result](const std::optional<PlatformError>& error) {
                      result += error ? error->description : "delivered";
                  });
@@ -141,11 +135,11 @@ TEST_F(NotificationCenter, SendsWhatTheDaemonCanShowAndReportsThatItRefusesOrDie
         return result;
     };
     const auto shown = [&daemon] { return daemon.calls.back().arguments().mid(3, 2); };
-    EXPECT_EQ(deliver("Sub"), "delivered");
+    EXPECT_EQ(deliver(), "delivered");
     EXPECT_EQ(shown(), QVariantList({u"Title & <b> – Sub – Body & <b>"_s, QString()}));
     daemon.capabilities = QStringList({u"body"_s, u"body-markup"_s});
     EXPECT_EQ(deliver(), "delivered");
-    EXPECT_EQ(shown(), QVariantList({u"Title & <b>"_s, u"Body &amp; &lt;b&gt;"_s}));
+    EXPECT_EQ(shown(), QVariantList({u"Title & <b>"_s, u"Sub\nBody &amp; &lt;b&gt;"_s}));
 
     daemon.refusedCall = u"Notify"_s;
     EXPECT_EQ(deliver(), "test.Refused: enough");

@@ -8,23 +8,17 @@ using testing::ElementsAre;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class Instances : public BusTest {
-protected:
-    SingleInstance instance(const QDBusConnection& connection, const char* lockFile) {
-        return {connection, u"net.tidewell.Tidewell"_s,
-                QString::fromStdString(folder.path() / lockFile), 20s, log};
-    }
-
-    TemporaryFolder folder;
-};
+using Instances = BusTest;
+const QString identifier = u"net.tidewell.Tidewell"_s;
 
 TEST_F(Instances, AFirstStartAnswersOtherProgramsAlsoBeforeItHasAPanel) {
-    SingleInstance first = instance(bus.connect(), "lock");
+    const TemporaryFolder folder;
+    const QString lock = QString::fromStdString(folder.path() / "lock");
+    SingleInstance first(bus.connect(), identifier, lock, 20s, log);
     EXPECT_EQ(first.start(), std::nullopt);
     const auto activate = [caller = bus.connect()] {
-        auto call =
-            QDBusMessage::createMethodCall(u"net.tidewell.Tidewell"_s, u"/net/tidewell/Tidewell"_s,
-                                           u"org.freedesktop.Application"_s, u"Activate"_s);
+        auto call = QDBusMessage::createMethodCall(identifier, u"/net/tidewell/Tidewell"_s,
+                                                   u"org.freedesktop.Application"_s, u"Activate"_s);
         EXPECT_EQ(answerTo(call << QVariantMap(), caller).type(), QDBusMessage::ReplyMessage);
     };
     activate();
@@ -36,7 +30,8 @@ TEST_F(Instances, AFirstStartAnswersOtherProgramsAlsoBeforeItHasAPanel) {
 }
 
 TEST_F(Instances, AProgramStartsWhereNothingCanTellWhetherItIsTheFirst) {
-    EXPECT_EQ(instance(noBus, "missing/lock").start(), std::nullopt);
+    SingleInstance instance(noBus, identifier, u"/nowhere/lock"_s, 20s, log);
+    EXPECT_EQ(instance.start(), std::nullopt);
     EXPECT_THAT(log.takeLines(), ElementsAre(StartsWith("error general start(): Could not lock ")));
 }
 

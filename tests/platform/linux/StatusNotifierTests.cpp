@@ -1,63 +1,15 @@
 #include "platform/linux/StatusNotifierStatusItem.h"
 #include "tests/platform/linux/PrivateBus.h"
 
-#include <QDBusConnectionInterface>
+#include <QDBusVariant>
 
 namespace tidewell {
 namespace {
 
-using testing::ElementsAre;
-
-/// Remembers the names of the signals that it is connected to.
-class Receiver final : public QObject {
-    Q_OBJECT
-
-public:
-    std::vector<std::string> members;
-    Q_SLOT void take(const QDBusMessage& signal) {
-        members.push_back(signal.member().toStdString());
-    }
-};
-
-class StatusNotifier : public BusTest {
-protected:
-    QDBusConnection connection = bus.connect();
-    QDBusConnection desktop = bus.connect();
-};
-
-TEST_F(StatusNotifier, ItemTellsOfChangesOnlyAndLeavesWithItsName) {
-    StatusNotifierHost host(connection, log);
-    DesktopAppearance appearance(noBus, {});
-    StatusItemContent content{"circle.fill", colours::systemGreen, "1 MB"};
-    std::optional<StatusNotifierStatusItem> item;
-    item.emplace(connection, host, appearance, StatusItemBehaviour{"tidewell", "Tidewell", {}, {}});
-    item->setContent(content);
-    const auto items = [this] {
-        const QStringList names = connection.interface()->registeredServiceNames();
-        return names.filter(u"org.kde.StatusNotifierItem-"_s);
-    };
-    const QString service = items().value(0);
-
-    const QString interface = u"org.kde.StatusNotifierItem"_s;
-    const auto path = QString::fromLatin1(StatusNotifierStatusItem::path);
-    Receiver receiver;
-    desktop.connect({}, path, interface, {}, &receiver, SLOT(take(QDBusMessage)));
-    const auto signalsOf = [&](const StatusItemContent& next) {
-        item->setContent(next);
-        auto scroll = QDBusMessage::createMethodCall(service, path, interface, u"Scroll"_s);
-        answerTo(scroll << 1 << u"vertical"_s, desktop); // comes after them
-        return std::exchange(receiver.members, {});
-    };
-    EXPECT_THAT(signalsOf(content), ElementsAre());
-    content.text = "2 MB";
-    EXPECT_THAT(signalsOf(content), ElementsAre("NewToolTip", "XAyatanaNewLabel"));
-    content.symbolName = "circle.dotted";
-    EXPECT_THAT(signalsOf(content), ElementsAre("NewIcon"));
-    item.reset();
-    EXPECT_TRUE(items().isEmpty()) << "it stays on the desktop";
-}
-
-TEST_F(StatusNotifier, MenuDoesWhatWasClickedAndNothingElse) {
+TEST(StatusMenu, DoesWhatWasClickedAndNothingElse) {
+    PrivateBus bus;
+    const QDBusConnection connection = bus.connect();
+    const QDBusConnection desktop = bus.connect();
     std::vector<std::string> done;
     const ExportedStatusMenu menu(connection, {{"Open", [&done] { done.emplace_back("open"); }},
                                                {"Quit", [&done] { done.emplace_back("quit"); }}});
@@ -69,7 +21,7 @@ TEST_F(StatusNotifier, MenuDoesWhatWasClickedAndNothingElse) {
             answerTo(event << entry << type << QVariant::fromValue(QDBusVariant(0)) << 0U, desktop);
         }
     }
-    EXPECT_THAT(done, ElementsAre("quit", "open"));
+    EXPECT_THAT(done, testing::ElementsAre("quit", "open"));
 }
 
 TEST(StatusItemTexts, AreNoMarkupAndReserveRoomForOtherDigits) {
@@ -80,5 +32,3 @@ TEST(StatusItemTexts, AreNoMarkupAndReserveRoomForOtherDigits) {
 
 } // namespace
 } // namespace tidewell
-
-#include "StatusNotifierTests.moc"

@@ -107,7 +107,6 @@ TEST(Appcast, OffersTheNewestReleaseThatFitsAndPassesOverWhatIsWrong) {
 
 TEST(Appcast, RefusesFeedsThatAreNoneAndThoseThatMeanHarm) {
     const auto good = feedOf(itemOf("t:version='2'"));
-    EXPECT_EQ(chosen(good), u"2"_s);
     const QByteArray bomb = "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]>";
     for (const QByteArray& feed :
          {QByteArray(), QByteArray("Not Found"), good.left(good.size() - 3), good + "<more/>",

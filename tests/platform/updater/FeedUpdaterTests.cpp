@@ -21,22 +21,13 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-struct Delegate final : public SPUUpdaterDelegate {
-    void updaterDidFindValidUpdate(SPUUpdater& /*updater*/, const SUAppcastItem& item) override {
-        answers.push_back(item.versionString);
-    }
-    void updaterDidNotFindUpdate(SPUUpdater& /*updater*/) override { answers.emplace_back("none"); }
-
-    std::vector<std::string> answers;
-};
-
-class FeedUpdaterTest : public testing::Test {
+class FeedUpdaterTest : public testing::Test, public SPUUpdaterDelegate {
 protected:
     FeedUpdaterTest() {
-        fs::create_directory(served.path() / "files");
+        fs::create_directory(folder.path() / "files");
         startChild(server, u"/usr/bin/python3"_s,
                    {u"-B"_s, QStringLiteral(SERVER_PROGRAM),
-                    QString::fromStdString(served.path().string())});
+                    QString::fromStdString(folder.path().string())});
         EXPECT_TRUE(server.waitForReadyRead(20000));
         origin = "https://127.0.0.1:" + server.readLine().trimmed().toStdString() + "/";
         settings.program = QStringLiteral(FETCH_PROGRAM);
@@ -49,8 +40,13 @@ protected:
         server.waitForFinished();
     }
 
+    void updaterDidFindValidUpdate(SPUUpdater& /*updater*/, const SUAppcastItem& item) override {
+        answers.push_back(item.versionString);
+    }
+    void updaterDidNotFindUpdate(SPUUpdater& /*updater*/) override { answers.emplace_back("none"); }
+
     void put(const std::string& name, const std::string& text) const {
-        writeText(served.path() / "files" / name, text);
+        writeText(folder.path() / "files" / name, text);
     }
 
     static std::string text(const auto& bytes) {
@@ -95,7 +91,7 @@ protected:
                                      .architecture = {},
                                      .open = open,
                                      .restart = {}},
-            driver, delegate);
+            driver, *this);
     }
     void startUpdater(const std::string& feed = "plain/feed.xml") {
         info["SUFeedURL"] = origin + feed;
@@ -145,12 +141,11 @@ protected:
     std::string content = "\x7f"
                           "ELF\2\1\1\3AI\2" +
                           std::string(300000, 'n') + "new";
-    TemporaryFolder served;
-    const QString certificate = QString::fromStdString(served.path() / "server.pem");
+    TemporaryFolder folder;
+    const QString certificate = QString::fromStdString(folder.path() / "server.pem");
     QProcess server;
     std::string origin;
     KeyPair keys = makeKeyPair();
-    TemporaryFolder folder;
     const std::string downloads = folder.path() / "cache/updates";
     std::string appImage = folder.path() / "Tidewell.AppImage";
     FetchSettings settings;
@@ -163,7 +158,7 @@ protected:
     RecordingLog log;
     std::shared_ptr<SPUStandardUserDriver> driver =
         std::make_shared<SPUStandardUserDriver>(u"Tidewell"_s, [] { return true; });
-    Delegate delegate;
+    std::vector<std::string> answers; ///< to the delegate
     std::string opened;
     std::optional<FeedUpdater> updater;
 };
@@ -219,7 +214,7 @@ TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
     updater->checkForUpdateInformation();
     find(); // in the place of the silent one
     updater->checkForUpdates();
-    EXPECT_THAT(std::exchange(delegate.answers, {}), ElementsAre("1.10"));
+    EXPECT_THAT(std::exchange(answers, {}), ElementsAre("1.10"));
     press("Install");
     ASSERT_TRUE(shows(" of 293 KB")) << "slowly";
     EXPECT_EQ(downloaded(), QStringList(u".unverified"_s));
@@ -229,7 +224,7 @@ TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
     find();
     press("Skip This Version");
     checkSilently();
-    EXPECT_THAT(std::exchange(delegate.answers, {}), ElementsAre("1.10", "none", "none"));
+    EXPECT_THAT(std::exchange(answers, {}), ElementsAre("1.10", "none", "none"));
     find(); // where it is the user who asks
     shown<QLabel>()->window()->close();
 
@@ -285,7 +280,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         startUpdater(each.feed);
         checkSilently();
         EXPECT_TRUE(comesTrue([&] { return log.takeLines().size() == 1U; }));
-        EXPECT_EQ(std::exchange(delegate.answers, {}),
+        EXPECT_EQ(std::exchange(answers, {}),
                   std::vector<std::string>(each.item.empty() ? 0 : 1, "1.10"));
         EXPECT_TRUE(downloaded().isEmpty());
 
@@ -298,7 +293,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         EXPECT_TRUE(downloaded().isEmpty());
         EXPECT_EQ(readText(appImage), "old");
         EXPECT_EQ(log.takeLines().size(), 1U);
-        delegate.answers.clear();
+        answers.clear();
     }
 
     for (const char mark : {'J', 'I'}) { // first no AppImage, then none in whose place to put it

@@ -1,9 +1,7 @@
 #!/usr/bin/python3
-"""server.py FOLDER: an update server on the loopback, honest and otherwise, until its standard
-input closes. Its certificate is FOLDER/server.pem, which clients have to be told to trust. Prints
-its port once it serves FOLDER/files.
-
-The last part of a path is always a file; what comes before says what is done with it.
+"""server.py FOLDER: an update server on the loopback, honest and otherwise. Its certificate is
+FOLDER/server.pem, which clients have to be told to trust. Prints its port once it serves
+FOLDER/files. The last part of a path is always a file; what comes before says what is done with it.
 """
 
 import http.server
@@ -12,7 +10,6 @@ import pathlib
 import ssl
 import subprocess
 import sys
-import threading
 import time
 
 folder = pathlib.Path(sys.argv[1])
@@ -61,22 +58,16 @@ class Handler(http.server.BaseHTTPRequestHandler):
         for piece in pieces:
             self.wfile.write(piece)
 
-    def log_message(self, *_):
-        pass
-
 
 certificate, key = folder / "server.pem", folder / "server.key"
 subprocess.run(
     ["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
      "-nodes", "-days", "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=IP:127.0.0.1",
-     "-keyout", key, "-out", certificate],
-    check=True, stderr=subprocess.DEVNULL)
+     "-keyout", key, "-out", certificate], check=True)
 context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
 context.load_cert_chain(certificate, key)
 server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-server.handle_error = lambda *_: None  # the client had enough
 server.socket = context.wrap_socket(server.socket, server_side=True,
                                     do_handshake_on_connect=False)
-threading.Thread(target=server.serve_forever, daemon=True).start()
 print(server.server_port, flush=True)
-sys.stdin.read()
+server.serve_forever()
