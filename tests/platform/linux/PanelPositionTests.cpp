@@ -14,8 +14,8 @@ TEST(PanelPosition, LiesBesideTheClickOrItemInsideTheAvailableArea) {
     constexpr QRect second(1920, 200, 1280, 1024);
     constexpr QRect low(0, 0, 1024, 768);
     const auto expectAt = [](const char* what, const StatusItemActivation& click,
-                             const QRect& screen, const QRect& available, const QPoint& expected) {
-        const QRect place = panelPosition(click, screen, available, {350, 760});
+                             const QRect& whole, const QRect& available, const QPoint& expected) {
+        const QRect place = panelPosition(click, whole, available, {350, 760});
         EXPECT_EQ(place.topLeft(), expected) << what;
         EXPECT_TRUE(available.contains(place)) << what;
     };
