@@ -87,6 +87,13 @@ class RealDaemons(DesktopCase):
                 self.desktop.notification_process.kill()
                 wait_for("the daemon's end", lambda: not self.desktop.owner(DAEMON[0]))
 
+    def test_may_be_started_by_the_bus(self):
+        (self.desktop.folder / "services/notifications.service").write_text(
+            f"[D-BUS Service]\nName={DAEMON[0]}\nExec=/usr/bin/dunst\n")
+        self.start_at("high")
+        wait_for("the notification on the screen",
+                 lambda: self.desktop.windows("--class", "Dunst"))
+
     def test_may_be_missing(self):
         tidewell = self.start_with_item("high")
         tidewell.wait_for_log("Error requesting notification authorization: ")

@@ -63,11 +63,9 @@ protected:
     std::chrono::milliseconds recordsLimit = 20s;
 };
 
-TEST_F(NotificationCenter, NeedsABusAndAServiceThatRunsOrCanBeStarted) {
+TEST_F(NotificationCenter, NeedsABusAndAService) {
     EXPECT_THAT(authorization(noBus), HasSubstr("no message bus"));
     EXPECT_THAT(authorization(bus.connect()), HasSubstr("no notification service"));
-    PrivateBus activating("org.freedesktop.Notifications");
-    EXPECT_EQ(authorization(activating.connect()), "allowed");
 }
 
 TEST_F(NotificationCenter, IsDeniedByThisDesktopsRecordsOfThisProgramOnly) {

@@ -34,23 +34,18 @@ inline void startChild(QProcess& process, const QString& program, const QStringL
     EXPECT_TRUE(process.waitForStarted(20000)) << program.toStdString();
 }
 
-/// A message bus of the test's own, on which nobody else is and which can start nothing but
-/// `activatable`, a name whose program fails.
+/// A message bus of the test's own, on which nobody else is and which can start nothing.
 class PrivateBus {
 public:
-    explicit PrivateBus(const std::string& activatable = "test.Nothing") {
-        const std::string folder = folder_.path().string();
-        writeText(folder + "/failing.service",
-                  "[D-BUS Service]\nName=" + activatable + "\nExec=/bin/false\n");
-        writeText(folder + "/bus.conf", "<busconfig><listen>unix:tmpdir=/tmp</listen><servicedir>" +
-                                            folder +
-                                            "</servicedir><policy context='default'>"
-                                            "<allow send_destination='*' eavesdrop='true'/>"
-                                            "<allow eavesdrop='true'/><allow own='*'/>"
-                                            "</policy></busconfig>");
+    PrivateBus() {
+        const std::string configuration = folder_.path() / "bus.conf";
+        writeText(configuration,
+                  "<busconfig><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
+                  "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
+                  "<allow own='*'/></policy></busconfig>");
         startChild(daemon_, u"dbus-daemon"_s,
-                   {u"--config-file=%1/bus.conf"_s.arg(QString::fromStdString(folder)),
-                    u"--nofork"_s, u"--print-address=1"_s});
+                   {u"--config-file="_s + QString::fromStdString(configuration), u"--nofork"_s,
+                    u"--print-address=1"_s});
         if (!daemon_.waitForReadyRead(20000)) {
             throw std::runtime_error("no dbus-daemon");
         }
