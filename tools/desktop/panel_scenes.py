@@ -91,8 +91,6 @@ def start_applications(desktop):
         program.write_text(APPLICATION)
         (entries / f"application-{number}.desktop").write_text(ENTRY.format(name, icon, program))
         desktop.start("/usr/bin/python3", str(program), str(mebibytes), name="application")
-    for program in ("xclock", "xcalc", "xmessage"):
-        desktop.start(program, *(["Hello"] if program == "xmessage" else []))
 
 
 def photograph(photographer, name, scene):
