@@ -64,17 +64,22 @@ void TimerFdClock::ringDueAlarms() {
     // Only makes the descriptor unreadable again; that it was not readable is no error.
     [[maybe_unused]] const auto bytes = read(timer_, &expirations, sizeof expirations);
 
-    Alarms due;
-    {
-        const std::lock_guard lock(mutex_);
-        const auto end = alarms_.upper_bound(now());
-        while (alarms_.begin() != end) {
-            due.insert(due.end(), alarms_.extract(alarms_.begin()));
+    // One by one: what an alarm does may cancel one that has come due with it, or run an event loop
+    // in which others have to ring.
+    const Instant present = now();
+    for (;;) {
+        Alarms::node_type due; // destroyed without the lock, see the destructor
+        {
+            const std::lock_guard lock(mutex_);
+            if (!alarms_.empty() && alarms_.begin()->first <= present) {
+                due = alarms_.extract(alarms_.begin());
+            }
+            armTimer();
         }
-        armTimer();
-    }
-    for (auto& [deadline, alarm] : due) {
-        alarm.ring();
+        if (due.empty()) {
+            return;
+        }
+        due.mapped().ring();
     }
 }
 
