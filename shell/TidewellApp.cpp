@@ -45,9 +45,6 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
                                                                  environment_.watcher.log))
     , memoryWatcher_(std::make_shared<MemoryWatcher>(environment_.watcher, notificationManager_))
     , sparkleModel_(makeSparkleModel(environment_))
-    , memoryManager_(std::make_shared<MemoryManager>(MemoryManager::Environment{
-          environment_.applications, environment_.watcher.defaults, environment_.watcher.mainThread,
-          environment_.watcher.clock, environment_.watcher.log}))
     , historySaving_([this] { memoryWatcher_->writeData(); })
     , panel_([this] { return makePanelContent(); })
     , quitConfirmation_(environment_.watcher.defaults, QString::fromStdString(applicationName_),
@@ -100,6 +97,17 @@ std::unique_ptr<QWidget> TidewellApp::makePanelContent() {
     });
 }
 
+std::unique_ptr<QWidget> TidewellApp::makeAppMemory(std::function<void()> dismissWindow) {
+    const MemoryWatcher::Environment& shared = environment_.watcher;
+    if (!memoryManager_) {
+        memoryManager_ = std::make_shared<MemoryManager>(
+            MemoryManager::Environment{environment_.applications, shared.defaults,
+                                       shared.mainThread, shared.clock, shared.log});
+    }
+    return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
+        memoryManager_, shared.defaults, std::move(dismissWindow), panelWidth});
+}
+
 void TidewellApp::addWindows() {
     const auto [about, settings, appMemory] = windowScenes(applicationName_);
     const auto dismiss = [this](std::string_view identifier) {
@@ -114,10 +122,8 @@ void TidewellApp::addWindows() {
             environment_.watcher.defaults, environment_.loginItem, applicationName_, sparkleModel_,
             environment_.animationsAreWanted});
     });
-    windows_.add(appMemory, [this, close = dismiss(appMemory.identifier)] {
-        return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
-            memoryManager_, environment_.watcher.defaults, close, panelWidth});
-    });
+    windows_.add(appMemory,
+                 [this, close = dismiss(appMemory.identifier)] { return makeAppMemory(close); });
 }
 
 void TidewellApp::applyAppearance() {

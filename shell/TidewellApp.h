@@ -58,6 +58,7 @@ public:
 private:
     StatusItemBehaviour statusItemBehaviour();
     std::unique_ptr<QWidget> makePanelContent();
+    std::unique_ptr<QWidget> makeAppMemory(std::function<void()> dismissWindow);
     void addWindows();
     void applyAppearance();
 
@@ -66,8 +67,8 @@ private:
     // The models, in the order in which they are created.
     std::shared_ptr<NotificationManager> notificationManager_;
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
-    std::shared_ptr<SparkleModel> sparkleModel_; // null where others keep the program up to date
-    std::shared_ptr<MemoryManager> memoryManager_;
+    std::shared_ptr<SparkleModel> sparkleModel_;   // null where others keep the program up to date
+    std::shared_ptr<MemoryManager> memoryManager_; // null before its window is first opened
 
     HistorySaving historySaving_;
     SceneWindows windows_;
