@@ -298,7 +298,10 @@ void FeedUpdater::handOver(const QString& file) {
 }
 
 void FeedUpdater::fail(const UpdateFailure& failure) {
-    log(QStringLiteral("The check for updates failed: ") + failure.detail, "fail()", __LINE__);
+    log((chosen_ ? QStringLiteral("The update could not be installed: ")
+                 : QStringLiteral("The check for updates failed: ")) +
+            failure.detail,
+        "fail()", __LINE__);
     if (session_ == Session::user) {
         userDriver_->showFailure(failure.problem, [this] { endSession(); });
     } else {
