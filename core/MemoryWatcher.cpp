@@ -50,8 +50,8 @@ Task<void> MemoryWatcher::startPeriodicTask(Self self) {
 }
 
 void MemoryWatcher::startScheduler() {
-    if (schedulerTask_) {
-        schedulerTask_->cancel();
+    if (schedulerWithCallback_) {
+        schedulerWithCallback_->cancel();
     }
     const auto scheduler =
         std::make_shared<TaskScheduler>(environment_.schedulerThread, environment_.mainThread,
@@ -59,8 +59,7 @@ void MemoryWatcher::startScheduler() {
                                             self->updateSwapUsage();
                                             self->checkSwapUsage();
                                         });
-    schedulerWithCallback_ = scheduler;
-    schedulerTask_ = scheduler->start();
+    schedulerWithCallback_ = scheduler->start();
 }
 
 Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {

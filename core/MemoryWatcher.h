@@ -38,9 +38,6 @@ public:
         std::function<double()> secondsSince1970; ///< the wall clock, with fractions
     };
 
-    /// The period of the swap work, in seconds.
-    static constexpr double swapMemoryTaskInterval = TaskScheduler::executionInterval;
-
     /// Without a notification manager there are no alerts.
     MemoryWatcher(Environment environment,
                   std::shared_ptr<NotificationManager> notificationManager);
@@ -87,19 +84,9 @@ public:
     const std::vector<ShowItem>& showItems() const { return showItems_.get(); }
 
     // Not published.
-    /// Bytes of physical memory; 0 while unknown.
-    std::uint64_t physical() const { return physical_; }
-    const std::optional<TaskHandle>& periodicTask() const { return periodicTask_; }
     /// Whether the sampling loop is alive.
     bool isRunning() const { return isRunning_; }
-    /// The bound of both histories; 0 before the start.
-    std::int64_t maxArrayLength() const { return maxArrayLength_; }
-    const std::shared_ptr<NotificationManager>& notificationManager() const {
-        return notificationManager_;
-    }
-    std::shared_ptr<TaskScheduler> schedulerWithCallback() const {
-        return schedulerWithCallback_.lock();
-    }
+    const std::optional<TaskHandle>& periodicTask() const { return periodicTask_; }
 
 private:
     using Self = std::shared_ptr<MemoryWatcher>;
@@ -126,14 +113,14 @@ private:
     Published<WarningLevel> warningLevel_{*this};
     Published<std::vector<ShowItem>> showItems_{*this};
 
-    std::uint64_t physical_ = 0;
-    std::int64_t maxArrayLength_ = 0;
+    std::uint64_t physical_ = 0;      // bytes; 0 while unknown
+    std::int64_t maxArrayLength_ = 0; // of both histories; 0 before the start
     std::optional<TaskHandle> periodicTask_;
     bool isRunning_ = false;
     std::uint64_t run_ = 0; // numbers the sampling loops
-    // Its loop owns the scheduler; owning it here, too, would close a circle through its callback.
-    std::weak_ptr<TaskScheduler> schedulerWithCallback_;
-    std::optional<TaskHandle> schedulerTask_;
+    // Only stops the scheduler's loop, which owns it: owning it here, too, would close a circle
+    // through its callback.
+    std::optional<TaskHandle> schedulerWithCallback_;
 };
 
 } // namespace tidewell

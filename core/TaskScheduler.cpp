@@ -14,11 +14,7 @@ TaskScheduler::TaskScheduler(Executor& executor, Executor& mainThread, Continuou
     , callback_(std::move(callback)) {}
 
 TaskHandle TaskScheduler::start() {
-    return spawn(executor_, runLoop());
-}
-
-Task<void> TaskScheduler::runLoop() {
-    return runLoop(shared_from_this());
+    return spawn(executor_, runLoop(shared_from_this()));
 }
 
 Task<void> TaskScheduler::runLoop(Self self) {

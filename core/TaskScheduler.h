@@ -30,12 +30,9 @@ public:
                   Callback callback);
 
     /// Starts a loop and returns at once. Meant to be called once: a second call starts a second
-    /// loop. The handle is needed only to stop the loop. Any thread.
+    /// loop. It ends only by being cancelled: during the pause at once, during a call once the
+    /// callback has returned. Any thread.
     TaskHandle start();
-
-    /// The loop, a task of the scheduler's executor. Ends only by being cancelled: during the pause
-    /// at once, during a call once the callback has returned.
-    Task<void> runLoop();
 
 private:
     using Self = std::shared_ptr<TaskScheduler>;
