@@ -43,8 +43,6 @@ public:
     /// Shows the label, follows the models from now on, and has updates checked for.
     void appear();
 
-    Colour warningColor() const { return warningColor_; }
-
 private:
     void markDirty();
     void draw();

@@ -28,8 +28,6 @@ public:
     /// From now on the scene can be opened.
     void add(WindowScene scene, MakeContent makeContent);
 
-    bool contains(std::string_view identifier) const { return scenes_.contains(identifier); }
-
     /// Shows the scene's window if it is not open. An identifier without a scene does nothing.
     void openWindow(std::string_view identifier);
 
