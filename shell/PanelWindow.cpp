@@ -4,10 +4,8 @@
 #include "shell/Scenes.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 

@@ -2,14 +2,11 @@
 // releases. docs/updates.md says how it is used.
 
 #include "platform/updater/Appcast.h"
-#include "platform/updater/VersionOrder.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
-#include <QLocale>
 #include <QXmlStreamWriter>
 
 #include <cstdio>

@@ -1,5 +1,6 @@
 #include "processes/linux/LinuxApplicationSource.h"
 
+#include "platform/foundation/FileDescriptor.h"
 #include "platform/runtime/Waiting.h"
 #include "processes/linux/ProcessTable.h"
 #include "support/UserLocale.h"

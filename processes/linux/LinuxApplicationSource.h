@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/foundation/FileDescriptor.h"
 #include "platform/runtime/Executor.h"
 #include "processes/ApplicationSource.h"
 #include "support/Log.h"

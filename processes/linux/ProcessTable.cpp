@@ -1,5 +1,6 @@
 #include "processes/linux/ProcessTable.h"
 
+#include "platform/foundation/FileDescriptor.h"
 #include "processes/linux/ReadFile.h"
 #include "processes/linux/ReadableLine.h"
 #include "processes/linux/Words.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/foundation/FileDescriptor.h"
 #include "processes/ApplicationSource.h"
 #include "processes/linux/ApplicationUnit.h"
 #include "processes/linux/DesktopEntries.h"
