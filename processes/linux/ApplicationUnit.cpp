@@ -1,6 +1,6 @@
 #include "processes/linux/ApplicationUnit.h"
 
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 namespace tidewell {
 

@@ -1,6 +1,6 @@
 #include "processes/linux/CommandLine.h"
 
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 #include <algorithm>
 #include <array>

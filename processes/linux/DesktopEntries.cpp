@@ -1,7 +1,7 @@
 #include "processes/linux/DesktopEntries.h"
 
 #include "processes/linux/ReadFile.h"
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 #include <algorithm>
 #include <cstdlib>

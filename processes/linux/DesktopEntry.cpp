@@ -1,7 +1,7 @@
 #include "processes/linux/DesktopEntry.h"
 
 #include "processes/linux/ReadableLine.h"
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 #include <algorithm>
 #include <array>

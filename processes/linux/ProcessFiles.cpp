@@ -1,6 +1,6 @@
 #include "processes/linux/ProcessFiles.h"
 
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 #include <array>
 

@@ -3,7 +3,7 @@
 #include "platform/foundation/FileDescriptor.h"
 #include "processes/linux/ReadFile.h"
 #include "processes/linux/ReadableLine.h"
-#include "processes/linux/Words.h"
+#include "support/Words.h"
 
 #include <algorithm>
 #include <array>

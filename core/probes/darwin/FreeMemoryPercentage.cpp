@@ -1,10 +1,10 @@
 #include "core/probes/darwin/FreeMemoryPercentage.h"
 
 #include "support/Utf8.h"
+#include "support/Words.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 
 namespace tidewell {
@@ -33,7 +33,7 @@ bool isNewline(char32_t character) {
 }
 
 /// Takes the next line off the front of `text`, with the one character that ends it.
-std::string_view takeLine(std::string_view& text) {
+std::string_view takeUnicodeLine(std::string_view& text) {
     const auto start = text;
     while (!text.empty()) {
         const auto line = start.substr(0, start.size() - text.size());
@@ -76,27 +76,24 @@ std::optional<std::string_view> digitsBeforePercent(std::string_view word) {
     return std::nullopt;
 }
 
-std::optional<std::int64_t> number(std::string_view word) {
+std::optional<std::int64_t> signedNumber(std::string_view word) {
     // The library reads a minus sign, but no plus.
     if (word.starts_with('+') && !word.starts_with("+-")) {
         word.remove_prefix(1);
     }
-    std::int64_t value = 0;
-    const auto [stop, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    const bool whole = error == std::errc() && stop == word.data() + word.size();
-    return whole ? std::optional(value) : std::nullopt;
+    return number<std::int64_t>(word);
 }
 
 } // namespace
 
 std::optional<std::int64_t> parseFreeMemoryPercentage(std::string_view text) {
     while (!text.empty()) {
-        const auto line = takeLine(text);
+        const auto line = takeUnicodeLine(text);
         if (line.find("System-wide") == std::string_view::npos) {
             continue;
         }
         const auto word = fifthWord(line);
-        if (const auto value = number(digitsBeforePercent(word).value_or(word))) {
+        if (const auto value = signedNumber(digitsBeforePercent(word).value_or(word))) {
             return value;
         }
     }

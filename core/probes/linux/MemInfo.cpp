@@ -1,8 +1,9 @@
 #include "core/probes/linux/MemInfo.h"
 
+#include "support/Words.h"
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 
 // How Linux memory is told in the words of the breakdown. A page is in exactly one of these:
@@ -47,30 +48,6 @@ constexpr std::array lines{
     Line{"SReclaimable", &MemInfo::reclaimableSlab},
 };
 
-constexpr std::string_view blanks = " \t\r\n";
-
-/// Takes the next word off the front of `text`; empty at its end.
-std::string_view takeWord(std::string_view& text) {
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    const auto word = text.substr(0, text.find_first_of(blanks));
-    text.remove_prefix(word.size());
-    return word;
-}
-
-/// Takes the next line off the front of `text`.
-std::string_view takeLine(std::string_view& text) {
-    const auto line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    return line;
-}
-
-std::optional<std::uint64_t> number(std::string_view word) {
-    std::uint64_t value = 0;
-    const auto [stop, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    const bool whole = error == std::errc() && stop == word.data() + word.size();
-    return whole ? std::optional(value) : std::nullopt;
-}
-
 std::uint64_t difference(std::uint64_t a, std::uint64_t b) {
     return a > b ? a - b : 0;
 }
@@ -96,7 +73,7 @@ MemInfo parseMemInfo(std::string_view text) {
             continue;
         }
         auto rest = line.substr(colon + 1);
-        const auto figure = number(takeWord(rest));
+        const auto figure = number<std::uint64_t>(takeWord(rest));
         if (figure && *figure < std::uint64_t{1} << 54U) {
             info.*known->figure = figure;
         }
@@ -107,7 +84,7 @@ MemInfo parseMemInfo(std::string_view text) {
 std::uint64_t zramKilobytes(std::string_view mmStat) {
     takeWord(mmStat); // size of what is stored, unpacked
     takeWord(mmStat); // and packed
-    return number(takeWord(mmStat)).value_or(0) / 1024;
+    return number<std::uint64_t>(takeWord(mmStat)).value_or(0) / 1024;
 }
 
 std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
@@ -120,7 +97,7 @@ std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
             continue;
         }
         takeWord(line); // the type of the figure
-        if (const auto figure = number(takeWord(line))) {
+        if (const auto figure = number<std::uint64_t>(takeWord(line))) {
             (name == "size" ? size : minimum) = *figure;
         }
     }

@@ -9,6 +9,8 @@
 
 namespace tidewell {
 
+// For the plain texts of the kernel and of desktops. Any thread.
+
 /// Takes the next line off the front of `text`, without its end.
 inline std::string_view takeLine(std::string_view& text) {
     const auto line = text.substr(0, text.find('\n'));
