@@ -2,9 +2,6 @@
 
 #include "support/ByteText.h"
 
-#include <algorithm>
-#include <limits>
-
 namespace tidewell {
 
 namespace {
@@ -12,9 +9,7 @@ namespace {
 constexpr auto title = "Tidewell";
 
 std::string bodyWithAmount(std::uint64_t swapUsed) {
-    constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
-    return "Your computer uses swap memory (" +
-           byteText(static_cast<std::int64_t>(std::min(swapUsed, largest))) + ").";
+    return "Your computer uses swap memory (" + sizeText(swapUsed) + ").";
 }
 
 } // namespace

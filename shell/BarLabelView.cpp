@@ -16,8 +16,7 @@ std::string labelText(std::uint64_t swapUsed, std::uint64_t swapTotal) {
     if (swapUsed == 0) {
         return QCoreApplication::translate("BarLabelView", "No Swap").toStdString();
     }
-    return byteText(static_cast<std::int64_t>(swapUsed)) + " of " +
-           byteText(static_cast<std::int64_t>(swapTotal));
+    return sizeText(swapUsed) + " of " + sizeText(swapTotal);
 }
 
 LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,

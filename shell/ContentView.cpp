@@ -30,9 +30,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <array>
-#include <limits>
 #include <utility>
 
 namespace tidewell {
@@ -52,11 +50,6 @@ constexpr int gaugeCentre =
 
 QString text(const std::string& utf8) {
     return QString::fromStdString(utf8);
-}
-
-QString sizeText(std::uint64_t value) {
-    constexpr auto most = std::uint64_t{std::numeric_limits<std::int64_t>::max()};
-    return text(byteText(static_cast<std::int64_t>(std::min(value, most))));
 }
 
 /// A percentage without its fraction. It is finite: it comes of figures that are.
@@ -353,9 +346,9 @@ void ContentView::refreshSwap() {
     if (inUse) {
         swapGauge_->setContent({.value = static_cast<double>(watcher.swapUsed()),
                                 .maximum = static_cast<double>(watcher.swapTotal()),
-                                .text = sizeText(watcher.swapUsed()),
+                                .text = text(sizeText(watcher.swapUsed())),
                                 .minimumText = tr("0 MB"),
-                                .maximumText = sizeText(watcher.swapTotal()),
+                                .maximumText = text(sizeText(watcher.swapTotal())),
                                 .tint = levelColour(watcher.warningLevel())});
         swapChart_->setData(watcher.swapUsedArray());
     }

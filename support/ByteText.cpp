@@ -4,7 +4,9 @@
 
 #include <unicode/numberformatter.h>
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 namespace tidewell {
 
@@ -34,6 +36,11 @@ std::uint64_t partsOf(std::uint64_t magnitude, const Unit& unit) {
 
 std::string byteText(std::int64_t count) {
     return byteText(count, userLocale(LocaleCategory::numbers));
+}
+
+std::string sizeText(std::uint64_t size) {
+    constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
+    return byteText(static_cast<std::int64_t>(std::min(size, largest)));
 }
 
 std::string byteText(std::int64_t count, const std::string& localeIdentifier) {

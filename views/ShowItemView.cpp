@@ -12,7 +12,6 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <limits>
 
 namespace tidewell {
 
@@ -46,9 +45,7 @@ RowFonts::RowFonts(const QFont& system)
 }
 
 QString ShowItemView::valueText() const {
-    constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
-    const std::uint64_t value = std::min(displayContainer.showItem.value, most);
-    return QString::fromStdString(byteText(static_cast<std::int64_t>(value)));
+    return QString::fromStdString(sizeText(displayContainer.showItem.value));
 }
 
 void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& widget,
