@@ -1,44 +1,20 @@
 #include "platform/linux/DesktopAppearance.h"
 
-#include "platform/linux/ServiceCall.h"
+#include "platform/ui/Palette.h"
 
-#include <QDBusVariant>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QPalette>
 
 namespace tidewell {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString portalSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString portalGroup = QStringLiteral("org.freedesktop.appearance");
 const QString portalKey = QStringLiteral("color-scheme");
-
-const QString xfceService = QStringLiteral("org.xfce.Xfconf"); // its interface as well
-const QString xfcePath = QStringLiteral("/org/xfce/Xfconf");
-const QString xfceSettings = QStringLiteral("xsettings");
+const QString xfceSession = QStringLiteral("xsettings");
 const QString xfceTheme = QStringLiteral("/Net/ThemeName");
 const QString xfcePanel = QStringLiteral("xfce4-panel");
 const QString xfcePanelDark = QStringLiteral("/panels/dark-mode");
-
-constexpr std::chrono::seconds patience{25};
-
-/// The value itself: the portal's older method wraps it twice.
-QVariant unwrapped(QVariant value) {
-    while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
-        value = value.value<QDBusVariant>().variant();
-    }
-    return value;
-}
-
-/// Empty for an error.
-QVariant valueOf(const QDBusMessage& reply) {
-    return reply.type() == QDBusMessage::ReplyMessage ? unwrapped(reply.arguments().value(0))
-                                                      : QVariant();
-}
 
 /// GNOME's bar is dark in its light theme, too. Relatives name GNOME besides themselves.
 bool hasDarkBar(const QString& desktops) {
@@ -47,20 +23,12 @@ bool hasDarkBar(const QString& desktops) {
            !names.contains(QStringLiteral("GNOME-Flashback"));
 }
 
-Appearance paletteAppearance() {
-    const QPalette palette = QGuiApplication::palette();
-    return palette.color(QPalette::Window).lightness() <
-                   palette.color(QPalette::WindowText).lightness()
-               ? Appearance::dark
-               : Appearance::light;
-}
-
 } // namespace
 
 DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& desktops)
     : bus_(bus)
-    , portalOwner_(portalService, bus, QDBusServiceWatcher::WatchForRegistration)
-    , xfceOwner_(xfceService, bus, QDBusServiceWatcher::WatchForRegistration)
+    , portalOwner_(portalSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
+    , xfceOwner_(xfceSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
     , hasDarkBar_(hasDarkBar(desktops)) {
     qGuiApp->installEventFilter(this);
     decide();
@@ -70,13 +38,14 @@ DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& 
     connect(&portalOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askPortal(); });
     connect(&xfceOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askXfce(); });
     // From any sender: naming one would make the toolkit wait for the bus to say who that is.
-    bus_.connect(QString(), portalPath, portalSettings, QStringLiteral("SettingChanged"),
-                 {portalGroup, portalKey}, QString(), this, SLOT(askPortal()));
-    for (const QString& channel : {xfceSettings, xfcePanel}) {
+    bus_.connect(QString(), portalSettings.path, portalSettings.interface,
+                 QStringLiteral("SettingChanged"), {portalGroup, portalKey}, QString(), this,
+                 SLOT(askPortal()));
+    for (const QString& channel : {xfceSession, xfcePanel}) {
         for (const auto& signal :
              {QStringLiteral("PropertyChanged"), QStringLiteral("PropertyRemoved")}) {
-            bus_.connect(QString(), xfcePath, xfceService, signal, {channel}, QString(), this,
-                         SLOT(askXfce()));
+            bus_.connect(QString(), xfceSettings.path, xfceSettings.interface, signal, {channel},
+                         QString(), this, SLOT(askXfce()));
         }
     }
     askPortal();
@@ -90,13 +59,9 @@ bool DesktopAppearance::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
-// Started for us if need be: it is there on every desktop that has one, for all programs.
 void DesktopAppearance::askPortal() {
-    auto question = QDBusMessage::createMethodCall(portalService, portalPath, portalSettings,
-                                                   QStringLiteral("Read"));
-    question << portalGroup << portalKey;
-    callService(bus_, question, patience, *this, [this](const auto& reply) {
-        switch (valueOf(reply).toUInt()) {
+    ask(portalSettings, portalGroup, portalKey, [this](const QVariant& value) {
+        switch (value.toUInt()) {
         case 1:
             portal_ = Appearance::dark;
             break;
@@ -107,35 +72,29 @@ void DesktopAppearance::askPortal() {
             portal_ = std::nullopt; // no preference
             break;
         }
-        decide();
     });
 }
 
 void DesktopAppearance::askXfce() {
-    askXfce(xfceSettings, xfceTheme, [this](const QVariant& value) {
+    ask(xfceSettings, xfceSession, xfceTheme, [this](const QVariant& value) {
         const QString name = value.toString();
         xfceTheme_ = name.isEmpty() ? std::nullopt : std::optional(themeAppearance(name));
     });
-    askXfce(xfcePanel, xfcePanelDark,
-            [this](const QVariant& value) { isXfcePanelDark_ = value.toBool(); });
+    ask(xfceSettings, xfcePanel, xfcePanelDark,
+        [this](const QVariant& value) { isXfcePanelDark_ = value.toBool(); });
 }
 
-// Not started for us: where it does not run, this is not Xfce.
-void DesktopAppearance::askXfce(const QString& channel, const QString& property,
-                                std::function<void(const QVariant& value)> answer) {
-    auto question = QDBusMessage::createMethodCall(xfceService, xfcePath, xfceService,
-                                                   QStringLiteral("GetProperty"));
-    question << channel << property;
-    question.setAutoStartService(false);
-    callService(bus_, question, patience, *this,
-                [this, answer = std::move(answer)](const auto& reply) {
-                    answer(valueOf(reply));
-                    decide();
-                });
+void DesktopAppearance::ask(const SettingsService& service, const QString& group,
+                            const QString& key, std::function<void(const QVariant& value)> take) {
+    askForSetting(bus_, service, group, key, *this,
+                  [this, take = std::move(take)](const QVariant& value) {
+                      take(value);
+                      decide();
+                  });
 }
 
 void DesktopAppearance::decide() {
-    const Appearance fallback = xfceTheme_ ? *xfceTheme_ : paletteAppearance();
+    const Appearance fallback = xfceTheme_ ? *xfceTheme_ : appearanceOf(QGuiApplication::palette());
     const Appearance desktop = portal_.value_or(fallback);
     // Xfce's panel follows the theme, whatever the portal says.
     const Appearance statusArea =

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/foundation/Colour.h"
+#include "platform/linux/DesktopSettings.h"
 #include "platform/observable/ObserverList.h"
 
-#include <QDBusConnection>
 #include <QDBusServiceWatcher>
-#include <QObject>
-#include <QVariant>
 
 #include <optional>
 
@@ -40,8 +38,8 @@ private:
     // Told of a change by whoever, it asks those who know.
     Q_SLOT void askPortal();
     Q_SLOT void askXfce();
-    void askXfce(const QString& channel, const QString& property,
-                 std::function<void(const QVariant& value)> answer);
+    void ask(const SettingsService& service, const QString& group, const QString& key,
+             std::function<void(const QVariant& value)> take);
     void decide();
 
     QDBusConnection bus_;
