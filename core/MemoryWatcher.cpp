@@ -1,8 +1,7 @@
 #include "core/MemoryWatcher.h"
 
 #include "core/probes/MemoryBreakdown.h"
-#include "platform/runtime/Waiting.h"
-#include "services/StoredPreferences.h"
+#include "services/PollingLoop.h"
 
 #include <algorithm>
 #include <limits>
@@ -63,19 +62,8 @@ void MemoryWatcher::startScheduler() {
 }
 
 Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {
-    for (;;) {
-        const bool cancelled = co_await currentTaskIsCancelled();
-        if (cancelled) {
-            break;
-        }
-        co_await performWork(self);
-        const double interval = pollingIntervalForLoops(self->environment_.defaults);
-        const auto deadline = after(self->environment_.clock.now(), interval);
-        const SleepResult slept = co_await sleepUntil(self->environment_.clock, deadline);
-        if (slept == SleepResult::cancelled) {
-            break;
-        }
-    }
+    co_await repeatOnPollingInterval<MemoryWatcher>(
+        self, &MemoryWatcher::performWork, &self->environment_.defaults, &self->environment_.clock);
     // A loop that was replaced ends only after its successor was started.
     if (run == self->run_) {
         self->isRunning_ = false;

@@ -1,6 +1,6 @@
 #include "processes/MemoryManager.h"
 
-#include "services/StoredPreferences.h"
+#include "services/PollingLoop.h"
 
 #include <algorithm>
 #include <string>
@@ -38,19 +38,9 @@ void MemoryManager::stopPeriodicTask() {
 }
 
 Task<void> MemoryManager::survey(Self self, std::uint64_t run) {
-    for (;;) {
-        const bool cancelled = co_await currentTaskIsCancelled();
-        if (cancelled) {
-            break;
-        }
-        co_await getAllProcessesMemoryUsage(self);
-        const double interval = pollingIntervalForLoops(self->environment_.defaults);
-        const auto deadline = after(self->environment_.clock.now(), interval);
-        const SleepResult slept = co_await sleepUntil(self->environment_.clock, deadline);
-        if (slept == SleepResult::cancelled) {
-            break;
-        }
-    }
+    co_await repeatOnPollingInterval<MemoryManager>(
+        self, &MemoryManager::getAllProcessesMemoryUsage, &self->environment_.defaults,
+        &self->environment_.clock);
     // A loop that was replaced ends only after its successor was started.
     if (run == self->run_) {
         self->isRunning_ = false;
