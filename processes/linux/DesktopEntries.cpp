@@ -1,13 +1,12 @@
 #include "processes/linux/DesktopEntries.h"
 
+#include "platform/foundation/OpenFolder.h"
 #include "processes/linux/ReadFile.h"
 #include "support/Words.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <tuple>
 
@@ -72,10 +71,7 @@ bool DesktopEntries::refresh() {
 
 void DesktopEntries::readFolder(const Folder& folder) {
     watch_->add(folder.path);
-    struct Close {
-        void operator()(DIR* directory) const { closedir(directory); }
-    };
-    const std::unique_ptr<DIR, Close> directory(opendir(folder.path.c_str()));
+    const OpenFolder directory(opendir(folder.path.c_str()));
     struct stat status{};
     if (!directory || fstat(dirfd(directory.get()), &status) != 0 ||
         !visited_.emplace(status.st_dev, status.st_ino).second) {

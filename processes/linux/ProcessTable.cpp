@@ -1,13 +1,13 @@
 #include "processes/linux/ProcessTable.h"
 
 #include "platform/foundation/FileDescriptor.h"
+#include "platform/foundation/OpenFolder.h"
 #include "processes/linux/ReadFile.h"
 #include "processes/linux/ReadableLine.h"
 #include "support/Words.h"
 
 #include <algorithm>
 #include <array>
-#include <dirent.h>
 #include <fcntl.h>
 #include <limits>
 #include <tuple>
@@ -91,11 +91,8 @@ ProcessTable::Look ProcessTable::look() {
 
 std::vector<ProcessTable::Listed> ProcessTable::list() const {
     std::vector<Listed> listed;
-    struct Close {
-        void operator()(DIR* directory) const { closedir(directory); }
-    };
     const int folder = openat(processes_, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, Close> directory(folder < 0 ? nullptr : fdopendir(folder));
+    const OpenFolder directory(folder < 0 ? nullptr : fdopendir(folder));
     if (!directory) {
         return listed;
     }

@@ -1,12 +1,11 @@
 #include "core/probes/linux/LinuxProbes.h"
 
 #include "platform/foundation/FileDescriptor.h"
+#include "platform/foundation/OpenFolder.h"
 
 #include <array>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <span>
 #include <utility>
 
@@ -112,10 +111,7 @@ std::uint64_t LinuxProbes::readZram() const {
     if (access(zramControlPath_.c_str(), F_OK) != 0) {
         return 0;
     }
-    struct Close {
-        void operator()(DIR* directory) const { closedir(directory); }
-    };
-    const std::unique_ptr<DIR, Close> directory(opendir(blockPath_.c_str()));
+    const OpenFolder directory(opendir(blockPath_.c_str()));
     if (!directory) {
         return 0;
     }
