@@ -12,6 +12,9 @@
 
 namespace tidewell {
 
+/// Makes the program's updater, which tells the delegate. That outlives it.
+using MakeUpdater = std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate& delegate)>;
+
 /// Connects the program to its updater: publishes whether a check can be started now and whether
 /// there is a newer version, and has it looked for from time to time. Main thread.
 class SparkleModel final : public ObservableObject, private SPUUpdaterDelegate {
@@ -22,9 +25,8 @@ public:
         Executor& mainThread;
         ContinuousClock& clock;
         Log& log;
-        /// Called once, from the constructor. The updater tells the delegate, which outlives it,
-        /// and destroys what it shows when it goes.
-        std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate& delegate)> makeUpdater;
+        /// Called once, from the constructor. The updater destroys what it shows when it goes.
+        MakeUpdater makeUpdater;
     };
 
     /// Makes the updater, and starts it where the user has automatic checks enabled. A failure to

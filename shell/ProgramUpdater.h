@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/foundation/Bundle.h"
-#include "platform/foundation/SPUUpdater.h"
 #include "platform/foundation/UserDefaults.h"
 #include "platform/linux/DesktopAppearance.h"
 #include "platform/runtime/Executor.h"
+#include "services/SparkleModel.h"
 #include "support/Log.h"
 
 #include <QString>
@@ -13,9 +13,6 @@
 #include <memory>
 
 namespace tidewell {
-
-/// Makes the program's updater, which tells `delegate`.
-using MakeUpdater = std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate& delegate)>;
 
 /// What the updater of this program stands on. What is referred to must outlive it.
 struct ProgramUpdaterEnvironment {

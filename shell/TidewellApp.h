@@ -28,8 +28,7 @@ struct ApplicationEnvironment {
     const Bundle& bundle;
     DesktopAppearance& appearance;
     std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
-    /// Makes the program's updater; empty in a program that others keep up to date.
-    std::function<std::shared_ptr<SPUUpdater>(SPUUpdaterDelegate&)> makeUpdater;
+    MakeUpdater makeUpdater; ///< empty in a program that others keep up to date
     ApplicationSource& applications;
     LoginItem& loginItem;
     /// Opens the desktop's notification settings; false where it has none.
