@@ -105,9 +105,6 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     QApplication::setApplicationName(name);
     QApplication::setDesktopFileName(identifier);
     QApplication::setQuitOnLastWindowClosed(false);
-    const Translations translations(
-        QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
-    useInstalledIconThemes();
 
     const QDBusConnection sessionBus = QDBusConnection::sessionBus();
     SingleInstance instance(sessionBus, identifier, SingleInstance::usualLockFile(identifier), 3s,
@@ -115,6 +112,9 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     if (const auto status = instance.start()) {
         return {*status, {}};
     }
+    const Translations translations(
+        QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
+    useInstalledIconThemes();
 
     // What the models stand on, in the order in which it has to outlive the rest. Tasks wait in
     // the clock and the executors, and end with them.
