@@ -1,55 +1,31 @@
 // What the panel costs: an update while it is open, sampling while it is closed, opening it. Prints
 // medians, each beside its baseline from the same run. Runs on whatever display the toolkit finds.
 
+#include "benchmarks/WatchedMachine.h"
 #include "core/probes/linux/LinuxProbes.h"
 #include "shell/ContentView.h"
 #include "shell/PanelWindow.h"
 #include "shell/Scenes.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/MemoryUserDefaults.h"
 
 #include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <string>
 #include <vector>
 
 namespace tidewell {
 namespace {
 
-class NoLog final : public Log {
-public:
-    bool isEnabled(LogLevel) const override { return false; }
-    void write(const LogRecord&) override {}
-};
-
-/// A watcher in virtual time and the panel that shows it.
-struct WatchedMachine {
-    explicit WatchedMachine(SystemProbes& probes)
-        : watcher(std::make_shared<MemoryWatcher>(
-              MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
-                                         [this] { return timestamp += 1; }},
-              nullptr)) {
-        spawn(mainThread, watcher->startPeriodicTask());
-        for (int i = 0; i < 400; ++i) {
-            step(); // the history of the pressure is full from here on
-        }
+/// A watcher whose histories are full, and the panel that shows it.
+struct PanelMachine : WatchedMachine {
+    explicit PanelMachine(SystemProbes& probes)
+        : WatchedMachine(probes) {
+        step(400);
         for (int i = 0; i < 100; ++i) {
             watcher->updateSwapUsage();
-        }
-    }
-    void step() {
-        clock.advance(1);
-        while (mainThread.drain() + schedulerThread.drain() > 0) {
         }
     }
     std::unique_ptr<ContentView> makeContent() {
@@ -65,18 +41,11 @@ struct WatchedMachine {
                                      .openNotificationSettings = [] { return true; }});
     }
 
-    MemoryUserDefaults defaults;
-    ManualExecutor mainThread;
-    ManualExecutor schedulerThread;
-    ManualClock clock;
-    NoLog log;
-    double timestamp = 0;
     FakeNotificationCenter notifications{mainThread};
     std::shared_ptr<NotificationManager> notificationManager =
         std::make_shared<NotificationManager>(notifications, log);
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
     SceneWindows windows;
-    std::shared_ptr<MemoryWatcher> watcher;
 };
 
 /// Counts what is painted in a window.
@@ -105,21 +74,6 @@ public:
 private:
     const QWidget& window_;
 };
-
-template <typename Work>
-double microseconds(Work work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::micro> passed =
-        std::chrono::steady_clock::now() - start;
-    return passed.count();
-}
-
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
 
 void print(const char* what, double value, const char* baselineName, double baseline, double limit,
            const char* unit = "us") {
@@ -151,7 +105,7 @@ struct LabelGrid {
 void measureUpdate() {
     FakeProbes probes;
     probes.swap = SwapUsage{.total = 1U << 30U, .used = 1U << 28U, .free = 3U << 28U};
-    WatchedMachine machine(probes);
+    PanelMachine machine(probes);
     const auto content = machine.makeContent();
     content->setFixedSize(panelWidth, panelHeight);
     LabelGrid grid;
@@ -180,11 +134,10 @@ void measureUpdate() {
 }
 
 void measureClosed() {
-    MemoryUserDefaults defaults;
-    NoLog log;
+    SilentLog log;
     LinuxProbes probes("/proc", "/sys", log);
-    WatchedMachine bare(probes);
-    WatchedMachine watched(probes);
+    PanelMachine bare(probes);
+    PanelMachine watched(probes);
     const auto content = watched.makeContent();
     Painted painted(*content);
     content->show();
@@ -202,23 +155,14 @@ void measureClosed() {
     print("sampling step, panel closed", median(step), "without a panel", median(baseline), 1.1);
 }
 
-/// Kilobytes, from the kernel.
 double privateDirty() {
-    std::ifstream rollup("/proc/self/smaps_rollup");
-    for (std::string word; rollup >> word;) {
-        if (word == "Private_Dirty:") {
-            double kilobytes = 0;
-            rollup >> kilobytes;
-            return kilobytes;
-        }
-    }
-    return 0;
+    return ownMemory("smaps_rollup", "Private_Dirty");
 }
 
 void measureOpening() {
     FakeProbes probes;
     probes.swap = SwapUsage{.total = 1U << 30U, .used = 1U << 28U, .free = 3U << 28U};
-    WatchedMachine machine(probes);
+    PanelMachine machine(probes);
     QWidget bare(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     bare.setFixedSize(panelWidth, panelHeight);
     PanelWindow panel([&machine] { return machine.makeContent(); });

@@ -3,62 +3,19 @@
 // The baseline is what cannot be avoided: opening, reading and closing the same files. Both sides
 // are measured in turns, so that whatever else the machine does falls on both.
 
-#include "core/MemoryWatcher.h"
+#include "benchmarks/WatchedMachine.h"
 #include "core/probes/linux/LinuxProbes.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualExecutor.h"
-#include "tests/fakes/MemoryUserDefaults.h"
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <fstream>
-#include <string>
 #include <unistd.h>
 #include <vector>
 
 namespace tidewell {
 namespace {
-
-class SilentLog final : public Log {
-public:
-    bool isEnabled(LogLevel) const override { return false; }
-    void write(const LogRecord&) override {}
-};
-
-/// A watcher of the real machine in virtual time.
-struct WatchedMachine {
-    SilentLog log;
-    LinuxProbes probes{"/proc", "/sys", log};
-    MemoryUserDefaults defaults;
-    ManualExecutor mainThread;
-    ManualExecutor schedulerThread;
-    ManualClock clock;
-    std::shared_ptr<MemoryWatcher> watcher = std::make_shared<MemoryWatcher>(
-        MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
-                                   [this] { return static_cast<double>(++samples); }},
-        nullptr);
-    std::int64_t samples = 0;
-
-    void start() {
-        spawn(mainThread, watcher->startPeriodicTask());
-        settle();
-    }
-    void step() {
-        clock.advance(1);
-        settle();
-    }
-
-private:
-    void settle() {
-        while (mainThread.drain() + schedulerThread.drain() > 0) {
-        }
-    }
-};
 
 void readWhole(const char* path) {
     static std::array<char, 16384> buffer;
@@ -71,7 +28,7 @@ void readWhole(const char* path) {
 }
 
 /// The files of one step, found in the same way.
-void readTheSameFiles() {
+void readTheFilesOfAStep() {
     readWhole("/proc/meminfo");
     readWhole("/proc/spl/kstat/zfs/arcstats");
     if (access("/sys/class/zram-control", F_OK) != 0) {
@@ -91,47 +48,28 @@ void readTheSameFiles() {
     closedir(directory);
 }
 
-template <typename Work>
-double microseconds(int count, Work work) {
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < count; ++i) {
-        work();
+void readTheSameFiles(int steps) {
+    for (int i = 0; i < steps; ++i) {
+        readTheFilesOfAStep();
     }
-    const std::chrono::duration<double, std::micro> passed =
-        std::chrono::steady_clock::now() - start;
-    return passed.count() / count;
 }
 
-double median(std::vector<double> values) {
-    std::ranges::nth_element(values,
-                             values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
-    return values[values.size() / 2];
-}
-
-/// Kilobytes, from the kernel.
-long residentMemory() {
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word == "VmRSS:") {
-            long kilobytes = 0;
-            status >> kilobytes;
-            return kilobytes;
-        }
-    }
-    return 0;
-}
+/// A watcher of the real machine.
+struct RealMachine {
+    SilentLog log;
+    LinuxProbes probes{"/proc", "/sys", log};
+    WatchedMachine watched{probes};
+};
 
 void measureStep() {
-    WatchedMachine machine;
-    machine.start();
-    for (int i = 0; i < 200; ++i) {
-        machine.step(); // the histories are full from here on
-    }
+    RealMachine machine;
+    machine.watched.step(200); // the histories are full from here on
+    constexpr int count = 100;
     std::vector<double> step;
     std::vector<double> baseline;
     for (int round = 0; round < 301; ++round) {
-        baseline.push_back(microseconds(100, readTheSameFiles));
-        step.push_back(microseconds(100, [&machine] { machine.step(); }));
+        baseline.push_back(microseconds([] { readTheSameFiles(count); }) / count);
+        step.push_back(microseconds([&machine] { machine.watched.step(count); }) / count);
     }
     const double stepTime = median(step);
     const double baselineTime = median(baseline);
@@ -142,23 +80,17 @@ void measureStep() {
 }
 
 void measureGrowth() {
-    WatchedMachine machine;
-    machine.start();
+    RealMachine machine;
     constexpr int warmUp = 10'000;
     constexpr int steps = 1'000'000;
-    for (int i = 0; i < warmUp; ++i) {
-        machine.step();
-    }
-    const long before = residentMemory();
-    for (int i = 0; i < steps; ++i) {
-        machine.step();
-    }
-    const long afterwards = residentMemory();
-    std::printf("resident after %d steps        %9ld kB\n"
-                "  after %d more              %9ld kB\n"
+    machine.watched.step(warmUp);
+    const double before = ownMemory("status", "VmRSS");
+    machine.watched.step(steps);
+    const double afterwards = ownMemory("status", "VmRSS");
+    std::printf("resident after %d steps        %9.0f kB\n"
+                "  after %d more              %9.0f kB\n"
                 "  ratio                               %9.3f    (no growth: 1)\n",
-                warmUp, before, steps, afterwards,
-                static_cast<double>(afterwards) / static_cast<double>(before));
+                warmUp, before, steps, afterwards, afterwards / before);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // reads the same figures: a loop over the same files. All are measured in turns, so that whatever
 // else the machine does falls on all of them.
 
+#include "benchmarks/Measuring.h"
 #include "platform/foundation/FileDescriptor.h"
 #include "processes/MemoryManager.h"
 #include "processes/linux/LinuxApplicationSource.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -23,27 +23,6 @@
 
 namespace tidewell {
 namespace {
-
-class SilentLog final : public Log {
-public:
-    bool isEnabled(LogLevel) const override { return false; }
-    void write(const LogRecord&) override {}
-};
-
-template <typename Work>
-double microseconds(Work work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::micro> passed =
-        std::chrono::steady_clock::now() - start;
-    return passed.count();
-}
-
-double median(std::vector<double> values) {
-    std::ranges::nth_element(values,
-                             values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
-    return values[values.size() / 2];
-}
 
 /// Processes of this user that sleep as long as this lives.
 class Sleepers {
@@ -113,8 +92,7 @@ struct Survey {
 
     void take() {
         spawn(mainThread, manager->getAllProcessesMemoryUsage());
-        while (mainThread.drain() + worker.drain() > 0) {
-        }
+        settle(mainThread, worker);
     }
 
     SilentLog log;
@@ -162,8 +140,7 @@ std::vector<std::string> filesOf(Survey& survey) {
         *result = co_await source->runningApplications();
     };
     spawn(survey.mainThread, store(&survey.source, &list));
-    while (survey.mainThread.drain() + survey.worker.drain() > 0) {
-    }
+    settle(survey.mainThread, survey.worker);
     std::vector<std::string> files;
     for (const auto& application : *list) {
         files.push_back("/proc/" + std::to_string(application.processIdentifier) + "/statm");
