@@ -4,15 +4,12 @@ or in the named ones only. Prints their paths. Under `unshare --pid --fork --mou
 window shows the desktop's own processes alone.
 """
 
-import argparse
 import dataclasses
-import os
-import pathlib
 import sys
 
 from desktop import Desktop, DesktopError, wait_for
 from program import Tidewell, meminfo, write_history
-from screenshots import Photographer
+from screenshots import command_line, photograph
 
 # Where the pointer goes, in points of the panel.
 FIGURES, GAUGES = (175, 290), (175, 90)
@@ -93,7 +90,7 @@ def start_applications(desktop):
         desktop.start("/usr/bin/python3", str(program), str(mebibytes), name="application")
 
 
-def photograph(photographer, name, scene):
+def take_scene(photographer, name, scene):
     photographer.scale = scene.scale
     with Desktop(host="xfce", notifications=scene.notifications, dark=scene.dark,
                  scale=scene.scale, size=scene.size) as desktop:
@@ -124,22 +121,15 @@ def photograph(photographer, name, scene):
                                     min(y + height + margin, desktop.size[1]))), flush=True)
 
 
+def take_scenes(photographer, arguments):
+    for name in arguments.scene or SCENES:
+        take_scene(photographer, name, SCENES[name])
+
+
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("program")
-    parser.add_argument("folder", type=pathlib.Path)
+    parser = command_line(__doc__)
     parser.add_argument("scene", nargs="*", choices=[[], *SCENES])
-    arguments = parser.parse_args()
-    os.environ["TIDEWELL"] = str(pathlib.Path(arguments.program).resolve())
-    arguments.folder.mkdir(parents=True, exist_ok=True)
-    photographer = Photographer(arguments.folder.resolve(), 1)
-    try:
-        for name in arguments.scene or SCENES:
-            photograph(photographer, name, SCENES[name])
-    except DesktopError as error:
-        print(f"panel_scenes: {error}", file=sys.stderr)
-        return 1
-    return 0
+    return photograph(parser, take_scenes)
 
 
 if __name__ == "__main__":

@@ -62,7 +62,8 @@ def write_history(desktop, level, count, now=1764000000):
                   "timestamp": now + 5.0 * at} for at in range(count)]
     swapped = [{"value": 0 if level == "none" else int(1.36e9 * (0.25 + 0.75 * (at + 1) / count)),
                 "timestamp": now + 60.0 * at} for at in range(count)]
-    document = json.dumps({"id": str(uuid.uuid4()), "memoryPressureArray": pressures, "swapUsedArray": swapped})
+    document = json.dumps({"id": str(uuid.uuid4()), "memoryPressureArray": pressures,
+                           "swapUsedArray": swapped})
     store_file(desktop).parent.mkdir(mode=0o700, exist_ok=True)
     store_file(desktop).write_text(json.dumps(
         {"_dataContainer": {"data": base64.b64encode(document.encode()).decode()}}))

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""screenshots.py PROGRAM FOLDER: starts the program on virtual desktops as a person would, opens
-its panel with a click, and saves pictures of what there is to see. Prints their paths.
+"""screenshots.py PROGRAM FOLDER [--scale N]: starts the program on virtual desktops as a person
+would, opens its panel with a click, and saves pictures of what there is to see. Prints their paths.
 """
 
 import argparse
@@ -12,9 +12,10 @@ import sys
 from desktop import Desktop, DesktopError, wait_for
 from program import LEVEL_COLOURS, TEXT_COLOUR, Tidewell, meminfo
 
+
 class Photographer:
-    def __init__(self, folder, scale):
-        self.folder, self.scale = folder, scale
+    def __init__(self, folder):
+        self.folder, self.scale = folder, 1
         self.appearance = ""
         self.can_alter_figures = True
 
@@ -106,25 +107,41 @@ class Photographer:
             raise DesktopError(f"the program ended with {status}:\n{tidewell.log()}")
 
 
-def main():
-    parser = argparse.ArgumentParser()
+def command_line(description):
+    """A parser of PROGRAM FOLDER."""
+    parser = argparse.ArgumentParser(description=description)
     parser.add_argument("program")
     parser.add_argument("folder", type=pathlib.Path)
-    parser.add_argument("--scale", type=int, default=1)
+    return parser
+
+
+def photograph(parser, take):
+    """Has `take(photographer, arguments)` fill the folder that the command names, and returns the
+    exit status."""
     arguments = parser.parse_args()
     os.environ["TIDEWELL"] = str(pathlib.Path(arguments.program).resolve())
     arguments.folder.mkdir(parents=True, exist_ok=True)
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
-    photographer = Photographer(arguments.folder.resolve(), arguments.scale)
     try:
-        for dark in (False, True):
-            photographer.appearance = "dark" if dark else "light"
-            photographer.status_item(dark)
-            photographer.label_window(dark)
+        take(Photographer(arguments.folder.resolve()), arguments)
     except DesktopError as error:
-        print(f"screenshots: {error}", file=sys.stderr)
+        print(f"{parser.prog}: {error}", file=sys.stderr)
         return 1
     return 0
+
+
+def take_all(photographer, arguments):
+    photographer.scale = arguments.scale
+    for dark in (False, True):
+        photographer.appearance = "dark" if dark else "light"
+        photographer.status_item(dark)
+        photographer.label_window(dark)
+
+
+def main():
+    parser = command_line(__doc__)
+    parser.add_argument("--scale", type=int, default=1)
+    return photograph(parser, take_all)
 
 
 if __name__ == "__main__":
