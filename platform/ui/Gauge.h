@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <utility>
+
 namespace tidewell {
 
 /// Where `value` lies between the two ends, 0 to 1: values outside lie at the nearer end. An empty,
@@ -27,6 +29,31 @@ protected:
 
     /// To be called after the content changed, with what `reading` gave before.
     void contentChanged(const Reading& before);
+};
+
+/// A gauge of a plain struct with a `value`, its `text`, a `minimum` and a `maximum`.
+template <typename Content>
+class GaugeOf : public Gauge {
+public:
+    const Content& content() const { return content_; }
+    /// Draws anew only what differs from what is shown.
+    void setContent(Content content) {
+        if (content != content_) {
+            const Reading before = reading();
+            content_ = std::move(content);
+            contentChanged(before);
+        }
+    }
+
+    Reading reading() const final {
+        return {content_.value, content_.minimum, content_.maximum, content_.text};
+    }
+
+protected:
+    using Gauge::Gauge;
+
+private:
+    Content content_;
 };
 
 } // namespace tidewell

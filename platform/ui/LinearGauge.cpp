@@ -18,21 +18,8 @@ constexpr double lineDistance = 16; // from the track's middle to that of the va
 } // namespace
 
 LinearGauge::LinearGauge(QWidget* parent)
-    : Gauge(parent) {
+    : GaugeOf(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-}
-
-void LinearGauge::setContent(LinearGaugeContent content) {
-    if (content == content_) {
-        return;
-    }
-    const Reading before = reading();
-    content_ = std::move(content);
-    contentChanged(before);
-}
-
-Gauge::Reading LinearGauge::reading() const {
-    return {content_.value, content_.minimum, content_.maximum, content_.text};
 }
 
 QSize LinearGauge::sizeHint() const {
@@ -44,6 +31,7 @@ QSize LinearGauge::minimumSizeHint() const {
 }
 
 void LinearGauge::paintEvent(QPaintEvent*) {
+    const LinearGaugeContent& shown = content();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
@@ -59,14 +47,14 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     painter.setFont(textFont(TextStyle::footnote, font()));
     painter.setPen(toQColor(colours::secondaryText, appearanceOf(palette())));
     const QFontMetricsF endMetrics(painter.font());
-    const double minimumWidth = endMetrics.horizontalAdvance(content_.minimumText);
-    const double maximumWidth = endMetrics.horizontalAdvance(content_.maximumText);
+    const double minimumWidth = endMetrics.horizontalAdvance(shown.minimumText);
+    const double maximumWidth = endMetrics.horizontalAdvance(shown.maximumText);
     const double endHeight = endMetrics.height();
     const double endTop = trackMiddle - endHeight / 2;
     painter.drawText(mirrored({0, endTop, minimumWidth, endHeight}), Qt::AlignCenter,
-                     content_.minimumText);
+                     shown.minimumText);
     painter.drawText(mirrored({whole.width() - maximumWidth, endTop, maximumWidth, endHeight}),
-                     Qt::AlignCenter, content_.maximumText);
+                     Qt::AlignCenter, shown.maximumText);
 
     const double start = minimumWidth > 0 ? minimumWidth + gap : 0;
     const double end = whole.width() - (maximumWidth > 0 ? maximumWidth + gap : 0);
@@ -75,11 +63,11 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(palette().color(foregroundRole()), 0.12));
     painter.drawRoundedRect(mirrored(track), trackHeight / 2, trackHeight / 2);
-    const double fraction = gaugeFraction(content_.value, content_.minimum, content_.maximum);
+    const double fraction = gaugeFraction(shown.value, shown.minimum, shown.maximum);
     if (fraction > 0) { // however little it is, its ends stay round
         QRectF filled = track;
         filled.setWidth(std::max(fraction * track.width(), trackHeight));
-        painter.setBrush(toQColor(content_.tint, appearanceOf(palette())));
+        painter.setBrush(toQColor(shown.tint, appearanceOf(palette())));
         painter.drawRoundedRect(mirrored(filled), trackHeight / 2, trackHeight / 2);
     }
 
@@ -88,7 +76,7 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     const double valueHeight = QFontMetricsF(painter.font()).height();
     painter.drawText(
         QRectF(0, trackMiddle + lineDistance - valueHeight / 2, whole.width(), valueHeight),
-        Qt::AlignCenter, content_.text);
+        Qt::AlignCenter, shown.text);
 }
 
 } // namespace tidewell

@@ -20,23 +20,15 @@ struct LinearGaugeContent {
 /// A capsule that is filled from the minimum to the value, between the texts of its ends, with the
 /// value's text centred below. It runs from right to left in right-to-left layouts. Values outside
 /// the range stand at its nearer end.
-class LinearGauge final : public Gauge {
+class LinearGauge final : public GaugeOf<LinearGaugeContent> {
 public:
     explicit LinearGauge(QWidget* parent = nullptr);
 
-    const LinearGaugeContent& content() const { return content_; }
-    /// Draws anew only what differs from what is shown.
-    void setContent(LinearGaugeContent content);
-
-    Reading reading() const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    LinearGaugeContent content_;
 };
 
 } // namespace tidewell

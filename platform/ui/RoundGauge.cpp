@@ -59,21 +59,8 @@ void drawCentred(QPainter& painter, QPointF baselineMiddle, const QString& text,
 } // namespace
 
 RoundGauge::RoundGauge(QWidget* parent)
-    : Gauge(parent) {
+    : GaugeOf(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-void RoundGauge::setContent(RoundGaugeContent content) {
-    if (content == content_) {
-        return;
-    }
-    const Reading before = reading();
-    content_ = std::move(content);
-    contentChanged(before);
-}
-
-Gauge::Reading RoundGauge::reading() const {
-    return {content_.value, content_.minimum, content_.maximum, content_.text};
 }
 
 QSize RoundGauge::sizeHint() const {
@@ -81,6 +68,7 @@ QSize RoundGauge::sizeHint() const {
 }
 
 void RoundGauge::paintEvent(QPaintEvent*) {
+    const RoundGaugeContent& shown = content();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
@@ -92,11 +80,10 @@ void RoundGauge::paintEvent(QPaintEvent*) {
 
     const QRectF circle(middle - QPointF(arcRadius, arcRadius), QSizeF(2, 2) * arcRadius);
     painter.setPen(
-        QPen(alongArc(middle, content_.gradient, appearance), stroke, Qt::SolidLine, Qt::RoundCap));
+        QPen(alongArc(middle, shown.gradient, appearance), stroke, Qt::SolidLine, Qt::RoundCap));
     painter.drawArc(circle, static_cast<int>(startAngle * 16), static_cast<int>(span * 16));
 
-    const QPointF marker =
-        onArc(middle, gaugeFraction(content_.value, content_.minimum, content_.maximum));
+    const QPointF marker = onArc(middle, gaugeFraction(shown.value, shown.minimum, shown.maximum));
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(backgroundRole()));
     painter.drawEllipse(marker, markerRing, markerRing);
@@ -107,24 +94,23 @@ void RoundGauge::paintEvent(QPaintEvent*) {
     valueFont.setPixelSize(static_cast<int>(valueTextSize));
     valueFont.setWeight(QFont::DemiBold);
     const QFontMetricsF natural(valueFont);
-    const double textWidth = natural.horizontalAdvance(content_.text);
+    const double textWidth = natural.horizontalAdvance(shown.text);
     painter.setFont(valueFont);
     painter.save();
     painter.translate(middle);
     if (textWidth > valueTextWidth) { // digits of a wide font are drawn smaller rather than cut
         painter.scale(valueTextWidth / textWidth, valueTextWidth / textWidth);
     }
-    drawCentred(painter, {0, natural.capHeight() / 2}, content_.text,
-                textColour(content_.textColour));
+    drawCentred(painter, {0, natural.capHeight() / 2}, shown.text, textColour(shown.textColour));
     painter.restore();
 
     QFont endFont = textFont(TextStyle::footnote, font());
     endFont.setWeight(QFont::DemiBold);
     painter.setFont(endFont);
-    drawCentred(painter, middle + QPointF(-endTextDistance, endTextBaseline), content_.minimumText,
-                textColour(content_.minimumTextColour));
-    drawCentred(painter, middle + QPointF(endTextDistance, endTextBaseline), content_.maximumText,
-                textColour(content_.maximumTextColour));
+    drawCentred(painter, middle + QPointF(-endTextDistance, endTextBaseline), shown.minimumText,
+                textColour(shown.minimumTextColour));
+    drawCentred(painter, middle + QPointF(endTextDistance, endTextBaseline), shown.maximumText,
+                textColour(shown.maximumTextColour));
 }
 
 } // namespace tidewell

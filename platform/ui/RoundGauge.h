@@ -27,22 +27,14 @@ struct RoundGaugeContent {
 /// range stand at its nearer end.
 ///
 /// It turns clockwise in right-to-left layouts, too, as clocks and dials do there.
-class RoundGauge final : public Gauge {
+class RoundGauge final : public GaugeOf<RoundGaugeContent> {
 public:
     explicit RoundGauge(QWidget* parent = nullptr);
 
-    const RoundGaugeContent& content() const { return content_; }
-    /// Draws anew only what differs from what is shown.
-    void setContent(RoundGaugeContent content);
-
-    Reading reading() const override;
     QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    RoundGaugeContent content_;
 };
 
 } // namespace tidewell
