@@ -235,7 +235,6 @@ QWidget* ContentView::makeSwapBox() {
 
 QWidget* ContentView::makeSwapHistory() {
     swapChart_ = new ScrollingBarChart(environment_.memoryWatcher, {}, 22.1, 1);
-    swapChart_->setAccessibleName(tr("Swap Usage"));
     auto* box = new TitledBox(tr("Swap Usage"), swapChart_);
     box->setContentMargins({0, 3, 0, 3});
     swapHistory_ = new QStackedWidget;
@@ -250,7 +249,6 @@ QWidget* ContentView::makeSwapHistory() {
 QWidget* ContentView::makePressureHistory() {
     constexpr int height = 100;
     pressureChart_ = new ScrollingBarChartFixed(height, {}, 3, 0, {.value = 0, .timestamp = 0});
-    pressureChart_->setAccessibleName(tr("Memory Pressure"));
     auto* box = new TitledBox(tr("Memory Pressure"), pressureChart_);
     box->setContentMargins({0, boxMargin, 0, boxMargin});
     box->setFixedWidth(componentWidth);

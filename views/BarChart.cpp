@@ -32,9 +32,18 @@ QAccessibleInterface* accessibleChart(const QString& /*className*/, QObject* obj
 
 } // namespace
 
-BarChart::BarChart() {
+BarChart::BarChart(double barWidth, double spacing)
+    : barWidth_(barWidth)
+    , spacing_(spacing) {
     QAccessible::installFactory(accessibleChart); // does nothing the second time
     setMouseTracking(true);
+}
+
+BarStrip BarChart::strip(std::size_t count) const {
+    return {.width = static_cast<double>(width()),
+            .barWidth = barWidth_,
+            .spacing = spacing_,
+            .count = count};
 }
 
 void BarChart::samplesChanged() {

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "views/BarStrip.h"
+
 #include <QWidget>
 
-#include <cstddef>
 #include <optional>
 
 namespace tidewell {
@@ -17,7 +18,12 @@ public:
     virtual QString newestSampleText() const = 0;
 
 protected:
-    BarChart();
+    /// Lengths in points.
+    BarChart(double barWidth, double spacing);
+
+    double barWidth() const { return barWidth_; }
+    /// Where so many bars stand at the present size.
+    BarStrip strip(std::size_t count) const;
 
     /// After the samples, or the colours they are painted in, have changed.
     void samplesChanged();
@@ -44,6 +50,8 @@ private:
     void movePointer(std::optional<QPointF> position);
     void followPointer();
 
+    double barWidth_;
+    double spacing_;
     std::optional<QPointF> pointer_; // while it is in the chart
 };
 

@@ -21,10 +21,9 @@ double swapBarHeight(double chartHeight, std::int64_t value, std::int64_t larges
 ScrollingBarChart::ScrollingBarChart(std::shared_ptr<MemoryWatcher> memoryWatcher,
                                      std::vector<SwapItem> swapUsedArray, double barWidth,
                                      double spacing)
-    : memoryWatcher_(std::move(memoryWatcher))
-    , swapUsedArray_(std::move(swapUsedArray))
-    , barWidth_(barWidth)
-    , spacing_(spacing) {
+    : BarChart(barWidth, spacing)
+    , memoryWatcher_(std::move(memoryWatcher))
+    , swapUsedArray_(std::move(swapUsedArray)) {
     setAccessibleName(tr("Swap Usage"));
 }
 
@@ -44,19 +43,13 @@ QString ScrollingBarChart::newestSampleText() const {
                           QString::fromStdString(timeOfDayString(swapUsedArray_.back().timestamp)));
 }
 
-BarStrip ScrollingBarChart::strip() const {
-    return {.width = static_cast<double>(width()),
-            .barWidth = barWidth_,
-            .spacing = spacing_,
-            .count = swapUsedArray_.size()};
-}
-
 void ScrollingBarChart::rebuild() {
     level_ = memoryWatcher_->warningLevel();
     const std::int64_t largest =
         swapUsedArray_.empty() ? 0 : std::ranges::max(swapUsedArray_, {}, &SwapItem::value).value;
     const auto earlier = std::exchange(bars_, {});
-    const std::size_t firstEarlier = std::exchange(firstBar_, strip().firstVisible());
+    const std::size_t firstEarlier =
+        std::exchange(firstBar_, strip(swapUsedArray_.size()).firstVisible());
     for (std::size_t index = firstBar_; index < swapUsedArray_.size(); ++index) {
         const auto& [value, timestamp] = swapUsedArray_[index];
         auto& bar = bars_.emplace_back();
@@ -69,7 +62,7 @@ void ScrollingBarChart::rebuild() {
         bar = VerticalBarWithText{.barColor = levelColour(level_),
                                   .textValue = byteText(value),
                                   .barHeight = swapBarHeight(height(), value, largest),
-                                  .barWidth = barWidth_,
+                                  .barWidth = barWidth(),
                                   .timeStamp = timestamp,
                                   .hovered = hovered};
         // Also for a place whose sample has moved on: its old label would be another sample's.
@@ -82,7 +75,7 @@ void ScrollingBarChart::dropBars() {
 }
 
 std::optional<std::size_t> ScrollingBarChart::barAt(QPointF position) const {
-    const auto index = strip().barAt(position.x());
+    const auto index = strip(swapUsedArray_.size()).barAt(position.x());
     if (!index || !bars_.at(*index - firstBar_)) {
         return std::nullopt;
     }
@@ -104,12 +97,11 @@ void ScrollingBarChart::hover(std::size_t bar, bool inside) {
 void ScrollingBarChart::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QFont font = VerticalBarWithText::labelFont();
-    const BarStrip place = strip();
+    const BarStrip place = strip(swapUsedArray_.size());
     for (std::size_t index = firstBar_; index < swapUsedArray_.size(); ++index) {
         const auto& bar = bars_.at(index - firstBar_);
-        const double left = place.left(index);
-        if (bar && left <= event->rect().right() + 1 && left + barWidth_ >= event->rect().left()) {
-            bar->paint(painter, {left, static_cast<double>(height())}, font,
+        if (bar && place.reaches(index, event->rect().left(), event->rect().right() + 1)) {
+            bar->paint(painter, {place.left(index), static_cast<double>(height())}, font,
                        appearanceOf(palette()));
         }
     }

@@ -3,7 +3,6 @@
 #include "core/MemoryWatcher.h"
 #include "core/SwapItem.h"
 #include "views/BarChart.h"
-#include "views/BarStrip.h"
 #include "views/VerticalBarWithText.h"
 
 #include <cstdint>
@@ -43,12 +42,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    BarStrip strip() const;
-
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
     std::vector<SwapItem> swapUsedArray_;
-    double barWidth_;
-    double spacing_;
     WarningLevel level_ = WarningLevel::none; // that the bars are coloured after
     std::vector<std::optional<VerticalBarWithText>> bars_;
     std::size_t firstBar_ = 0; // the place in the history of the first of them

@@ -19,10 +19,10 @@ ScrollingBarChartFixed::ScrollingBarChartFixed(double fixedHeight,
                                                std::vector<MemoryPressureItem> memoryPressureArray,
                                                double barWidth, double spacing,
                                                MemoryPressureItem hoverValue)
-    : fixedHeight_(fixedHeight)
+    : BarChart(barWidth, spacing)
+    , fixedHeight_(fixedHeight)
     , memoryPressureArray_(std::move(memoryPressureArray))
-    , barWidth_(barWidth)
-    , spacing_(spacing)
+
     , hoverValue_(hoverValue) {
     setAccessibleName(tr("Memory Pressure"));
     setFixedHeight(static_cast<int>(std::ceil(fixedHeight)));
@@ -45,19 +45,12 @@ QString ScrollingBarChartFixed::newestSampleText() const {
         .arg(QString::number(value), QString::fromStdString(timeOfDayString(timestamp)));
 }
 
-BarStrip ScrollingBarChartFixed::strip() const {
-    return {.width = static_cast<double>(width()),
-            .barWidth = barWidth_,
-            .spacing = spacing_,
-            .count = memoryPressureArray_.size()};
-}
-
 void ScrollingBarChartFixed::rebuild() {
     const auto earlier = std::exchange(bars_, {});
     auto next = earlier.begin(); // samples keep their order, and each bar goes on as one
     bool isHoverKept = false;
     for (const auto& item : memoryPressureArray_) {
-        auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth_,
+        auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth(),
                                                                 .barHeight = fixedHeight_,
                                                                 .memoryPressureItem = item,
                                                                 .fill = pressureColour(item.value),
@@ -82,7 +75,7 @@ void ScrollingBarChartFixed::dropBars() {
 }
 
 std::optional<std::size_t> ScrollingBarChartFixed::barAt(QPointF position) const {
-    const auto index = strip().barAt(position.x());
+    const auto index = strip(memoryPressureArray_.size()).barAt(position.x());
     const bool isInside =
         index && position.y() < fixedHeight_ &&
         position.y() >= fixedHeight_ - pressureBarHeight(bars_.at(*index).memoryPressureItem.value);
@@ -101,11 +94,10 @@ void ScrollingBarChartFixed::hover(std::size_t bar, bool inside) {
 
 void ScrollingBarChartFixed::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    const BarStrip place = strip();
+    const BarStrip place = strip(memoryPressureArray_.size());
     for (std::size_t index = place.firstVisible(); index < bars_.size(); ++index) {
-        const double left = place.left(index);
-        if (left <= event->rect().right() + 1 && left + barWidth_ >= event->rect().left()) {
-            bars_[index].paint(painter, {left, fixedHeight_}, appearanceOf(palette()));
+        if (place.reaches(index, event->rect().left(), event->rect().right() + 1)) {
+            bars_[index].paint(painter, {place.left(index), fixedHeight_}, appearanceOf(palette()));
         }
     }
     if (hoverValue_.value >= 0) {

@@ -2,7 +2,6 @@
 
 #include "core/MemoryPressureItem.h"
 #include "views/BarChart.h"
-#include "views/BarStrip.h"
 #include "views/VerticalBarWithExtension.h"
 
 #include <vector>
@@ -41,13 +40,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    BarStrip strip() const;
     void paintReadOut(QPainter& painter) const;
 
     double fixedHeight_;
     std::vector<MemoryPressureItem> memoryPressureArray_;
-    double barWidth_;
-    double spacing_;
     MemoryPressureItem hoverValue_;
     std::vector<VerticalBarWithExtension> bars_;
 };
