@@ -2,8 +2,7 @@
 #include "processes/linux/ProcessFiles.h"
 #include "processes/linux/ReadableLine.h"
 #include "support/Utf8.h"
-
-#include <cstdlib>
+#include "tests/fuzz/Require.h"
 
 // All readers of a process's files get the same text: each finds its own way through it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -11,16 +10,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     if (const auto stat = parseProcessStat(text)) {
         const std::string name = readableLine(stat->commandName);
-        if (!isUtf8(name) || name.find('\n') != std::string::npos) {
-            std::abort();
-        }
+        require(isUtf8(name) && name.find('\n') == std::string::npos);
     }
     residentPages(text);
     effectiveUser(text);
     const auto words = commandWords(text, 32);
-    if (words.size() > 32) {
-        std::abort();
-    }
+    require(words.size() <= 32);
     programOfProcess(words);
     return 0;
 }

@@ -15,10 +15,7 @@ TEST(CommandLine, IsSplitAsEntriesQuoteIt) {
 }
 
 TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {
-    struct Case {
-        const char* command;
-        Program program;
-    };
+    using Case = std::pair<const char*, Program>;
     for (const auto& [command, program] : {
              Case{"firefox %u", {"firefox"}},
              {"env -i A=b /usr/bin/x --new", {"/usr/bin/x", false, true}},

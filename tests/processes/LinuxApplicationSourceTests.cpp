@@ -21,34 +21,20 @@ Task<void> storeList(LinuxApplicationSource* source, ApplicationList* list) {
 
 class LinuxApplicationSourceTest : public Surroundings {
 protected:
-    LinuxApplicationSourceTest() {
-        folder.write("proc/uptime", "1000.25 3.5\n");
-        source = std::make_unique<LinuxApplicationSource>(
-            LinuxApplicationSource::Settings{
-                .processFolder = folder.path() / "proc",
-                .dataFolders = {folder.path() / "home/share", folder.path() / "usr"},
-                .locale = "de_DE.UTF-8",
-                .user = 1000},
-            worker, log);
-    }
-
     struct Process {
         std::string name;
         int id;
-        int parent = 1;
+        std::string stat = "S 1 0 0 0 0 0"; ///< from the state and the parent to the flags
         std::vector<std::string> words = {};
         std::string unit = "session-2.scope";
-        char state = 'S';
         int user = 1000;
         int startTime = 100;
-        int flags = 0;
     };
 
     void run(const Process& process) {
-        const auto path = "proc" / std::filesystem::path(std::to_string(process.id));
-        folder.write(path / "stat", std::to_string(process.id) + " (" + process.name + ") " +
-                                        process.state + " " + std::to_string(process.parent) +
-                                        " 0 0 0 0 " + std::to_string(process.flags) +
+        const auto id = std::to_string(process.id);
+        const std::filesystem::path path = "proc/" + id;
+        folder.write(path / "stat", id + " (" + process.name + ") " + process.stat +
                                         " 0 0 0 0 0 0 0 0 0 0 0 0 " +
                                         std::to_string(process.startTime) + " 0 0\n");
         folder.write(path / "status", "Uid:\t0\t" + std::to_string(process.user) + "\t0\t0\n");
@@ -92,7 +78,13 @@ protected:
     }
 
     TemporaryFolder folder;
-    std::unique_ptr<LinuxApplicationSource> source;
+    std::filesystem::path upTime = folder.write("proc/uptime", "1000.25 3.5\n");
+    std::unique_ptr<LinuxApplicationSource> source = std::make_unique<LinuxApplicationSource>(
+        LinuxApplicationSource::Settings{folder.path() / "proc",
+                                         {folder.path() / "home/share", folder.path() / "usr"},
+                                         "de_DE.UTF-8",
+                                         1000},
+        worker, log);
     ApplicationList list;
     int ended = 0;
 };
@@ -101,8 +93,8 @@ TEST_F(LinuxApplicationSourceTest, ListsWhatTheUserRunsByNumberWithReadableNames
     run({.name = "a) b (c", .id = 900, .words = {"/bin/daemon"}});
     run({.name = "zwei\nZeil\x1b\xe2\x82", .id = 31});
     run({.name = "", .id = 32});
-    run({.name = "kthread", .id = 33, .flags = 0x200000});
-    run({.name = "zombie", .id = 34, .state = 'Z'});
+    run({.name = "kthread", .id = 33, .stat = "S 1 0 0 0 0 2097152"});
+    run({.name = "zombie", .id = 34, .stat = "Z 1 0 0 0 0 0"});
     run({.name = "other's", .id = 35, .user = 0});
     folder.write("proc/36/status", ""); // vanishes meanwhile
     folder.write("proc/37x/stat", "37 (x) S 1");
@@ -118,10 +110,21 @@ TEST_F(LinuxApplicationSourceTest, NamesTheLeaderOfAnApplicationAndGivesItsHelpe
     writeEntry("tool", "Name=Tool\nExec=tool\n");
     const auto unit = "app-gnome-org.x.Files-77.scope"s;
     run({.name = "sh", .id = 10, .words = {"/bin/sh", "-c", "xfiles; true"}, .unit = unit});
-    run({.name = "xfiles", .id = 11, .parent = 10, .words = {"/usr/bin/xfiles"}, .unit = unit});
-    run({.name = "xfiles-thumb", .id = 12, .parent = 11, .words = {"/usr/lib/th"}, .unit = unit});
+    run({.name = "xfiles",
+         .id = 11,
+         .stat = "S 10 0 0 0 0 0",
+         .words = {"/usr/bin/xfiles"},
+         .unit = unit});
+    run({.name = "xfiles-thumb",
+         .id = 12,
+         .stat = "S 11 0 0 0 0 0",
+         .words = {"/usr/lib/th"},
+         .unit = unit});
     run({.name = "web", .id = 20, .words = {"/opt/web/web (deleted)", "--first"}});
-    run({.name = "web", .id = 21, .parent = 20, .words = {"/opt/web/web", "--type=renderer"}});
+    run({.name = "web",
+         .id = 21,
+         .stat = "S 20 0 0 0 0 0",
+         .words = {"/opt/web/web", "--type=renderer"}});
     run({.name = "python3", .id = 30, .words = {"/usr/bin/python3.11", "/home/x/tool"}});
     run({.name = "tool", .id = 31, .words = {"/usr/bin/tool"}, .unit = "app-unknown-1.scope"});
     EXPECT_THAT(look(), ElementsAre("sh files", "Dateien files", "xfiles-thumb files",
@@ -166,7 +169,7 @@ TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesCh
     folder.write("proc/10/stat", "unreadable");
     run({.name = "edit", .id = 20, .words = {"/usr/bin/edit"}, .startTime = 99'800});
     EXPECT_THAT(look(), ElementsAre("Editor edit", "Editor edit"));
-    folder.write("proc/uptime", "1002.0 3.5\n");
+    writeText(upTime, "1002.0 3.5\n");
     look();
     const auto steady = list;
     look();

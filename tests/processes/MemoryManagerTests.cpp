@@ -27,12 +27,8 @@ protected:
 
     Image icon{"editor"};
     FakeApplicationSource source;
-    std::shared_ptr<MemoryManager> manager =
-        std::make_shared<MemoryManager>(MemoryManager::Environment{.applications = source,
-                                                                   .defaults = defaults,
-                                                                   .mainThread = mainThread,
-                                                                   .clock = clock,
-                                                                   .log = log});
+    std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
+        MemoryManager::Environment{source, defaults, mainThread, clock, log});
 };
 
 TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsListed) {
@@ -48,13 +44,11 @@ TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsLi
     EXPECT_EQ(told, 1);
     EXPECT_THAT(labels(),
                 ElementsAre("most", "first", "bare", "No localize name available", "small"));
-    const auto& rows = manager->allProcesses();
-    EXPECT_EQ(rows[0].showItem.value, most);
-    EXPECT_EQ(rows[1].image, icon);
-    EXPECT_EQ(rows[2].image, std::nullopt);
-    constexpr std::string_view noIcon =
-        "info general getAllProcessesMemoryUsage(): No icon available for ";
-    EXPECT_THAT(log.takeLines(), ElementsAre(std::string(noIcon) + "bare", std::string(noIcon)));
+    EXPECT_EQ(manager->allProcesses()[0].showItem.value, most);
+    EXPECT_EQ(manager->allProcesses()[1].image, icon);
+    EXPECT_EQ(manager->allProcesses()[2].image, std::nullopt);
+    const std::string noIcon = "info general getAllProcessesMemoryUsage(): No icon available for ";
+    EXPECT_THAT(log.takeLines(), ElementsAre(noIcon + "bare", noIcon));
 }
 
 TEST_F(MemoryManagerTest, SurveysAtOnceAndAgainAfterThePollingIntervalAsItIsThen) {

@@ -28,10 +28,7 @@ TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
 }
 
 TEST(ProcessFiles, FindTheApplicationOfAUnit) {
-    struct Case {
-        std::string unit;
-        std::vector<std::string> identifiers;
-    };
+    using Case = std::pair<std::string, std::vector<std::string>>;
     const std::string app = "0::/user.slice/user@1000.service/app.slice/";
     for (const auto& [unit, identifiers] : {
              Case{"app-gnome-org.gnome.Nautilus-4711.scope",

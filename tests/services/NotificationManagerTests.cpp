@@ -9,6 +9,8 @@
 namespace tidewell {
 namespace {
 
+using testing::ElementsAre;
+
 class NotificationManagerTest : public Surroundings {
 protected:
     void show(std::optional<std::string> subtitle) {
@@ -20,28 +22,21 @@ protected:
         std::make_shared<NotificationManager>(center, log);
 };
 
-TEST_F(NotificationManagerTest, PostsWhatTheDesktopPermitsAndLogsWhatBecameOfIt) {
-    const std::string asking = " general requestPermission(): ";
+TEST_F(NotificationManagerTest, LogsWhyNothingIsShown) {
     const std::string showing = "error general show(title:subtitle:body:): ";
-    const auto denied = showing + "Notification authorization denied";
-    const auto linesWith = [this](const UserNotificationCenter::Authorization& authorization) {
-        center.authorization = authorization;
-        show(std::nullopt);
-        mainThread.drain();
-        return log.takeLines();
-    };
-    using testing::ElementsAre;
-    EXPECT_THAT(linesWith(false),
-                ElementsAre("error" + asking + "Notification permission denied.", denied));
-    EXPECT_THAT(
-        linesWith(PlatformError{"no bus"}),
-        ElementsAre("error" + asking + "Error requesting notification authorization: no bus",
-                    denied));
+    center.authorization = false;
+    show(std::nullopt);
+    mainThread.drain();
+    EXPECT_THAT(log.takeLines(),
+                ElementsAre("error general requestPermission(): Notification permission denied.",
+                            showing + "Notification authorization denied"));
     EXPECT_EQ(center.requests.size(), 0U);
+    center.authorization = true;
     center.deliveryError = PlatformError{"gone"};
-    EXPECT_THAT(linesWith(true), ElementsAre("info" + asking + "Notification permission granted.",
-                                             showing + "Error showing notification: gone"));
-    EXPECT_EQ(static_cast<unsigned>(center.requestedOptions.front()), 7U);
+    show(std::nullopt);
+    mainThread.drain();
+    EXPECT_THAT(log.takeLines(),
+                ElementsAre(testing::_, showing + "Error showing notification: gone"));
 }
 
 TEST_F(NotificationManagerTest, GivesEachNotificationANewIdentityAndLivesUntilTheLastIsPosted) {
@@ -51,6 +46,7 @@ TEST_F(NotificationManagerTest, GivesEachNotificationANewIdentityAndLivesUntilTh
     EXPECT_FALSE(watched.expired());
     mainThread.drain();
     EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(static_cast<unsigned>(center.requestedOptions.front()), 7U);
     ASSERT_EQ(center.requests.size(), 2U);
     const auto& first = center.requests[0];
     EXPECT_EQ(first.title + first.subtitle.value() + first.body, "TitleSubtitleBody");

@@ -7,11 +7,6 @@
 #include <gtest/gtest.h>
 
 namespace tidewell {
-
-void PrintTo(const StatusItemContent& content, std::ostream* out) {
-    *out << content.symbolName << " " << std::hex << content.colour.light << " " << content.text;
-}
-
 namespace {
 
 using testing::ElementsAre;

@@ -18,15 +18,13 @@ namespace {
 
 TEST(PanelRules, ChooseTheGaugesColoursByBands) {
     using namespace colours;
-    const struct {
-        double upTo;
-        std::vector<Colour> gradient;
-    } bands[] = {{20, {systemGreen}},
-                 {40, {systemGreen, systemTeal}},
-                 {60, {systemTeal, systemBlue}},
-                 {80, {systemTeal, systemBlue, systemOrange}},
-                 {100, {systemBlue, systemOrange, systemRed}}};
-    for (double value = -1; const auto& [upTo, gradient] : bands) {
+    using Band = std::pair<double, std::vector<Colour>>; // up to, gradient
+    double value = -1;
+    for (const auto& [upTo, gradient] : {Band{20, {systemGreen}},
+                                         {40, {systemGreen, systemTeal}},
+                                         {60, {systemTeal, systemBlue}},
+                                         {80, {systemTeal, systemBlue, systemOrange}},
+                                         {100, {systemBlue, systemOrange, systemRed}}}) {
         EXPECT_EQ(gaugeGradient(value), gradient) << value;
         EXPECT_EQ(gaugeGradient(upTo), gradient) << upTo;
         value = upTo + 0.5;
@@ -95,18 +93,16 @@ protected:
 TEST_F(PanelContent, MakesRoomForThePromptsThatAreNeeded) {
     const char* const allow = "Press to set Allow Notifications";
     const char* const update = "Update available!";
-    const struct {
-        bool allowed;
-        bool available;
-        int height;
-    } cases[] = {{true, false, 205}, {false, false, 165}, {true, true, 165}, {false, true, 125}};
-    for (const auto& each : cases) {
-        center.authorization = each.allowed;
-        each.available ? updater->find("2.0") : updater->findNothing();
+    for (const auto& [allowed, available, height] : {std::tuple{true, false, 205},
+                                                     {false, false, 165},
+                                                     {true, true, 165},
+                                                     {false, true, 125}}) {
+        center.authorization = allowed;
+        available ? updater->find("2.0") : updater->findNothing();
         open();
-        EXPECT_EQ(prompt(allow) != nullptr, !each.allowed);
-        EXPECT_EQ(prompt(update) != nullptr, each.available);
-        EXPECT_EQ(first<ShowItemList>()->height(), each.height);
+        EXPECT_EQ(prompt(allow) != nullptr, !allowed);
+        EXPECT_EQ(prompt(update) != nullptr, available);
+        EXPECT_EQ(first<ShowItemList>()->height(), height);
         EXPECT_LE(content.minimumSizeHint().height(), panelHeight) << "all of it is seen";
         content.hide();
     }
