@@ -33,11 +33,6 @@ protected:
         Surroundings::pass(seconds);
     }
 
-    void sampleOnce() {
-        spawn(mainThread, watcher->performWork());
-        mainThread.drain();
-    }
-
     void useSwap(std::uint64_t used) {
         probes.swap = SwapUsage{.total = used + 100, .used = used, .free = 100};
     }
@@ -121,7 +116,7 @@ TEST_F(MemoryWatcherTest, KeepsWhatItHasWhereAReadingFails) {
         probes.freePercentage = percentage;
         ++probes.counters->wiredPages;
         const auto items = watcher->showItems();
-        sampleOnce();
+        pass(1);
         EXPECT_THAT(watcher->memoryPressureArray(), SizeIs(1));
         EXPECT_NE(watcher->showItems(), items) << "memory use is read nevertheless";
         EXPECT_THAT(log.takeLines(),
@@ -129,7 +124,7 @@ TEST_F(MemoryWatcherTest, KeepsWhatItHasWhereAReadingFails) {
     }
     probes.counters = std::nullopt;
     probes.freePercentage = 101;
-    sampleOnce();
+    pass(1);
     EXPECT_EQ(watcher->memoryPressure(), -1);
     EXPECT_THAT(watcher->showItems(), SizeIs(8));
     probes.swap = std::nullopt;
@@ -160,7 +155,7 @@ TEST_F(MemoryWatcherTest, LeavesWhatItSavedAloneWhenItCannotSaveOrRead) {
     auto saved = defaults.dataForKey(historyKey).value();
     log.takeLines();
     wallClock = std::numeric_limits<double>::quiet_NaN();
-    sampleOnce();
+    pass(1);
     watcher->writeData();
     EXPECT_THAT(log.takeLines(), ElementsAre("error file writeData(): Could not save data"));
     EXPECT_EQ(defaults.dataForKey(historyKey), saved);

@@ -15,12 +15,9 @@ public:
     std::optional<std::int64_t> freePercentage = 60;
     std::optional<SwapUsage> swap = SwapUsage{.total = 4096, .used = 0, .free = 4096};
     std::optional<std::uint64_t> physical = std::uint64_t{17179869184};
-    std::optional<MemoryCounters> counters = MemoryCounters{.pageSize = 4096,
-                                                            .internalPages = 1048576,
-                                                            .purgeablePages = 0,
-                                                            .externalPages = 262144,
-                                                            .wiredPages = 1048576,
-                                                            .compressorPages = 1048576};
+    /// Page size; internal, purgeable, external, wired and compressor pages.
+    std::optional<MemoryCounters> counters =
+        MemoryCounters{4096, 1048576, 0, 262144, 1048576, 1048576};
 };
 
 } // namespace tidewell

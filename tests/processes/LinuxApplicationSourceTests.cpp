@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,7 +26,7 @@ protected:
         std::string name;
         int id;
         std::string stat = "S 1 0 0 0 0 0"; ///< from the state and the parent to the flags
-        std::vector<std::string> words = {};
+        std::string command = "/bin/true";  ///< its words, a bar between each two
         std::string unit = "session-2.scope";
         int user = 1000;
         int startTime = 100;
@@ -40,15 +41,11 @@ protected:
         folder.write(path / "status", "Uid:\t0\t" + std::to_string(process.user) + "\t0\t0\n");
         folder.write(path / "statm", "9 3 0 0 0 0 0\n");
         folder.write(path / "cgroup", "0::/user.slice/" + process.unit + "\n");
-        std::string commandLine;
-        for (const auto& word : process.words) {
-            commandLine += word + '\0';
-        }
+        std::string commandLine = process.command;
+        std::ranges::replace(commandLine, '|', '\0');
         folder.write(path / "cmdline", commandLine);
-        if (!process.words.empty()) {
-            std::filesystem::remove(folder.path() / path / "exe");
-            std::filesystem::create_symlink(process.words.front(), folder.path() / path / "exe");
-        }
+        std::filesystem::remove(folder.path() / path / "exe");
+        std::filesystem::create_symlink(commandLine.c_str(), folder.path() / path / "exe");
     }
 
     /// Out of the way, so that its file number is not given to another.
@@ -90,7 +87,7 @@ protected:
 };
 
 TEST_F(LinuxApplicationSourceTest, ListsWhatTheUserRunsByNumberWithReadableNames) {
-    run({.name = "a) b (c", .id = 900, .words = {"/bin/daemon"}});
+    run({.name = "a) b (c", .id = 900, .command = "/bin/daemon"});
     run({.name = "zwei\nZeil\x1b\xe2\x82", .id = 31});
     run({.name = "", .id = 32});
     run({.name = "kthread", .id = 33, .stat = "S 1 0 0 0 0 2097152"});
@@ -109,24 +106,24 @@ TEST_F(LinuxApplicationSourceTest, NamesTheLeaderOfAnApplicationAndGivesItsHelpe
     writeEntry("web", "Name=Web\nIcon=/opt/web.png\nExec=/opt/web/start %u\nStartupWMClass=Web\n");
     writeEntry("tool", "Name=Tool\nExec=tool\n");
     const auto unit = "app-gnome-org.x.Files-77.scope"s;
-    run({.name = "sh", .id = 10, .words = {"/bin/sh", "-c", "xfiles; true"}, .unit = unit});
+    run({.name = "sh", .id = 10, .command = "/bin/sh|-c|xfiles; true", .unit = unit});
     run({.name = "xfiles",
          .id = 11,
          .stat = "S 10 0 0 0 0 0",
-         .words = {"/usr/bin/xfiles"},
+         .command = "/usr/bin/xfiles",
          .unit = unit});
     run({.name = "xfiles-thumb",
          .id = 12,
          .stat = "S 11 0 0 0 0 0",
-         .words = {"/usr/lib/th"},
+         .command = "/usr/lib/th",
          .unit = unit});
-    run({.name = "web", .id = 20, .words = {"/opt/web/web (deleted)", "--first"}});
+    run({.name = "web", .id = 20, .command = "/opt/web/web (deleted)|--first"});
     run({.name = "web",
          .id = 21,
          .stat = "S 20 0 0 0 0 0",
-         .words = {"/opt/web/web", "--type=renderer"}});
-    run({.name = "python3", .id = 30, .words = {"/usr/bin/python3.11", "/home/x/tool"}});
-    run({.name = "tool", .id = 31, .words = {"/usr/bin/tool"}, .unit = "app-unknown-1.scope"});
+         .command = "/opt/web/web|--type=renderer"});
+    run({.name = "python3", .id = 30, .command = "/usr/bin/python3.11|/home/x/tool"});
+    run({.name = "tool", .id = 31, .command = "/usr/bin/tool", .unit = "app-unknown-1.scope"});
     EXPECT_THAT(look(), ElementsAre("sh files", "Dateien files", "xfiles-thumb files",
                                     "Web /opt/web.png", "web /opt/web.png", "Tool", "Tool"));
 }
@@ -145,12 +142,12 @@ TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
     std::filesystem::create_directory_symlink(entries, entries / "loop");
     ::mkfifo((entries / "pipe.desktop").c_str(), 0600);
 
-    run({.name = "edit", .id = 11, .words = {"/usr/bin/edit"}});
-    run({.name = "ed", .id = 12, .words = {"/usr/bin/ed"}});
-    run({.name = "python3", .id = 13, .words = {"/usr/bin/python3", "/opt/a/main.py"}});
-    run({.name = "python3", .id = 14, .words = {"/usr/bin/python3", "/opt/b/main.py"}});
-    run({.name = "its-window", .id = 15, .words = {"/opt/other"}});
-    run({.name = "x", .id = 16, .words = {"/usr/bin/x"}});
+    run({.name = "edit", .id = 11, .command = "/usr/bin/edit"});
+    run({.name = "ed", .id = 12, .command = "/usr/bin/ed"});
+    run({.name = "python3", .id = 13, .command = "/usr/bin/python3|/opt/a/main.py"});
+    run({.name = "python3", .id = 14, .command = "/usr/bin/python3|/opt/b/main.py"});
+    run({.name = "its-window", .id = 15, .command = "/opt/other"});
+    run({.name = "x", .id = 16, .command = "/usr/bin/x"});
     run({.name = "y", .id = 17, .unit = "app-kde\\x2df-1.scope"});
     run({.name = "z", .id = 18, .unit = "app-loop\\x2da-1.scope"});
     EXPECT_THAT(look(),
@@ -158,8 +155,8 @@ TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
 }
 
 TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesChange) {
-    run({.name = "edit", .id = 10, .words = {"/usr/bin/edit"}});
-    run({.name = "panel", .id = 20, .words = {"/usr/bin/panel"}, .startTime = 99'800});
+    run({.name = "edit", .id = 10, .command = "/usr/bin/edit"});
+    run({.name = "panel", .id = 20, .command = "/usr/bin/panel", .startTime = 99'800});
     EXPECT_THAT(look(), ElementsAre("edit", "panel"));
     writeEntry("in/a/new/folder", "Name=Editor\nIcon=edit\nExec=edit\n");
     EXPECT_THAT(look(), ElementsAre("Editor edit", "panel"));
@@ -167,7 +164,7 @@ TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesCh
 
     // An old process is not read again, a new one that is about to run something else is.
     folder.write("proc/10/stat", "unreadable");
-    run({.name = "edit", .id = 20, .words = {"/usr/bin/edit"}, .startTime = 99'800});
+    run({.name = "edit", .id = 20, .command = "/usr/bin/edit", .startTime = 99'800});
     EXPECT_THAT(look(), ElementsAre("Editor edit", "Editor edit"));
     writeText(upTime, "1002.0 3.5\n");
     look();
@@ -177,7 +174,7 @@ TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesCh
     EXPECT_EQ(list->front().icon, icon) << "the same object";
 
     end(20);
-    run({.name = "other", .id = 20, .words = {"/usr/bin/other"}, .startTime = 99'801});
+    run({.name = "other", .id = 20, .command = "/usr/bin/other", .startTime = 99'801});
     const auto entry = folder.path() / "usr/applications/in/a/new/folder.desktop";
     rename(entry, folder.path() / "no.longer");
     EXPECT_THAT(look(), ElementsAre("edit", "other"));

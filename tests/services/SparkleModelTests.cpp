@@ -66,15 +66,5 @@ TEST_F(SparkleModelTest, ChecksAtOnceAndAgainAfterTheIntervalThatHeldAtItsStart)
     EXPECT_EQ(checksIn(60), 0);
 }
 
-TEST_F(SparkleModelTest, PublishesAndLogsWhatTheChecksFound) {
-    updater->find("1.10");
-    EXPECT_TRUE(model->isUpdateAvailable());
-    updater->findNothing();
-    EXPECT_FALSE(model->isUpdateAvailable());
-    EXPECT_THAT(log.takeLines(),
-                ElementsAre("info general updater(_:didFindValidUpdate:): Update available: 1.10",
-                            "info general updaterDidNotFindUpdate(_:): No update found."));
-}
-
 } // namespace
 } // namespace tidewell

@@ -13,14 +13,6 @@ using testing::ElementsAre;
 
 constexpr std::uint64_t gigabyte = 1U << 30U;
 
-TEST(BarLabel, FallsBackToAPlainCircleWithoutAnyMark) {
-    const auto knowsNoDisc = [](std::string_view name) { return name != "circle.fill"; };
-    for (const bool isUpdateAvailable : {false, true}) {
-        EXPECT_EQ(labelSymbol(gigabyte, isUpdateAvailable, knowsNoDisc).name, "circle");
-        EXPECT_FALSE(labelSymbol(gigabyte, isUpdateAvailable, knowsNoDisc).takesWarningColor);
-    }
-}
-
 struct FakeStatusItem final : public StatusItem {
     void setContent(const StatusItemContent& content) override { shown.push_back(content); }
 

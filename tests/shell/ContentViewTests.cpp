@@ -2,8 +2,6 @@
 
 #include "platform/linux/NotificationSettings.h"
 #include "platform/ui/LinearGauge.h"
-#include "platform/ui/Palette.h"
-#include "shell/PanelRules.h"
 #include "tests/fakes/WatcherSurroundings.h"
 #include "views/ShowItemList.h"
 
@@ -16,31 +14,10 @@
 namespace tidewell {
 namespace {
 
-TEST(PanelRules, ChooseTheGaugesColoursByBands) {
-    using namespace colours;
-    using Band = std::pair<double, std::vector<Colour>>; // up to, gradient
-    double value = -1;
-    for (const auto& [upTo, gradient] : {Band{20, {systemGreen}},
-                                         {40, {systemGreen, systemTeal}},
-                                         {60, {systemTeal, systemBlue}},
-                                         {80, {systemTeal, systemBlue, systemOrange}},
-                                         {100, {systemBlue, systemOrange, systemRed}}}) {
-        EXPECT_EQ(gaugeGradient(value), gradient) << value;
-        EXPECT_EQ(gaugeGradient(upTo), gradient) << upTo;
-        value = upTo + 0.5;
-    }
-}
-
 TEST(NotificationSettings, AreThoseOfTheDesktopThatRuns) {
-    for (const auto& [desktop, programs] : {std::pair{"ubuntu:GNOME", "gnome-control-center "},
-                                            {"KDE", "systemsettings systemsettings5 "},
-                                            {"sway", ""}}) {
-        std::string found;
-        for (const auto& each : notificationSettingsPrograms(QString::fromLatin1(desktop))) {
-            found += each.program.toStdString() + " ";
-        }
-        EXPECT_EQ(found, programs);
-    }
+    const auto programs = notificationSettingsPrograms(QStringLiteral("ubuntu:GNOME"));
+    ASSERT_EQ(programs.size(), 1U);
+    EXPECT_EQ(programs[0].program.toStdString(), "gnome-control-center");
 }
 
 class PanelContent : public WatcherSurroundings {

@@ -10,19 +10,15 @@
 namespace tidewell {
 namespace {
 
-std::string encoded(QPointF point) {
-    const auto data = encodePoint(point);
-    return data ? std::string(data->begin(), data->end()) : "none";
-}
-
 TEST(AnchorPoint, IsStoredAsTheShortestJsonArrayOfTwoNumbers) {
     for (const auto& [point, text] : {std::pair{QPointF(812, 640.5), "[812,640.5]"},
                                       {QPointF(-0.0, -1280), "[0,-1280]"},
                                       {QPointF(0.1, 1e300), "[0.1,1e+300]"}}) {
-        EXPECT_EQ(encoded(point), text);
-        EXPECT_EQ(decodePoint(*encodePoint(point)), point);
+        const Data data = encodePoint(point).value();
+        EXPECT_EQ(std::string(data.begin(), data.end()), text);
+        EXPECT_EQ(decodePoint(data), point);
     }
-    EXPECT_EQ(encoded({0, std::numeric_limits<double>::infinity()}), "none");
+    EXPECT_EQ(encodePoint({0, std::numeric_limits<double>::infinity()}), std::nullopt);
     for (const std::string text : {"", "[1]", "[1,\"2\"]", "{\"x\":1}", "[1,1e999]"}) {
         EXPECT_FALSE(decodePoint(Data(text.begin(), text.end()))) << text;
     }

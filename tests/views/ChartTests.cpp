@@ -105,6 +105,15 @@ TEST_F(PressureChart, ForgetsThePointerWhenItIsHidden) {
     EXPECT_EQ(chart.hoverValue(), noHover);
 }
 
+TEST(Labels, ArePaddedToEightCharactersAsReadersCountThem) {
+    for (const auto& [text, padded] :
+         {std::pair{"1023.9 MB", "1023.9 MB"},
+          {"١٫٢ GB", "  ١٫٢ GB"},
+          {"e\u0301🇩🇪👩‍👩‍👧 MB", "  e\u0301🇩🇪👩‍👩‍👧 MB"}}) {
+        EXPECT_EQ(paddedLabel(text), padded);
+    }
+}
+
 class SwapChart : public ChartTest {
 protected:
     std::vector<std::string> labels() const {

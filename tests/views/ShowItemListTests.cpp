@@ -26,26 +26,23 @@ protected:
         }
         return items;
     }
-    int maximum() const { return list.verticalScrollBar()->maximum(); }
-    int value() const { return list.verticalScrollBar()->value(); }
-    QImage picture() { return list.grab().toImage(); }
-
     const ScopedEnvironment english{{{"LC_ALL", "en_GB.UTF-8"}}};
     ShowItemList list;
+    QScrollBar& bar = *list.verticalScrollBar();
 };
 
 TEST_F(ShowItemListTest, ScrollsWhatDoesNotFitByKeyboardAndStaysThere) {
     list.setItems(rows(9));
-    EXPECT_EQ(maximum(), 0) << "the panel's nine figures fit";
+    EXPECT_EQ(bar.maximum(), 0) << "the panel's nine figures fit";
     list.setItems(rows(30));
     for (const auto& [key, expected] : {std::pair{Qt::Key_Down, 23}, {Qt::Key_PageDown, 228}}) {
         QTest::keyClick(&list, key);
-        EXPECT_EQ(value(), expected) << key;
+        EXPECT_EQ(bar.value(), expected) << key;
     }
     list.setItems(rows(31));
-    EXPECT_EQ(value(), 228) << "new rows leave it where it was";
+    EXPECT_EQ(bar.value(), 228) << "new rows leave it where it was";
     list.setItems(rows(10));
-    EXPECT_EQ(value(), maximum()) << "fewer rows: as far down as there are any";
+    EXPECT_EQ(bar.value(), bar.maximum()) << "fewer rows: as far down as there are any";
 }
 
 TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
@@ -54,10 +51,10 @@ TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
         auto items = rows(1);
         items[0].showItem.value = std::numeric_limits<std::uint64_t>::max(); // the longest there is
         list.setItems(items);
-        const QImage unhindered = picture();
+        const QImage unhindered = list.grab().toImage();
         items[0].showItem.label = std::string(400, 'x') + "\n\u202e";
         list.setItems(items);
-        const QImage cut = picture();
+        const QImage cut = list.grab().toImage();
         const QRect value(layout == Qt::LeftToRight ? 207 : 0, 0, 85, 30);
         EXPECT_EQ(cut.copy(value), unhindered.copy(value));
         EXPECT_NE(cut, unhindered);

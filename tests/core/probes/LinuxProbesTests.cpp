@@ -70,14 +70,6 @@ TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
     }
 }
 
-TEST_F(LinuxProbesTest, ReadsTheWholeLinesThatFitOfAnEndlessFile) {
-    std::string text = "MemTotal: 4096 kB\n";
-    text.append(16 * 1024 - text.size() - 13, '\n');
-    folder.write("meminfo", text + "MemFree: 2048 kB\n" + std::string(1 << 20, 'x'));
-    EXPECT_EQ(probes.getPhysicalMemory(), 4096U * 1024);
-    EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt) << "read a number cut short";
-}
-
 TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
     folder.write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
