@@ -107,16 +107,8 @@ TEST_F(LinuxApplicationSourceTest, NamesTheLeaderOfAnApplicationAndGivesItsHelpe
     writeEntry("tool", "Name=Tool\nExec=tool\n");
     const auto unit = "app-gnome-org.x.Files-77.scope"s;
     run({.name = "sh", .id = 10, .command = "/bin/sh|-c|xfiles; true", .unit = unit});
-    run({.name = "xfiles",
-         .id = 11,
-         .stat = "S 10 0 0 0 0 0",
-         .command = "/usr/bin/xfiles",
-         .unit = unit});
-    run({.name = "xfiles-thumb",
-         .id = 12,
-         .stat = "S 11 0 0 0 0 0",
-         .command = "/usr/lib/th",
-         .unit = unit});
+    run({.name = "xfiles", .id = 11, .command = "/usr/bin/xfiles", .unit = unit});
+    run({.name = "xfiles-thumb", .id = 12, .command = "/usr/lib/th", .unit = unit});
     run({.name = "web", .id = 20, .command = "/opt/web/web (deleted)|--first"});
     run({.name = "web",
          .id = 21,

@@ -1,11 +1,12 @@
+#include "platform/runtime/Waiting.h"
 #include "processes/MemoryManager.h"
-#include "tests/fakes/FakeApplicationSource.h"
 #include "tests/fakes/Surroundings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 
 namespace tidewell {
 namespace {
@@ -14,6 +15,27 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto started = "info general startPeriodicTask(): MemoryManager started";
+
+/// Applications that the test sets. They are listed by way of an executor, if there is one.
+struct FakeApplicationSource final : ApplicationSource {
+    Task<ApplicationList> runningApplications() override {
+        ++surveys;
+        if (worker != nullptr) {
+            auto work = runOn(*worker, [] {});
+            co_await work;
+        }
+        co_return std::make_shared<const std::vector<RunningApplication>>(applications);
+    }
+    std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override {
+        const auto found = memory.find(process);
+        return found == memory.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    std::vector<RunningApplication> applications;
+    std::map<ProcessIdentifier, std::uint64_t> memory; ///< what is missing cannot be read
+    Executor* worker = nullptr;
+    int surveys = 0;
+};
 
 class MemoryManagerTest : public Surroundings {
 protected:
