@@ -7,11 +7,11 @@ UNITS = {"bytes": 0, "byte": 0, "KB": 1, "MB": 2, "GB": 3, "TB": 4}
 NOISE = 256 << 20  # what the machine may do between two readings
 
 
-def bytes_of(text):
-    """(bytes, half of the last digit's worth) of a text like "15.49 GB"."""
-    number, unit = text.split()
+def figure_of(text):
+    """(label, bytes, half of the last digit's worth) of a row like "Memory Used 15.49 GB"."""
+    label, number, unit = text.rsplit(" ", 2)
     scale = 1024 ** UNITS[unit]
-    return float(number) * scale, scale / 10 ** len(number.partition(".")[2]) / 2
+    return label, float(number) * scale, scale / 10 ** len(number.partition(".")[2]) / 2
 
 
 class LiveFigures(ScreenReaderCase):
@@ -19,12 +19,8 @@ class LiveFigures(ScreenReaderCase):
 
     def figures(self):
         """{label: bytes and precision} of the panel; empty while it has none."""
-        figures = {}
-        for role, name in self.parts():
-            if role == "list item":
-                label, number, unit = name.rsplit(" ", 2)
-                figures[label] = bytes_of(f"{number} {unit}")
-        return figures
+        rows = [figure_of(name) for role, name in self.parts() if role == "list item"]
+        return {label: figure for label, *figure in rows}
 
     def test_agree_with_free(self):
         self.start_with_panel()

@@ -16,14 +16,14 @@ using testing::IsEmpty;
 
 constexpr auto started = "info general startPeriodicTask(): MemoryManager started";
 
-/// Applications that the test sets. They are listed by way of an executor, if there is one.
+/// Applications that the test sets, listed by way of an executor.
 struct FakeApplicationSource final : ApplicationSource {
+    explicit FakeApplicationSource(Executor& executor)
+        : worker(executor) {}
     Task<ApplicationList> runningApplications() override {
         ++surveys;
-        if (worker != nullptr) {
-            auto work = runOn(*worker, [] {});
-            co_await work;
-        }
+        auto work = runOn(worker, [] {});
+        co_await work;
         co_return std::make_shared<const std::vector<RunningApplication>>(applications);
     }
     std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override {
@@ -31,9 +31,9 @@ struct FakeApplicationSource final : ApplicationSource {
         return found == memory.end() ? std::nullopt : std::optional(found->second);
     }
 
-    std::vector<RunningApplication> applications;
-    std::map<ProcessIdentifier, std::uint64_t> memory; ///< what is missing cannot be read
-    Executor* worker = nullptr;
+    Executor& worker;
+    std::vector<RunningApplication> applications = {};
+    std::map<ProcessIdentifier, std::uint64_t> memory = {}; ///< what is missing cannot be read
     int surveys = 0;
 };
 
@@ -48,7 +48,7 @@ protected:
     }
 
     Image icon{"editor"};
-    FakeApplicationSource source;
+    FakeApplicationSource source{worker};
     std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
         MemoryManager::Environment{source, defaults, mainThread, clock, log});
 };
@@ -117,7 +117,6 @@ TEST_F(MemoryManagerTest, StartingAnewAndStoppingResetWhatIsShown) {
 TEST_F(MemoryManagerTest, ALoopStoppedBeforeOrDuringItsSurveyPublishesNothing) {
     source.applications = {{1, "one", icon}};
     source.memory = {{1, 10}};
-    source.worker = &worker;
     manager->startPeriodicTask();
     manager->stopPeriodicTask();
     pass(0);

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tidewell {
 namespace {
 
@@ -53,9 +55,7 @@ TEST(DarwinResidentMemory, CountsOnlyWhereTheWholeRecordWasFilledIn) {
     struct Host final : DarwinProcessHost {
         int readTaskInformation(std::int32_t process, std::span<std::byte> record) override {
             EXPECT_EQ(record.size(), 96U);
-            for (std::size_t i = 8; i < 16; ++i) {
-                EXPECT_EQ(std::exchange(record[i], std::byte{0xfe}), std::byte{0});
-            }
+            std::ranges::fill(record.subspan(8, 8), std::byte{0xfe});
             return process;
         }
     } host;
