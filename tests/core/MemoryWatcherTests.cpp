@@ -28,11 +28,6 @@ protected:
         settle();
     }
 
-    void pass(double seconds) {
-        wallClock += seconds;
-        Surroundings::pass(seconds);
-    }
-
     void useSwap(std::uint64_t used) {
         probes.swap = SwapUsage{.total = used + 100, .used = used, .free = 100};
     }
@@ -154,7 +149,7 @@ TEST_F(MemoryWatcherTest, LeavesWhatItSavedAloneWhenItCannotSaveOrRead) {
     watcher->writeData();
     auto saved = defaults.dataForKey(historyKey).value();
     log.takeLines();
-    wallClock = std::numeric_limits<double>::quiet_NaN();
+    startOfTime = std::numeric_limits<double>::quiet_NaN();
     pass(1);
     watcher->writeData();
     EXPECT_THAT(log.takeLines(), ElementsAre("error file writeData(): Could not save data"));

@@ -55,6 +55,12 @@ class DesktopCase(unittest.TestCase):
         self.panel = tidewell.wait_for_panel()
         return tidewell
 
+    def check_place(self, panel, item):
+        """Below what was clicked, and wholly on the screen."""
+        x, y, width, height = panel
+        self.assertTrue(x <= item[0] + item[2] / 2 <= x + width <= self.desktop.size[0], panel)
+        self.assertTrue(item[1] + item[3] <= y and y + height <= self.desktop.size[1], panel)
+
     def need_plain_log(self):
         if os.path.exists(JOURNAL) and stat.S_ISSOCK(os.stat(JOURNAL).st_mode):
             self.skipTest("with a journal the program writes nothing to standard error")

@@ -5,7 +5,6 @@ from desktop import wait_for
 from program import LEVEL_COLOURS
 
 DAEMON = ("org.freedesktop.Notifications", "/org/freedesktop/Notifications")
-GRANTED = "Notification permission granted."
 
 # What the host shows at a level, and what the daemon is given.
 ALERTS = {
@@ -81,7 +80,7 @@ class RealDaemons(DesktopCase):
                 tidewell = self.start_at("high")
                 wait_for("the notification on the screen",
                          lambda: self.desktop.windows("--class", window_class))
-                self.assertIn(GRANTED, tidewell.log())
+                self.assertIn("Notification permission granted.", tidewell.log())
                 self.assertNotIn("error", tidewell.log())
                 tidewell.end(signal.SIGTERM)
                 self.desktop.notification_process.kill()

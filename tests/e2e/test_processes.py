@@ -48,11 +48,11 @@ class ProcessWindow(ScreenReaderCase):
     def test_goes_with_the_pointer(self):
         self.open_panel()
         glide, outside = self.desktop.glide, (self.panel[0] - 600, 850)
+        beside = (self.panel[0] - 24, self.panel[1] + self.panel[3] - 129)
         for away in (self.gauge, self.swap):
             glide(away, self.inside)
             x, y, width, height = self.wait_until_open()
-            self.assertLess(x + width, self.panel[0], "not beside the panel")
-            self.assertTrue(0 <= y and y + height < self.desktop.size[1])
+            self.assertEqual((x + width, y + height), beside)
             self.assertTrue(self.tidewell.panel(), "the panel was closed")
             glide(self.inside, away)
             self.wait_until_closed()

@@ -5,15 +5,7 @@ from desktop import wait_for
 from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
 
 
-class StatusItemCase(DesktopCase):
-    def check_place(self, panel, item):
-        """Below what was clicked, and wholly on the screen."""
-        x, y, width, height = panel
-        self.assertTrue(x <= item[0] + item[2] / 2 <= x + width <= self.desktop.size[0], panel)
-        self.assertTrue(item[1] + item[3] <= y and y + height <= self.desktop.size[1], panel)
-
-
-class XfcePanel(StatusItemCase):
+class XfcePanel(DesktopCase):
     def test_shows_the_item_with_picture_and_text(self):
         tidewell = self.start_with_item("none")
         for name, value in (("XAyatanaLabel", "No Swap"), ("IconName", ""), ("ItemIsMenu", False),
@@ -66,7 +58,7 @@ class DarkXfcePanel(DesktopCase):
         wait_for("the light red", lambda: tidewell.item_colour() == light)
 
 
-class NoHost(StatusItemCase):
+class NoHost(DesktopCase):
     host = None
 
     def test_has_a_label_window_that_opens_the_panel(self):

@@ -11,6 +11,9 @@ namespace tidewell {
 class ManualClock final : public ContinuousClock {
 public:
     Instant now() const override { return now_; }
+    double seconds() const {
+        return std::chrono::duration<double>(now_.time_since_epoch()).count();
+    }
 
     AlarmId setAlarm(Instant deadline, std::function<void()> ring) override {
         alarms_.emplace(deadline, Alarm{++lastId_, std::move(ring)});

@@ -13,11 +13,11 @@ protected:
     std::shared_ptr<MemoryWatcher> makeWatcher() {
         return std::make_shared<MemoryWatcher>(
             MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
-                                       [this] { return wallClock; }},
+                                       [this] { return startOfTime + clock.seconds(); }},
             notificationManager);
     }
 
-    double wallClock = 1000.5; ///< seconds
+    double startOfTime = 1000.5; ///< when the virtual clock began, in seconds since 1970
     FakeProbes probes;
     FakeNotificationCenter center{mainThread};
     std::shared_ptr<NotificationManager> notificationManager =

@@ -1,9 +1,5 @@
 #include "views/AnchorPoint.h"
 #include "views/AppMemoryPlacement.h"
-#include "views/WindowAndPositionReader.h"
-
-#include <QCoreApplication>
-#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -37,26 +33,6 @@ TEST(AppMemoryPlacement, IsLeftOfThePanelOrElsewhereWholeWhenNothingWouldBeSeen)
     EXPECT_EQ(place({1000, -500}, {main, below}), QPoint(576, 891)) << "below the main screen";
     EXPECT_EQ(place({0, 0}, {narrow}), QPoint(200, 391)) << "too narrow for both";
     EXPECT_EQ(place({1e300, -1e300}, {main, below}), QPoint(1040, 520)) << "far from everything";
-}
-
-TEST(WindowAndPositionReader, ReportsOnceInTheNextPassAndWithoutItsViewToo) {
-    QWidgetList windows;
-    QList<QPointF> positions;
-    QWidget window(nullptr, Qt::FramelessWindowHint);
-    window.setGeometry(50, 70, 200, 100);
-    const auto tellWindow = [&](QWidget* hosting) { windows << hosting; };
-    const auto tellPosition = [&](QPointF place) { positions << place; };
-    WindowAndPositionReader reader(tellWindow, tellPosition, &window);
-    reader.setGeometry(10, 20, 30, 40);
-    const WindowAndPositionReader windowless(tellWindow, tellPosition, nullptr);
-    window.show();
-    EXPECT_EQ(windows, QWidgetList());
-    QCoreApplication::processEvents();
-    window.move(0, 0);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(windows, QWidgetList({&window, nullptr}));
-    const int screenHeight = window.screen()->geometry().height();
-    EXPECT_EQ(positions, QList({QPointF(60, screenHeight - 130)}));
 }
 
 } // namespace

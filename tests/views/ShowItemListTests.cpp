@@ -1,7 +1,6 @@
 #include "tests/fakes/ScopedEnvironment.h"
 #include "views/ShowItemList.h"
 
-#include <QAccessible>
 #include <QScrollBar>
 #include <QTest>
 
@@ -59,18 +58,6 @@ TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
         EXPECT_EQ(cut.copy(value), unhindered.copy(value));
         EXPECT_NE(cut, unhindered);
     }
-}
-
-TEST_F(ShowItemListTest, IsReadAsAListOfLabelsWithByteCounts) {
-    list.setItems(rows(30));
-    auto* const spoken = QAccessible::queryAccessibleInterface(&list);
-    QAccessibleInterface* const row = spoken->child(2);
-    EXPECT_EQ(row->text(QAccessible::Name).toStdString(), "row 2 2 MB");
-    EXPECT_EQ(spoken->childAt(row->rect().center().x(), row->rect().center().y()), row);
-    EXPECT_FALSE(row->state().offscreen);
-    EXPECT_TRUE(spoken->child(29)->state().offscreen);
-    list.setItems(rows(1));
-    EXPECT_FALSE(row->isValid());
 }
 
 } // namespace
