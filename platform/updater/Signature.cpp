@@ -9,16 +9,16 @@ namespace tidewell {
 
 namespace {
 
-static_assert(std::tuple_size_v<PublicKey> == crypto_sign_PUBLICKEYBYTES &&
-              std::tuple_size_v<SecretKey> == crypto_sign_SECRETKEYBYTES &&
-              std::tuple_size_v<Signature> == crypto_sign_BYTES &&
-              std::tuple_size_v<FileDigest::Sum> == crypto_hash_sha512_BYTES);
+static_assert(std::tuple_size_v<PublicKey> == crypto_sign_PUBLICKEYBYTES);
+static_assert(std::tuple_size_v<SecretKey> == crypto_sign_SECRETKEYBYTES);
+static_assert(std::tuple_size_v<Signature> == crypto_sign_BYTES);
+static_assert(std::tuple_size_v<FileDigest::Sum> == crypto_hash_sha512_BYTES);
 
 template <typename Bytes>
 std::optional<Bytes> fromBase64(const QByteArray& base64) {
     const auto decoded =
         QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
-    Bytes bytes;
+    Bytes bytes{};
     if (!decoded || decoded.decoded.size() != qsizetype(bytes.size())) {
         return std::nullopt;
     }
@@ -74,7 +74,7 @@ KeyPair makeKeyPair() {
     if (sodium_init() < 0) { // what it takes from the machine is randomness
         throw std::runtime_error("no source of random numbers");
     }
-    KeyPair pair;
+    KeyPair pair{};
     crypto_sign_keypair(pair.publicKey.data(), pair.secretKey.data());
     return pair;
 }
