@@ -1,7 +1,6 @@
 #include "platform/ui/SymbolButton.h"
 
 #include "platform/ui/Palette.h"
-#include "platform/ui/Symbols.h"
 
 #include <QFocusEvent>
 #include <QPainter>
@@ -21,15 +20,14 @@ constexpr double ringWidth = 2;
 SymbolButton::SymbolButton(std::string_view symbol, const QString& name, int symbolSize,
                            QWidget* parent)
     : QAbstractButton(parent)
-    , symbol_(symbol)
-    , symbolSize_(symbolSize) {
+    , symbol_(symbol, symbolSize) {
     setAccessibleName(name);
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 QSize SymbolButton::sizeHint() const {
-    return {symbolSize_ + 6, symbolSize_ + 4};
+    return {symbol_.size() + 6, symbol_.size() + 4};
 }
 
 void SymbolButton::paintEvent(QPaintEvent*) {
@@ -51,8 +49,7 @@ void SymbolButton::paintEvent(QPaintEvent*) {
     }
     painter.setOpacity(isEnabled() ? 1 : 0.4);
     const QColor colour = isDown() ? text : toQColor(colours::secondaryText, appearance);
-    drawSymbol(painter, symbol_, colour, QRectF(rect()).center() - QPointF(0, height_),
-               symbolSize_);
+    symbol_.draw(painter, colour, QRectF(rect()).center() - QPointF(0, height_));
 }
 
 void SymbolButton::enterEvent(QEnterEvent* event) {

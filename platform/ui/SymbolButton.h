@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/ui/Symbols.h"
+
 #include <QAbstractButton>
 
-#include <string>
 #include <string_view>
 
 class QVariantAnimation;
@@ -36,8 +37,7 @@ private:
     void showRing(bool show);
     void setHeight(double height);
 
-    std::string symbol_;
-    int symbolSize_;
+    SymbolPicture symbol_;
     bool showsRing_ = false;
     double height_ = 0;                 ///< points that the symbol jumps above its place just now
     QVariantAnimation* jump_ = nullptr; ///< made for the first one; owned by the button

@@ -1,7 +1,6 @@
 #include "platform/ui/SymbolView.h"
 
 #include "platform/ui/Palette.h"
-#include "platform/ui/Symbols.h"
 
 #include <QPainter>
 
@@ -9,15 +8,14 @@ namespace tidewell {
 
 SymbolView::SymbolView(std::string_view symbol, Colour colour, int size, QWidget* parent)
     : QWidget(parent)
-    , symbol_(symbol)
+    , symbol_(symbol, size)
     , colour_(colour) {
     setFixedSize(size, size);
 }
 
 void SymbolView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    drawSymbol(painter, symbol_, toQColor(colour_, appearanceOf(palette())),
-               QRectF(rect()).center(), width());
+    symbol_.draw(painter, toQColor(colour_, appearanceOf(palette())), QRectF(rect()).center());
 }
 
 } // namespace tidewell

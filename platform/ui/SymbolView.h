@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/foundation/Colour.h"
+#include "platform/ui/Symbols.h"
 
 #include <QWidget>
 
-#include <string>
 #include <string_view>
 
 namespace tidewell {
@@ -19,7 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    std::string symbol_;
+    SymbolPicture symbol_;
     Colour colour_;
 };
 

@@ -298,16 +298,22 @@ std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, i
     return image;
 }
 
-void drawSymbol(QPainter& painter, std::string_view name, const QColor& colour, QPointF middle,
-                int size) {
-    const auto image = symbolImage(name, colour.rgb(), size, painter.device()->devicePixelRatioF());
-    if (!image) {
-        return;
+SymbolPicture::SymbolPicture(std::string_view name, int size)
+    : name_(name)
+    , size_(size) {}
+
+void SymbolPicture::draw(QPainter& painter, const QColor& colour, QPointF middle) {
+    const double ratio = painter.device()->devicePixelRatioF();
+    if (!image_ || colour_ != colour.rgb() || image_->devicePixelRatio() != ratio) {
+        colour_ = colour.rgb();
+        image_ = symbolImage(name_, colour_, size_, ratio);
     }
-    // Widgets need not lie on whole pixels where the scale factor is a fraction.
-    const QTransform toDevice = painter.deviceTransform();
-    const QPointF corner = toDevice.map(middle - QPointF(size, size) / 2);
-    painter.drawImage(toDevice.inverted().map(QPointF(corner.toPoint())), *image);
+    if (image_) {
+        // Widgets need not lie on whole pixels where the scale factor is a fraction.
+        const QTransform toDevice = painter.deviceTransform();
+        const QPointF corner = toDevice.map(middle - QPointF(size_, size_) / 2);
+        painter.drawImage(toDevice.inverted().map(QPointF(corner.toPoint())), *image_);
+    }
 }
 
 } // namespace tidewell

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 class QColor;
@@ -34,9 +35,23 @@ bool hasSymbol(std::string_view name);
 std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
                                   double devicePixelRatio);
 
-/// Draws the picture into a square of `size` points around `middle`, on whole pixels of the
-/// painter's device. An unknown name draws nothing.
-void drawSymbol(QPainter& painter, std::string_view name, const QColor& colour, QPointF middle,
-                int size);
+/// A picture of the system that is drawn again and again: it is made anew only for another colour
+/// or another scale. An unknown name draws nothing. Main thread.
+class SymbolPicture final {
+public:
+    /// In a square of `size` points.
+    SymbolPicture(std::string_view name, int size);
+
+    int size() const { return size_; }
+
+    /// Draws it around `middle`, on whole pixels of the painter's device.
+    void draw(QPainter& painter, const QColor& colour, QPointF middle);
+
+private:
+    std::string name_;
+    int size_;
+    QRgb colour_ = 0;
+    std::optional<QImage> image_;
+};
 
 } // namespace tidewell
