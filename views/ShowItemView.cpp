@@ -1,5 +1,6 @@
 #include "views/ShowItemView.h"
 
+#include "platform/ui/Drawing.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
 #include "support/ByteText.h"
@@ -66,8 +67,8 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
 
     const QString value = valueText();
     const QFontMetricsF valueMetrics(fonts.value, painter.device());
-    const QSizeF valueSize(valueMetrics.horizontalAdvance(value) + 2 * valuePadding,
-                           valueMetrics.height() + 2 * valuePadding);
+    const double valueWidth = valueMetrics.horizontalAdvance(value);
+    const QSizeF valueSize(valueWidth + 2 * valuePadding, valueMetrics.height() + 2 * valuePadding);
     const QRectF valueFrame(
         QPointF(frame.right() - valueSize.width(), middle - valueSize.height() / 2), valueSize);
     const QRectF ground = onDevicePixels(painter, placed(valueFrame));
@@ -77,23 +78,24 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
     painter.drawRoundedRect(ground, valueRadius, valueRadius);
     painter.setPen(toQColor(colours::primary, appearance));
     painter.setFont(fonts.value);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
-    painter.drawText(ground, Qt::AlignCenter | Qt::TextDontClip, value);
+    drawTextLine(painter, ground, Qt::AlignHCenter, value, valueWidth);
 
     const auto& [id, label, bytes, color] = displayContainer.showItem;
     const QFontMetricsF labelMetrics(fonts.label, painter.device());
     const double labelWidth = std::max(0.0, valueFrame.left() - spacing - labelLeft);
     QString text = QString::fromStdString(label);
     std::ranges::replace_if(text, breaksLine, QChar::Space);
-    text.prepend(QChar(0x2068)); // runs as it is written, and so ends where it is cut
-    text = labelMetrics.elidedText(text, Qt::ElideRight, labelWidth);
+    double textWidth = labelMetrics.horizontalAdvance(text);
+    if (textWidth > labelWidth) {
+        text.prepend(QChar(0x2068)); // runs as it is written, and so ends where it is cut
+        text = labelMetrics.elidedText(text, Qt::ElideRight, labelWidth);
+        textWidth = labelMetrics.horizontalAdvance(text);
+    }
     painter.setPen(toQColor(textVariant(color), appearance));
     painter.setFont(fonts.label);
     // Where the row begins also for labels of the other direction.
-    const Qt::Alignment side = isRightToLeft ? Qt::AlignRight : Qt::AlignLeft;
-    painter.drawText(
-        placed({labelLeft, frame.top(), labelWidth, frame.height()}),
-        static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextDontClip, text);
+    drawTextLine(painter, placed({labelLeft, frame.top(), labelWidth, frame.height()}),
+                 isRightToLeft ? Qt::AlignRight : Qt::AlignLeft, text, textWidth);
 }
 
 } // namespace tidewell

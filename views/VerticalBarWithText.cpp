@@ -1,5 +1,6 @@
 #include "views/VerticalBarWithText.h"
 
+#include "platform/ui/Drawing.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
 #include "support/TimeOfDay.h"
@@ -88,7 +89,6 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     const double textWidth = metrics.horizontalAdvance(text);
     const QSizeF size(textWidth + 2 * 3, metrics.height());
     painter.save();
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.translate(bottomLeft + QPointF(barWidth / 2, -labelElevation(textWidth)));
     painter.rotate(-90);
     const QRectF frame =
@@ -97,7 +97,7 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     painter.drawRoundedRect(frame, 2, 2);
     painter.setFont(font);
     painter.setPen(toQColor(colours::primary, appearance));
-    painter.drawText(frame, Qt::AlignCenter | Qt::TextIncludeTrailingSpaces, text);
+    drawTextLine(painter, frame, Qt::AlignHCenter, text, textWidth);
     painter.restore();
 }
 

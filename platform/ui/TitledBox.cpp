@@ -1,5 +1,6 @@
 #include "platform/ui/TitledBox.h"
 
+#include "platform/ui/Drawing.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
 
@@ -56,23 +57,15 @@ void TitledBox::setHovered(bool isHovered) {
 
 void TitledBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     // Where it begins is the layout's side, not that of the title's script.
     painter.setFont(textFont(TextStyle::headline, font()));
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
-    painter.drawText(QRect(titleInset, 0, width() - 2 * titleInset, titleHeight - 1),
-                     static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) |
-                                      Qt::AlignVCenter),
-                     accessibleName());
+    drawTextLine(painter, QRectF(titleInset, 0, width() - 2 * titleInset, titleHeight - 1),
+                 QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft), accessibleName(),
+                 QFontMetricsF(painter.font()).horizontalAdvance(accessibleName()));
 
-    const double line = 1 / devicePixelRatioF(); // one pixel of the device
-    const QRectF box = QRectF(rect())
-                           .adjusted(0, titleHeight, 0, 0)
-                           .adjusted(line / 2, line / 2, -line / 2, -line / 2);
-    painter.setBrush(palette().base());
-    painter.setPen(QPen(hairline(appearanceOf(palette())), line));
-    painter.drawRoundedRect(box, cornerRadius, cornerRadius);
+    drawSoftBox(painter, QRectF(rect()).adjusted(0, titleHeight, 0, 0), cornerRadius,
+                palette().base(), hairline(appearanceOf(palette())), 1 / devicePixelRatioF());
 }
 
 void TitledBox::enterEvent(QEnterEvent* event) {
