@@ -47,23 +47,6 @@ void PanelWindow::toggle(const StatusItemActivation& activation) {
 }
 
 void PanelWindow::open(const StatusItemActivation& activation) {
-    if (makeContent_) {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(0, 0, 0, 0);
-        const MakeContent makeContent = std::exchange(makeContent_, nullptr);
-        // On a screen too low for all of it the content scrolls.
-        auto* frame = new QScrollArea;
-        frame->setFrameShape(QFrame::NoFrame);
-        frame->setFocusPolicy(Qt::NoFocus);
-        frame->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        frame->setWidgetResizable(true);
-        QWidget* content = makeContent().release();
-        frame->setWidget(content);
-        // The panel paints the background and the line around it.
-        content->setAutoFillBackground(false);
-        frame->viewport()->setAutoFillBackground(false);
-        layout->addWidget(frame);
-    }
     if (!isVisible()) {
         const QRect place = panelPosition(activation, QSize(panelWidth, panelHeight));
         setFixedSize(place.size());
@@ -73,6 +56,31 @@ void PanelWindow::open(const StatusItemActivation& activation) {
     show();
     raise();
     activateWindow();
+    // While the window manager places the window, its content is brought up to date: it is there
+    // when the first frame is painted.
+    if (makeContent_) {
+        addContent();
+    }
+    content_->show();
+}
+
+void PanelWindow::addContent() {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    const MakeContent makeContent = std::exchange(makeContent_, nullptr);
+    // On a screen too low for all of it the content scrolls.
+    auto* frame = new QScrollArea;
+    frame->setFrameShape(QFrame::NoFrame);
+    frame->setFocusPolicy(Qt::NoFocus);
+    frame->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    frame->setWidgetResizable(true);
+    QWidget* content = makeContent().release();
+    frame->setWidget(content);
+    // The panel paints the background and the line around it.
+    content->setAutoFillBackground(false);
+    frame->viewport()->setAutoFillBackground(false);
+    layout->addWidget(frame);
+    content_ = frame;
 }
 
 void PanelWindow::closeBecauseOfAnotherProgram() {
@@ -98,6 +106,13 @@ void PanelWindow::paintEvent(QPaintEvent*) {
 // The panel looks the same with the focus: all of it would be painted once more.
 void PanelWindow::focusInEvent(QFocusEvent*) {}
 void PanelWindow::focusOutEvent(QFocusEvent*) {}
+
+void PanelWindow::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous() && content_ != nullptr) {
+        content_->hide();
+    }
+    QWidget::hideEvent(event);
+}
 
 void PanelWindow::resizeEvent(QResizeEvent* event) {
     corners_.resized();

@@ -31,14 +31,17 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void addContent();
     void closeBecauseOfAnotherProgram();
 
     SoftCorners corners_;
     MakeContent makeContent_;
+    QWidget* content_ = nullptr; ///< a child, hidden while the panel is
     QElapsedTimer closedByAnotherProgram_;
 };
 
