@@ -134,7 +134,7 @@ TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
     std::filesystem::create_directory_symlink(entries, entries / "loop");
     ::mkfifo((entries / "pipe.desktop").c_str(), 0600);
 
-    run({.name = "edit", .id = 11, .command = "/usr/bin/edit"});
+    run({.name = "edit", .id = 11, .command = "/opt/edit"});
     run({.name = "ed", .id = 12, .command = "/usr/bin/ed"});
     run({.name = "python3", .id = 13, .command = "/usr/bin/python3|/opt/a/main.py"});
     run({.name = "python3", .id = 14, .command = "/usr/bin/python3|/opt/b/main.py"});
