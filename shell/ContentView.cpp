@@ -392,6 +392,7 @@ void ContentView::showNotificationSettings() {
         tr("This desktop has no notification settings that %1 can open.").arg(title_->text()),
         QMessageBox::Ok, this);
     message->setInformativeText(tr("Allow its notifications where your desktop keeps them."));
+    message->setWindowIcon(applicationIcon());
     message->setAttribute(Qt::WA_DeleteOnClose);
     message->setAttribute(Qt::WA_WindowPropagation);
     message->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does

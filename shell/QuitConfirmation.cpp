@@ -1,8 +1,10 @@
 #include "shell/QuitConfirmation.h"
 
+#include "platform/ui/Pictures.h"
 #include "services/StoredPreferences.h"
 
 #include <QCoreApplication>
+#include <QGridLayout>
 #include <QPushButton>
 #include <QScreen>
 
@@ -11,6 +13,8 @@
 namespace tidewell {
 
 namespace {
+
+constexpr int leastWidth = 320;
 
 QString translated(const char* sourceText) {
     return QCoreApplication::translate("QuitConfirmation", sourceText);
@@ -35,6 +39,7 @@ void QuitConfirmation::confirmQuit() {
             QMessageBox::Warning, applicationName_,
             translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Are you sure you want to quit?")),
             QMessageBox::NoButton, &window_);
+        question_->setWindowIcon(applicationIcon());
         question_->setAttribute(Qt::WA_DeleteOnClose);
         question_->setAttribute(Qt::WA_WindowPropagation); // the panel's colours, as they change
         question_->setWindowModality(Qt::ApplicationModal);
@@ -48,6 +53,11 @@ void QuitConfirmation::confirmQuit() {
         question_->setEscapeButton(question_->addButton(
             translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Cancel")), QMessageBox::RejectRole));
         QObject::connect(quit, &QPushButton::clicked, question_.data(), quit_);
+        // Else it is so narrow that the second text is broken before its last word.
+        if (auto* grid = qobject_cast<QGridLayout*>(question_->layout())) {
+            grid->addItem(new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1,
+                          grid->columnCount());
+        }
     }
     if (!window_.isVisible() && !question_->isVisible()) {
         // Else it would come up over where the panel once was.

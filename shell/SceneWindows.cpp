@@ -1,6 +1,7 @@
 #include "shell/SceneWindows.h"
 
 #include "platform/linux/SoftCorners.h"
+#include "platform/ui/Pictures.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -50,6 +51,7 @@ QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) 
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(objectName(scene.identifier));
     window->setWindowTitle(QString::fromStdString(scene.title));
+    window->setWindowIcon(applicationIcon());
     auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content.release());

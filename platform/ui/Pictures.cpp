@@ -70,6 +70,18 @@ void drawApplicationIcon(QPainter& painter, const QRectF& square) {
     painter.restore();
 }
 
+QIcon applicationIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 64}) {
+        QPixmap picture(size, size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        drawApplicationIcon(painter, picture.rect());
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
 void drawNoWarning(QPainter& painter, const QRectF& square) {
     painter.save();
     prepare(painter, square);

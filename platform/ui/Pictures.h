@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QWidget>
 
 class QPainter;
@@ -11,6 +12,9 @@ using DrawPicture = void (*)(QPainter& painter, const QRectF& square);
 
 /// The program's icon, as in `resources/icons`: a gauge that rises out of the tide.
 void drawApplicationIcon(QPainter& painter, const QRectF& square);
+
+/// The same for the windows that have a frame.
+QIcon applicationIcon();
 
 /// The picture for "nothing to warn of": still water and a tick.
 void drawNoWarning(QPainter& painter, const QRectF& square);
