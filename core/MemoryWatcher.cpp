@@ -2,6 +2,7 @@
 
 #include "core/probes/MemoryBreakdown.h"
 #include "services/PollingLoop.h"
+#include "support/Translatable.h"
 
 #include <algorithm>
 #include <limits>
@@ -108,16 +109,16 @@ void MemoryWatcher::updateMemoryUsage() {
             items.push_back({.label = label, .value = value, .color = colours::primary});
         });
     };
-    show("Physical Memory", physical_);
-    show("Memory Used", breakdown.usedMemory);
-    show("App Memory", breakdown.appMemory);
-    show("Wired Memory", breakdown.wiredMemory);
-    show("Compressed", breakdown.compressedMemory);
-    show("Free Memory", free);
-    show("Cached Files", breakdown.cachedFiles);
-    show("Swap Used", swapUsed());
+    show(translatable("MemoryWatcher", "Physical Memory"), physical_);
+    show(translatable("MemoryWatcher", "Memory Used"), breakdown.usedMemory);
+    show(translatable("MemoryWatcher", "App Memory"), breakdown.appMemory);
+    show(translatable("MemoryWatcher", "Wired Memory"), breakdown.wiredMemory);
+    show(translatable("MemoryWatcher", "Compressed"), breakdown.compressedMemory);
+    show(translatable("MemoryWatcher", "Free Memory"), free);
+    show(translatable("MemoryWatcher", "Cached Files"), breakdown.cachedFiles);
+    show(translatable("MemoryWatcher", "Swap Used"), swapUsed());
     if (swapUsed() != 0) {
-        show("Swap Total", swapTotal());
+        show(translatable("MemoryWatcher", "Swap Total"), swapTotal());
     }
 }
 
@@ -150,7 +151,7 @@ Task<void> MemoryWatcher::post(Self self, SwapAlert alert) {
     if (manager == nullptr) {
         co_return;
     }
-    SwapAlertText text = textOf(alert, self->swapUsed());
+    SwapAlertText text = textOf(alert, self->swapUsed(), self->environment_.translated);
     self.reset(); // not held while the desktop takes its time
     co_await manager->show(std::move(text.title), std::move(text.subtitle), std::move(text.body));
 }

@@ -36,6 +36,10 @@ public:
         ContinuousClock& clock;
         Log& log;
         std::function<double()> secondsSince1970; ///< the wall clock, with fractions
+        /// Gives a text of the context "MemoryWatcher" in the user's language.
+        std::function<std::string(const char* text)> translated = [](const char* text) {
+            return text;
+        };
     };
 
     /// Without a notification manager there are no alerts.

@@ -1,15 +1,29 @@
 #include "core/SwapAlerts.h"
 
 #include "support/ByteText.h"
+#include "support/Translatable.h"
+
+#include <string_view>
 
 namespace tidewell {
 
 namespace {
 
 constexpr auto title = "Tidewell";
+constexpr auto lowSubtitle = translatable("MemoryWatcher", "Swap memory usage");
+constexpr auto warningSubtitle = translatable("MemoryWatcher", "High swap usage");
+constexpr auto highSubtitle = translatable("MemoryWatcher", "Very high swap usage");
+constexpr auto bodyWithAmount =
+    translatable("MemoryWatcher", "Your computer uses swap memory (%1).");
+constexpr auto highBody =
+    translatable("MemoryWatcher", "Restart your computer if you want to free up swap memory.");
 
-std::string bodyWithAmount(std::uint64_t swapUsed) {
-    return "Your computer uses swap memory (" + sizeText(swapUsed) + ").";
+std::string withAmount(std::string text, std::uint64_t swapUsed) {
+    constexpr std::string_view place = "%1";
+    if (const auto at = text.find(place); at != std::string::npos) {
+        text.replace(at, place.size(), sizeText(swapUsed));
+    }
+    return text;
 }
 
 } // namespace
@@ -38,17 +52,18 @@ std::optional<SwapAlert> swapAlertFor(WarningLevel previous, WarningLevel next) 
     return std::nullopt;
 }
 
-SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed) {
+SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed,
+                     const std::function<std::string(const char* text)>& translated) {
     switch (alert) {
     case SwapAlert::low:
-        return {title, "Swap memory usage", bodyWithAmount(swapUsed)};
+        return {title, translated(lowSubtitle), withAmount(translated(bodyWithAmount), swapUsed)};
     case SwapAlert::warning:
-        return {title, "High swap usage", bodyWithAmount(swapUsed)};
+        return {title, translated(warningSubtitle),
+                withAmount(translated(bodyWithAmount), swapUsed)};
     case SwapAlert::high:
         break;
     }
-    return {title, "Very high swap usage",
-            "Restart your computer if you want to free up swap memory."};
+    return {title, translated(highSubtitle), translated(highBody)};
 }
 
 } // namespace tidewell

@@ -3,6 +3,7 @@
 #include "support/WarningLevel.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,7 +25,8 @@ struct SwapAlertText {
     std::string body;
 };
 
-/// What an alert says; `swapUsed` in bytes.
-SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed);
+/// What an alert says; `swapUsed` in bytes. `translated` gives a text in the user's language.
+SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed,
+                     const std::function<std::string(const char* text)>& translated);
 
 } // namespace tidewell

@@ -12,6 +12,7 @@
 #include "shell/Scenes.h"
 #include "support/BundleInformation.h"
 #include "support/ByteText.h"
+#include "support/IntegerText.h"
 #include "support/LevelColours.h"
 #include "views/AnchorPoint.h"
 #include "views/ScrollingBarChart.h"
@@ -30,7 +31,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <array>
 #include <utility>
 
 namespace tidewell {
@@ -52,21 +52,9 @@ QString text(const std::string& utf8) {
     return QString::fromStdString(utf8);
 }
 
-/// A percentage without its fraction. It is finite: it comes of figures that are.
-QString percentText(double value) {
-    return QString::number(static_cast<std::int64_t>(value)) + u'%';
+QString integer(std::int64_t value) {
+    return text(integerText(value));
 }
-
-// The names of the model's figures, which are the model's own.
-[[maybe_unused]] constexpr std::array figures{QT_TRANSLATE_NOOP("MemoryWatcher", "Physical Memory"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Memory Used"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "App Memory"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Wired Memory"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Compressed"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Free Memory"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Cached Files"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Swap Used"),
-                                              QT_TRANSLATE_NOOP("MemoryWatcher", "Swap Total")};
 
 std::string translatedFigure(const std::string& name) {
     return QCoreApplication::translate("MemoryWatcher", name.c_str()).toStdString();
@@ -96,10 +84,11 @@ QPushButton* makePrompt(const QString& title) {
 
 RoundGaugeContent percentage(double value, Colour textColour) {
     return {.value = value,
-            .text = percentText(value),
+            // Without its fraction. It is finite: it comes of figures that are.
+            .text = integer(static_cast<std::int64_t>(value)) + u'%',
             .textColour = textColour,
-            .minimumText = QStringLiteral("0"),
-            .maximumText = QStringLiteral("100"),
+            .minimumText = integer(0),
+            .maximumText = integer(100),
             .minimumTextColour = colours::systemGreen,
             .maximumTextColour = colours::systemRed,
             .gradient = gaugeGradient(value)};
@@ -345,7 +334,7 @@ void ContentView::refreshSwap() {
         swapGauge_->setContent({.value = static_cast<double>(watcher.swapUsed()),
                                 .maximum = static_cast<double>(watcher.swapTotal()),
                                 .text = text(sizeText(watcher.swapUsed())),
-                                .minimumText = tr("0 MB"),
+                                .minimumText = integer(0) + QStringLiteral(" MB"),
                                 .maximumText = text(sizeText(watcher.swapTotal())),
                                 .tint = levelColour(watcher.warningLevel())});
         swapChart_->setData(watcher.swapUsedArray());

@@ -147,7 +147,11 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
                     .schedulerThread = schedulerThread,
                     .clock = clock,
                     .log = log,
-                    .secondsSince1970 = secondsSince1970},
+                    .secondsSince1970 = secondsSince1970,
+                    .translated =
+                        [](const char* text) {
+                            return QCoreApplication::translate("MemoryWatcher", text).toStdString();
+                        }},
         .notificationCenter = notificationCenter,
         .bundle = bundle,
         .appearance = appearance,

@@ -2,6 +2,7 @@
 
 #include "platform/ui/TitledBox.h"
 #include "services/StoredPreferences.h"
+#include "support/IntegerText.h"
 #include "views/AnchorPoint.h"
 #include "views/AppMemoryPlacement.h"
 #include "views/ShowItemList.h"
@@ -12,6 +13,8 @@
 #include <QPointer>
 #include <QScreen>
 #include <QVBoxLayout>
+
+#include <iterator>
 
 namespace tidewell {
 
@@ -98,7 +101,8 @@ void AppMemoryView::resizeEvent(QResizeEvent* event) {
 
 void AppMemoryView::refresh() {
     const auto& processes = environment_.memoryManager->allProcesses();
-    box_->setTitle(tr("Processes Real Mem [%1]").arg(processes.size()));
+    box_->setTitle(tr("Processes Real Mem [%1]")
+                       .arg(QString::fromStdString(integerText(std::ssize(processes)))));
     list_->setItems(processes);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
+#include "support/IntegerText.h"
 #include "support/LevelColours.h"
 #include "support/TimeOfDay.h"
 #include "views/DevicePixels.h"
@@ -42,7 +43,8 @@ QString ScrollingBarChartFixed::newestSampleText() const {
     }
     const auto& [value, timestamp] = memoryPressureArray_.back();
     return tr("%1% at %2")
-        .arg(QString::number(value), QString::fromStdString(timeOfDayString(timestamp)));
+        .arg(QString::fromStdString(integerText(value)),
+             QString::fromStdString(timeOfDayString(timestamp)));
 }
 
 void ScrollingBarChartFixed::rebuild() {
@@ -112,7 +114,8 @@ void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.setFont(textFont(TextStyle::footnote, font()));
     const QString text = QString::fromStdString(timeOfDayString(hoverValue_.timestamp)) +
-                         QChar::LineFeed + QString::number(hoverValue_.value) + u'%';
+                         QChar::LineFeed + QString::fromStdString(integerText(hoverValue_.value)) +
+                         u'%';
     const QRectF area(0, padding, width(), fixedHeight_);
     const QRectF lines = painter.boundingRect(area, Qt::AlignHCenter | Qt::AlignTop, text);
     const QRectF frame = lines.adjusted(-padding, -padding, padding, padding);

@@ -57,6 +57,26 @@
         <source>Swap Total</source>
         <translation>إجمالي المبادلة</translation>
     </message>
+    <message>
+        <source>Swap memory usage</source>
+        <translation>استخدام ذاكرة المبادلة</translation>
+    </message>
+    <message>
+        <source>High swap usage</source>
+        <translation>استخدام مرتفع للمبادلة</translation>
+    </message>
+    <message>
+        <source>Very high swap usage</source>
+        <translation>استخدام مرتفع جدًا للمبادلة</translation>
+    </message>
+    <message>
+        <source>Your computer uses swap memory (%1).</source>
+        <translation>يستخدم حاسوبك ذاكرة المبادلة (%1).</translation>
+    </message>
+    <message>
+        <source>Restart your computer if you want to free up swap memory.</source>
+        <translation>أعد تشغيل حاسوبك إذا أردت تحرير ذاكرة المبادلة.</translation>
+    </message>
 </context>
 <context>
     <name>QGuiApplication</name>
@@ -334,10 +354,6 @@
         <translation>ضغط الذاكرة</translation>
     </message>
     <message>
-        <source>0 MB</source>
-        <translation>0 MB</translation>
-    </message>
-    <message>
         <source>This desktop has no notification settings that %1 can open.</source>
         <translation>لا يحتوي سطح المكتب هذا على إعدادات إشعارات يمكن لـ %1 فتحها.</translation>
     </message>
@@ -350,7 +366,7 @@
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
-        <translation>استخدام التبديل</translation>
+        <translation>استخدام المبادلة</translation>
     </message>
     <message>
         <source>No samples yet</source>

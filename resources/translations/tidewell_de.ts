@@ -57,6 +57,26 @@
         <source>Swap Total</source>
         <translation>Swap gesamt</translation>
     </message>
+    <message>
+        <source>Swap memory usage</source>
+        <translation>Swap in Verwendung</translation>
+    </message>
+    <message>
+        <source>High swap usage</source>
+        <translation>Hohe Swap-Nutzung</translation>
+    </message>
+    <message>
+        <source>Very high swap usage</source>
+        <translation>Sehr hohe Swap-Nutzung</translation>
+    </message>
+    <message>
+        <source>Your computer uses swap memory (%1).</source>
+        <translation>Ihr Computer verwendet Swap-Speicher (%1).</translation>
+    </message>
+    <message>
+        <source>Restart your computer if you want to free up swap memory.</source>
+        <translation>Starten Sie den Computer neu, wenn Sie Swap-Speicher freigeben möchten.</translation>
+    </message>
 </context>
 <context>
     <name>QGuiApplication</name>
@@ -104,7 +124,7 @@
     </message>
     <message>
         <source>The update server does not have what was asked for. Try again later.</source>
-        <translation>Der Update-Server hat das Gesuchte nicht. Versuchen Sie es später noch einmal.</translation>
+        <translation>Der Update-Server hat das Gesuchte nicht. Versuchen Sie es später erneut.</translation>
     </message>
     <message>
         <source>The update server points to a place that is not safe. Nothing was downloaded from there.</source>
@@ -112,7 +132,7 @@
     </message>
     <message>
         <source>The update server takes too long to answer. Try again later.</source>
-        <translation>Der Update-Server antwortet nicht rechtzeitig. Versuchen Sie es später noch einmal.</translation>
+        <translation>Der Update-Server antwortet nicht rechtzeitig. Versuchen Sie es später erneut.</translation>
     </message>
     <message>
         <source>The update server sent a list of versions that cannot be read.</source>
@@ -120,7 +140,7 @@
     </message>
     <message>
         <source>The downloaded file is not complete, or is not the right one. It was deleted.</source>
-        <translation>Die geladene Datei ist unvollständig oder nicht die richtige. Sie wurde gelöscht.</translation>
+        <translation>Die geladene Datei ist unvollständig oder falsch. Sie wurde gelöscht.</translation>
     </message>
     <message>
         <source>The downloaded file was not made by the developers of this program, or was changed on its way. It was deleted.</source>
@@ -136,7 +156,7 @@
     </message>
     <message>
         <source>The update was downloaded, but there is no program here to open it with.</source>
-        <translation>Das Update wurde geladen, aber es gibt hier kein Programm, das es öffnen kann.</translation>
+        <translation>Das Update wurde geladen, aber es gibt hier kein Programm dafür.</translation>
     </message>
     <message>
         <source>This program was not set up for updates.</source>
@@ -172,11 +192,11 @@
     </message>
     <message>
         <source>Version %1 can be installed now. You have version %2.</source>
-        <translation>Version %1 kann jetzt installiert werden. Installiert ist Version %2.</translation>
+        <translation>Version&#xa0;%1 kann installiert werden. Sie haben Version&#xa0;%2.</translation>
     </message>
     <message>
         <source>Skip This Version</source>
-        <translation>Diese Version auslassen</translation>
+        <translation>Version überspringen</translation>
     </message>
     <message>
         <source>Remind Me Later</source>
@@ -332,10 +352,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>Speicherdruck</translation>
-    </message>
-    <message>
-        <source>0 MB</source>
-        <translation>0 MB</translation>
     </message>
     <message>
         <source>This desktop has no notification settings that %1 can open.</source>

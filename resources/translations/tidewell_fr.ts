@@ -57,6 +57,26 @@
         <source>Swap Total</source>
         <translation>Swap total</translation>
     </message>
+    <message>
+        <source>Swap memory usage</source>
+        <translation>Utilisation du swap</translation>
+    </message>
+    <message>
+        <source>High swap usage</source>
+        <translation>Utilisation élevée du swap</translation>
+    </message>
+    <message>
+        <source>Very high swap usage</source>
+        <translation>Utilisation très élevée du swap</translation>
+    </message>
+    <message>
+        <source>Your computer uses swap memory (%1).</source>
+        <translation>Votre ordinateur utilise de la mémoire swap (%1).</translation>
+    </message>
+    <message>
+        <source>Restart your computer if you want to free up swap memory.</source>
+        <translation>Redémarrez votre ordinateur si vous voulez libérer de la mémoire swap.</translation>
+    </message>
 </context>
 <context>
     <name>QGuiApplication</name>
@@ -172,7 +192,7 @@
     </message>
     <message>
         <source>Version %1 can be installed now. You have version %2.</source>
-        <translation>La version %1 peut être installée maintenant. Vous avez la version %2.</translation>
+        <translation>La version %1 peut être installée maintenant. Vous avez la version&#xa0;%2.</translation>
     </message>
     <message>
         <source>Skip This Version</source>
@@ -332,10 +352,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>Pression mémoire</translation>
-    </message>
-    <message>
-        <source>0 MB</source>
-        <translation>0 MB</translation>
     </message>
     <message>
         <source>This desktop has no notification settings that %1 can open.</source>

@@ -57,6 +57,26 @@
         <source>Swap Total</source>
         <translation>スワップの合計</translation>
     </message>
+    <message>
+        <source>Swap memory usage</source>
+        <translation>スワップの使用</translation>
+    </message>
+    <message>
+        <source>High swap usage</source>
+        <translation>スワップの使用量が多くなっています</translation>
+    </message>
+    <message>
+        <source>Very high swap usage</source>
+        <translation>スワップの使用量が非常に多くなっています</translation>
+    </message>
+    <message>
+        <source>Your computer uses swap memory (%1).</source>
+        <translation>コンピュータがスワップを使用しています（%1）。</translation>
+    </message>
+    <message>
+        <source>Restart your computer if you want to free up swap memory.</source>
+        <translation>スワップを解放するには、コンピュータを再起動してください。</translation>
+    </message>
 </context>
 <context>
     <name>QGuiApplication</name>
@@ -327,15 +347,11 @@
     </message>
     <message>
         <source>Swap Usage</source>
-        <translation>スワップの使用量</translation>
+        <translation>スワップ使用量</translation>
     </message>
     <message>
         <source>Memory Pressure</source>
         <translation>メモリ負荷</translation>
-    </message>
-    <message>
-        <source>0 MB</source>
-        <translation>0 MB</translation>
     </message>
     <message>
         <source>This desktop has no notification settings that %1 can open.</source>

@@ -51,6 +51,13 @@ class Alerts(DesktopCase):
                 self.expect(tidewell, level, count)
                 tidewell.end(signal.SIGTERM)
 
+    def test_speak_the_users_language(self):
+        self.desktop.environment |= {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "de_DE"}
+        self.start_with_item("low")
+        notification, = wait_for("the notification", self.arrived)
+        self.assertEqual(notification[4], "Swap in Verwendung\n"
+                         "Ihr Computer verwendet Swap-Speicher (1,36 GB).")
+
     def told(self):
         """How often the host was told of each part of the item that has changed."""
         log = self.desktop.log("dbus-monitor")

@@ -1,4 +1,5 @@
 #include "support/ByteText.h"
+#include "support/IntegerText.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,7 @@ TEST(ByteText, SpeaksTheLocalesNumbers) {
     EXPECT_EQ(byteText(count, "hi_IN@numbers=deva"), "९९९.५ GB");
     EXPECT_EQ(byteText(200'000 * tera, "hi_IN"), "2,00,000 TB");
     EXPECT_EQ(byteText(count, "no such locale"), "999.5 GB");
+    EXPECT_EQ(integerText(-1234, "hi_IN@numbers=deva"), "-१२३४");
 }
 
 } // namespace
