@@ -8,7 +8,9 @@
 #include "platform/ui/SymbolButton.h"
 #include "platform/ui/TitledBox.h"
 #include "services/StoredPreferences.h"
+#include "support/IntegerText.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QEvent>
 #include <QLabel>
@@ -56,6 +58,17 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter(this).fillRect(rect(), hairline(appearanceOf(palette())));
+    }
+};
+
+/// Its list is a window of its own, which would take the application's colours.
+class Picker final : public QComboBox {
+public:
+    void showPopup() override {
+        const QPalette colours = window()->palette(); // inherited ones would give way
+        view()->setPalette(colours);
+        view()->window()->setPalette(colours);
+        QComboBox::showPopup();
     }
 };
 
@@ -179,7 +192,7 @@ QWidget* SettingsView::makeUpdatesBox() {
     auto* pickerRow = new QHBoxLayout(picker);
     pickerRow->setContentsMargins(ringRoom, 0, 0, 0);
     intervalLabel_ = new QLabel(tr("Update check interval"));
-    interval_ = new QComboBox;
+    interval_ = new Picker;
     for (const auto& [label, seconds] : checkIntervals) {
         interval_->addItem(tr(label), seconds);
     }
@@ -252,7 +265,7 @@ void SettingsView::showPollingInterval() {
         static_cast<int>(std::clamp<std::int64_t>(seconds, 0, std::numeric_limits<int>::max()));
     pollingLabel_->setText((kPollingInterval_ > 1 ? tr("Polling interval: %1 secs", nullptr, count)
                                                   : tr("Polling interval: %1 sec", nullptr, count))
-                               .arg(seconds));
+                               .arg(QString::fromStdString(integerText(seconds))));
     QPalette colours; // none of its own
     if (isEditing_) {
         colours.setColor(pollingLabel_->foregroundRole(),

@@ -49,7 +49,7 @@ QPalette paletteFor(Appearance appearance) {
     palette.setColor(QPalette::ToolTipBase, box);
     palette.setColor(QPalette::Base, box);
     palette.setColor(QPalette::PlaceholderText, secondary);
-    palette.setColor(QPalette::Highlight, toQColor(colours::accent, appearance));
+    palette.setColor(QPalette::Highlight, QColor::fromRgb(0x0062cc)); // white on it is legible
     palette.setColor(QPalette::HighlightedText, Qt::white);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, secondary);

@@ -1,6 +1,8 @@
 #include "platform/updater/ProgressView.h"
 
 #include "platform/ui/Fonts.h"
+#include "platform/ui/Palette.h"
+#include "platform/ui/TextDirection.h"
 #include "support/ByteText.h"
 
 #include <QCoreApplication>
@@ -21,7 +23,7 @@ constexpr double movingPart = 0.3;
 constexpr int millisecondsThere = 1600;
 
 QString bytes(qint64 count) {
-    return QString::fromStdString(byteText(count));
+    return isolated(QString::fromStdString(byteText(count)));
 }
 
 } // namespace
@@ -75,7 +77,7 @@ void ProgressBar::paintEvent(QPaintEvent* /*event*/) {
     track.setAlphaF(0.12F);
     painter.setBrush(track);
     painter.drawRoundedRect(rect(), radius, radius);
-    painter.setBrush(palette().color(QPalette::Highlight));
+    painter.setBrush(toQColor(colours::accent, appearanceOf(palette())));
     // Never shorter than its round ends.
     filled = filled.intersected(rect());
     if (filled.width() >= height()) {
@@ -99,8 +101,8 @@ ProgressView::ProgressView(ProgressBar::Waiting waiting)
 void ProgressView::setProgress(qint64 received, qint64 length) {
     bar_->setRange(0, steps);
     bar_->setValue(static_cast<int>(std::clamp(received, qint64{0}, length) * steps / length));
-    figures_->setText(QCoreApplication::translate("SPUStandardUserDriver", "%1 of %2")
-                          .arg(bytes(received), bytes(length)));
+    const QString text = QCoreApplication::translate("SPUStandardUserDriver", "%1 of %2");
+    figures_->setText(alongLayout(text.arg(bytes(received), bytes(length))));
     figures_->show();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Pictures.h"
+#include "platform/ui/TextDirection.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -16,10 +17,10 @@ namespace {
 
 constexpr int margin = 20;
 constexpr int iconSize = 56;
-constexpr int textWidth = 380;
+constexpr int textWidth = 440;
 
 QLabel* makeText(const QString& text, TextStyle style) {
-    auto* label = new QLabel(text);
+    auto* label = new QLabel(alongLayout(text));
     label->setFont(textFont(style, label->font()));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -32,6 +33,7 @@ QLabel* makeText(const QString& text, TextStyle style) {
 UpdateWindow::UpdateWindow(const QString& applicationName)
     : layout_(new QHBoxLayout(this)) {
     setWindowTitle(applicationName);
+    setWindowIcon(applicationIcon());
     auto* icon = new PictureView(drawApplicationIcon);
     icon->setFixedSize(iconSize, iconSize);
     icon->setAccessibleName(applicationName);
@@ -65,10 +67,11 @@ void UpdateWindow::setContent(Content content) {
     }
     layout_->addWidget(body_);
     body_->show();
-    // Only now: before, there is no window that would remember it. Where another button has the
+    // Only now: before, there is no window that would remember the button. Where another has the
     // focus, there are desktops on which Return presses that and not the default one.
     for (QPushButton* button : body_->findChildren<QPushButton*>()) {
-        if (button->isDefault()) {
+        if (button->autoDefault()) {
+            button->setDefault(true);
             button->setFocus();
         }
     }
@@ -80,6 +83,7 @@ QWidget* UpdateWindow::makeButtons() {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
+    layout->addSpacing(16); // at least, beside what stands apart
     layout->addStretch();
     for (std::size_t index = 0; index < buttons_.size(); ++index) {
         const Button& button = buttons_[index];
@@ -92,11 +96,7 @@ QWidget* UpdateWindow::makeButtons() {
         } else {
             layout->addWidget(widget);
         }
-        if (button.role == Role::confirm) {
-            widget->setDefault(true);
-        } else {
-            widget->setAutoDefault(false);
-        }
+        widget->setAutoDefault(button.role == Role::confirm);
     }
     return row;
 }
