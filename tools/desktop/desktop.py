@@ -326,9 +326,11 @@ class Desktop:
 
     def geometry(self, window):
         """(x, y, width, height) of a window on the screen, in pixels."""
-        shell = self.output("xdotool", "getwindowgeometry", "--shell", window)
-        values = dict(line.split("=", 1) for line in shell.splitlines())
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        # Of windows with a frame xdotool tells a wrong place.
+        lines = self.output("xwininfo", "-id", window).splitlines()
+        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
+        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
+                                                  "Width", "Height"))
 
     def click(self, x, y, button=1):
         # Not with --sync: where the pointer is there already, that waits for it to move.

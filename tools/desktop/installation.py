@@ -5,16 +5,18 @@ import json
 import os
 import subprocess
 import threading
+import time
 
 NAMESPACE = "https://tidewell.example/ns/updates/1"
 
 
 class UpdateServer:
     """Serves what is put into `files`, by path, over plain http, which the program accepts of the
-    loopback alone. `asked` lists the paths that were asked for."""
+    loopback alone. `asked` lists the paths that were asked for. Of what is `held`, only the first
+    half arrives as long as it is."""
 
     def __init__(self):
-        self.files, self.asked = {}, []
+        self.files, self.asked, self.held = {}, [], set()
         outer = self
 
         class Handler(http.server.BaseHTTPRequestHandler):
@@ -24,7 +26,11 @@ class UpdateServer:
                 self.send_response(404 if body is None else 200)
                 self.send_header("Content-Length", str(len(body or b"")))
                 self.end_headers()
-                self.wfile.write(body or b"")
+                half = len(body or b"") // 2
+                self.wfile.write((body or b"")[:half])
+                while self.path in outer.held:
+                    time.sleep(0.05)
+                self.wfile.write((body or b"")[half:])
 
             def log_message(self, *_):
                 pass
@@ -61,6 +67,8 @@ def install(build, place, server, version="0.1.0", key=None):
         information["SUPublicEDKey"] = key
     (place / "share/tidewell").mkdir(parents=True)
     (place / "share/tidewell/Info.json").write_text(json.dumps(information))
+    (place / "share/tidewell/translations").symlink_to(
+        (build / "share/tidewell/translations").resolve())
     return place / "bin/tidewell"
 
 
@@ -82,6 +90,6 @@ class Signer:
         return subprocess.run([self.tool, *arguments], check=True, text=True,
                               stdout=subprocess.PIPE).stdout
 
-    def item(self, version, address, file):
+    def item(self, version, address, file, *options):
         return self._run("item", "--key", self.key_file, "--version", version, "--address", address,
-                         file)
+                         *options, file)
