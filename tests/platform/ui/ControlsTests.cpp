@@ -91,7 +91,7 @@ TEST(TitledBox, IsHoveredAsOneWithItsTitleAndContentUntilItIsHidden) {
          {50, 105, 140, 161, 50, 140}) { // above, title, content, edge, above, content
         QTest::mouseMove(&window, {100, y});
     }
-    box.hide();
+    window.hide();
     EXPECT_EQ(hovers, (std::vector{true, false, true, false}));
 }
 
