@@ -1,6 +1,7 @@
 #include "shell/ContentView.h"
 
 #include "platform/ui/Fonts.h"
+#include "platform/ui/Labels.h"
 #include "platform/ui/LinearGauge.h"
 #include "platform/ui/Palette.h"
 #include "platform/ui/Pictures.h"
@@ -60,14 +61,6 @@ std::string translatedFigure(const std::string& name) {
     return QCoreApplication::translate("MemoryWatcher", name.c_str()).toStdString();
 }
 
-QLabel* makeLabel(const QString& content, TextStyle style) {
-    auto* label = new QLabel(content);
-    label->setFont(textFont(style, label->font()));
-    label->setAlignment(Qt::AlignCenter);
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
-
 /// A prompt in the middle of a row of its own, which is what is hidden with it.
 QPushButton* makePrompt(const QString& title) {
     auto* prompt = new QPushButton(title);
@@ -110,8 +103,8 @@ ContentView::ContentView(Environment environment)
             updater->checkForUpdates();
         }
     });
-    auto* copyrightLine = makeLabel(text(copyright(environment_.bundle)), TextStyle::footnote);
-    copyrightLine->setForegroundRole(QPalette::PlaceholderText);
+    auto* copyrightLine =
+        makeSecondaryLabel(text(copyright(environment_.bundle)), TextStyle::footnote);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 20, 0, 6);

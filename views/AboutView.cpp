@@ -1,6 +1,6 @@
 #include "views/AboutView.h"
 
-#include "platform/ui/Fonts.h"
+#include "platform/ui/Labels.h"
 #include "platform/ui/Palette.h"
 #include "platform/ui/Pictures.h"
 #include "platform/ui/PushButton.h"
@@ -23,21 +23,6 @@ constexpr int symbolWidth = 40;
 QUrl website() {
     static const QUrl url(QStringLiteral("https://tidewell.net/"));
     return url;
-}
-
-QLabel* makeLabel(const QString& text, TextStyle style) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(textFont(style));
-    label->setAlignment(Qt::AlignCenter);
-    return label;
-}
-
-/// Text that is less than the rest. The palette's own role for it follows light and dark.
-QLabel* makeSecondaryLabel(const QString& text, TextStyle style) {
-    QLabel* label = makeLabel(text, style);
-    label->setForegroundRole(QPalette::PlaceholderText);
-    return label;
 }
 
 QString fromBundle(std::string (*lookup)(const Bundle&), const Bundle& bundle) {
