@@ -36,6 +36,19 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
 
+/// The entry that starts `program`, which must be an absolute path without control characters: no
+/// entry can name another.
+std::string autostartEntry(const std::string& identifier, const std::string& applicationName,
+                           const std::string& program) {
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=" +
+           entryText(applicationName) + "\nExec=" + quotedArgument(program) +
+           "\nTryExec=" + entryText(program) + "\nIcon=" + identifier +
+           "\nStartupNotify=false\n"
+           "X-GNOME-Autostart-enabled=true\n";
+}
+
 } // namespace
 
 std::filesystem::path autostartFolder() {
@@ -47,17 +60,6 @@ std::filesystem::path installedProgram() {
     auto image = runningAppImage();
     std::error_code error; // an empty path says as much
     return image.empty() ? std::filesystem::read_symlink("/proc/self/exe", error) : image;
-}
-
-std::string autostartEntry(const std::string& identifier, const std::string& applicationName,
-                           const std::string& program) {
-    return "[Desktop Entry]\n"
-           "Type=Application\n"
-           "Name=" +
-           entryText(applicationName) + "\nExec=" + quotedArgument(program) +
-           "\nTryExec=" + entryText(program) + "\nIcon=" + identifier +
-           "\nStartupNotify=false\n"
-           "X-GNOME-Autostart-enabled=true\n";
 }
 
 AutostartLoginItem::AutostartLoginItem(const std::filesystem::path& folder,

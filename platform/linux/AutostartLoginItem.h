@@ -30,9 +30,4 @@ std::filesystem::path autostartFolder();
 /// The file to start this program from next time: the AppImage that it runs in, or its own.
 std::filesystem::path installedProgram();
 
-/// The desktop entry that starts `program`, which must be an absolute path without control
-/// characters: no desktop entry can name another. Pure.
-std::string autostartEntry(const std::string& identifier, const std::string& applicationName,
-                           const std::string& program);
-
 } // namespace tidewell

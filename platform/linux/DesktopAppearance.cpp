@@ -23,6 +23,15 @@ bool hasDarkBar(const QString& desktops) {
            !names.contains(QStringLiteral("GNOME-Flashback"));
 }
 
+/// What the name of a theme says of it: "Greybird-dark" is dark, "Greybird" and "Arc-Darker", with
+/// dark title bars only, are light.
+Appearance themeAppearance(const QString& name) {
+    const qsizetype found = name.indexOf(QLatin1String("dark"), 0, Qt::CaseInsensitive);
+    const bool isDark =
+        found >= 0 && !name.mid(found + 4).startsWith(QLatin1String("er"), Qt::CaseInsensitive);
+    return isDark ? Appearance::dark : Appearance::light;
+}
+
 } // namespace
 
 DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& desktops)
@@ -104,13 +113,6 @@ void DesktopAppearance::decide() {
         statusArea_ = statusArea;
         observers_.tell();
     }
-}
-
-Appearance themeAppearance(const QString& name) {
-    const qsizetype found = name.indexOf(QLatin1String("dark"), 0, Qt::CaseInsensitive);
-    const bool isDark =
-        found >= 0 && !name.mid(found + 4).startsWith(QLatin1String("er"), Qt::CaseInsensitive);
-    return isDark ? Appearance::dark : Appearance::light;
 }
 
 } // namespace tidewell

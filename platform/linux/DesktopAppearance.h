@@ -54,8 +54,4 @@ private:
     ObserverList<> observers_;
 };
 
-/// What the name of a theme says of it: "Greybird-dark" is dark, "Greybird" and "Arc-Darker", with
-/// dark title bars only, are light.
-Appearance themeAppearance(const QString& name);
-
 } // namespace tidewell

@@ -8,14 +8,9 @@
 #include <QTest>
 
 #include <cmath>
-#include <limits>
 
 namespace tidewell {
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double largest = std::numeric_limits<double>::max();
 
 TEST(Gauges, PlaceEveryValueWithinTheirEnds) {
     for (const auto& [value, minimum, maximum, fraction] : {
@@ -23,10 +18,10 @@ TEST(Gauges, PlaceEveryValueWithinTheirEnds) {
              std::array{-1.0, 0.0, 100.0, 0.0},
              std::array{5.0, -5.0, 15.0, 0.5},
              std::array{0.0, 0.0, 0.0, 0.0}, // no swap at all
-             std::array{nan, 0.0, 100.0, 0.0},
-             std::array{infinity, 0.0, 100.0, 1.0},
-             std::array{1.0, 0.0, nan, 0.0},
-             std::array{0.0, -largest, largest, 0.0},
+             std::array{std::nan(""), 0.0, 100.0, 0.0},
+             std::array{HUGE_VAL, 0.0, 100.0, 1.0},
+             std::array{1.0, 0.0, std::nan(""), 0.0},
+             std::array{0.0, -1e308, 1e308, 0.0},
          }) {
         EXPECT_EQ(gaugeFraction(value, minimum, maximum), fraction)
             << value << " in " << minimum << " to " << maximum;
