@@ -1,8 +1,7 @@
 #include "support/IntegerText.h"
 
+#include "support/KeptNumberFormatter.h"
 #include "support/UserLocale.h"
-
-#include <unicode/numberformatter.h>
 
 namespace tidewell {
 
@@ -11,13 +10,11 @@ std::string integerText(std::int64_t value) {
 }
 
 std::string integerText(std::int64_t value, const std::string& localeIdentifier) {
+    static thread_local KeptNumberFormatter formatter(
+        icu::number::NumberFormatter::with().grouping(UNUM_GROUPING_OFF));
     UErrorCode status = U_ZERO_ERROR;
     std::string text;
-    icu::number::NumberFormatter::withLocale(icu::Locale::createCanonical(localeIdentifier.c_str()))
-        .grouping(UNUM_GROUPING_OFF)
-        .formatInt(value, status)
-        .toString(status)
-        .toUTF8String(text);
+    formatter.in(localeIdentifier).formatInt(value, status).toString(status).toUTF8String(text);
     return text;
 }
 
