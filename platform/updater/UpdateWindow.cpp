@@ -6,15 +6,21 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace tidewell {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto untilPlaced = 200ms; // by the window manager
 constexpr int margin = 20;
 constexpr int iconSize = 56;
 constexpr int textWidth = 440;
@@ -76,6 +82,17 @@ void UpdateWindow::setContent(Content content) {
         }
     }
     setAccessibleDescription(content.headline + u'\n' + content.text);
+    QTimer::singleShot(untilPlaced, this, &UpdateWindow::stayOnScreen);
+}
+
+void UpdateWindow::stayOnScreen() {
+    const QRect available = screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    if (isVisible() && !available.contains(frame)) {
+        const QPoint last = available.bottomRight() - QPoint(frame.width() - 1, frame.height() - 1);
+        move(std::max(available.left(), std::min(frame.left(), last.x())),
+             std::max(available.top(), std::min(frame.top(), last.y())));
+    }
 }
 
 QWidget* UpdateWindow::makeButtons() {

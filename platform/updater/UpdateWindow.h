@@ -42,6 +42,9 @@ public:
 
 private:
     void act(std::size_t button);
+    /// What is below may have grown past the screen's edge. A window manager that is told a new
+    /// size while it still places the window may put it there, too.
+    void stayOnScreen();
     QWidget* makeButtons();
 
     QHBoxLayout* layout_;

@@ -132,7 +132,7 @@
     </message>
     <message>
         <source>The update server takes too long to answer. Try again later.</source>
-        <translation>Der Update-Server antwortet nicht rechtzeitig. Versuchen Sie es später erneut.</translation>
+        <translation>Der Update-Server antwortet zu spät. Versuchen Sie es später erneut.</translation>
     </message>
     <message>
         <source>The update server sent a list of versions that cannot be read.</source>
