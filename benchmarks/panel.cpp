@@ -156,7 +156,7 @@ void measureClosed() {
 }
 
 double privateDirty() {
-    return ownMemory("smaps_rollup", "Private_Dirty");
+    return ownMemory("Private_Dirty");
 }
 
 void measureOpening() {
