@@ -35,8 +35,8 @@ inline double median(std::vector<double> values) {
     return *middle;
 }
 
-/// A figure of this process's memory in kilobytes, such as "Rss", exactly as the kernel has it now; 0
-/// where that does not tell.
+/// A figure of this process's memory in kilobytes, such as "Rss", exactly as the kernel has it now;
+/// 0 where that does not tell.
 inline double ownMemory(const std::string& figure) {
     std::ifstream text("/proc/self/smaps_rollup");
     for (std::string word; text >> word;) {
