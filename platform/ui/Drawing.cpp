@@ -41,9 +41,9 @@ void drawSoftBox(QPainter& painter, const QRectF& box, double radius, const QBru
 void drawTextLine(QPainter& painter, const QRectF& area, Qt::Alignment side, const QString& text,
                   double textWidth) {
     const QFontMetricsF metrics(painter.font(), painter.device());
-    const double left = side & Qt::AlignHCenter ? area.center().x() - textWidth / 2
-                        : side & Qt::AlignRight ? area.right() - textWidth
-                                                : area.left();
+    const double left = side.testFlag(Qt::AlignHCenter) ? area.center().x() - textWidth / 2
+                        : side.testFlag(Qt::AlignRight) ? area.right() - textWidth
+                                                        : area.left();
     const double baseline = area.center().y() + (metrics.ascent() - metrics.descent()) / 2;
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(QPointF(left, baseline), text);
