@@ -71,13 +71,11 @@ void TimerFdClock::ringDueAlarms() {
         Alarms::node_type due; // destroyed without the lock, see the destructor
         {
             const std::lock_guard lock(mutex_);
-            if (!alarms_.empty() && alarms_.begin()->first <= present) {
-                due = alarms_.extract(alarms_.begin());
+            if (alarms_.empty() || alarms_.begin()->first > present) {
+                return; // the timer was set when that one became the next
             }
+            due = alarms_.extract(alarms_.begin());
             armTimer();
-        }
-        if (due.empty()) {
-            return;
         }
         due.mapped().ring();
     }
