@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Log.h"
+#include "base/ports/Log.h"
 
 #include <algorithm>
 #include <chrono>

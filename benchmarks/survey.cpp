@@ -2,8 +2,8 @@
 // reads the same figures: a loop over the same files. All are measured in turns, so that whatever
 // else the machine does falls on all of them.
 
+#include "base/values/FileDescriptor.h"
 #include "benchmarks/Measuring.h"
-#include "platform/foundation/FileDescriptor.h"
 #include "processes/MemoryManager.h"
 #include "processes/linux/LinuxApplicationSource.h"
 #include "tests/fakes/ManualClock.h"

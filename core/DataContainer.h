@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/values/UUID.h"
 #include "core/MemoryPressureItem.h"
 #include "core/SwapItem.h"
-#include "platform/foundation/UUID.h"
 
 #include <vector>
 

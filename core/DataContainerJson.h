@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/ports/UserDefaults.h"
 #include "core/DataContainer.h"
-#include "platform/foundation/UserDefaults.h"
 
 #include <optional>
 #include <string>

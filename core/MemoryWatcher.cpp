@@ -1,8 +1,8 @@
 #include "core/MemoryWatcher.h"
 
+#include "base/text/Translatable.h"
 #include "core/probes/MemoryBreakdown.h"
 #include "services/PollingLoop.h"
-#include "support/Translatable.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "base/observable/ObservableObject.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserDefaults.h"
 #include "core/MemoryPressureItem.h"
 #include "core/ShowItem.h"
 #include "core/SwapAlerts.h"
 #include "core/SwapItem.h"
 #include "core/TaskScheduler.h"
 #include "core/probes/SystemProbes.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/observable/ObservableObject.h"
 #include "services/NotificationManager.h"
-#include "support/Log.h"
 
 #include <cstdint>
 #include <functional>

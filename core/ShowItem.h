@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/foundation/Colour.h"
-#include "platform/foundation/Hash.h"
-#include "platform/foundation/UUID.h"
+#include "base/values/Colour.h"
+#include "base/values/Hash.h"
+#include "base/values/UUID.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #include "core/SwapAlerts.h"
 
-#include "support/ByteText.h"
-#include "support/Translatable.h"
+#include "base/text/ByteText.h"
+#include "base/text/Translatable.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/WarningLevel.h"
+#include "base/values/WarningLevel.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/Hash.h"
+#include "base/values/Hash.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #include "core/TaskScheduler.h"
 
-#include "platform/runtime/Waiting.h"
+#include "base/runtime/Waiting.h"
 
 #include <utility>
 

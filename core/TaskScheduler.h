@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/runtime/ContinuousClock.h"
-#include "platform/runtime/Executor.h"
-#include "platform/runtime/Task.h"
+#include "base/runtime/ContinuousClock.h"
+#include "base/runtime/Executor.h"
+#include "base/runtime/Task.h"
 
 #include <functional>
 #include <memory>

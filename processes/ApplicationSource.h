@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/Image.h"
-#include "platform/runtime/Task.h"
+#include "base/runtime/Task.h"
+#include "base/values/Image.h"
 
 #include <cstdint>
 #include <memory>

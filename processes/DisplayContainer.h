@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/values/Image.h"
 #include "core/ShowItem.h"
-#include "platform/foundation/Image.h"
 
 #include <optional>
 

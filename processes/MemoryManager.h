@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/foundation/UserDefaults.h"
-#include "platform/observable/ObservableObject.h"
-#include "platform/runtime/ContinuousClock.h"
-#include "platform/runtime/Executor.h"
+#include "base/observable/ObservableObject.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserDefaults.h"
+#include "base/runtime/ContinuousClock.h"
+#include "base/runtime/Executor.h"
 #include "processes/ApplicationSource.h"
 #include "processes/DisplayContainer.h"
-#include "support/Log.h"
 
 #include <cstdint>
 #include <memory>

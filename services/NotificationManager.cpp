@@ -1,7 +1,7 @@
 #include "services/NotificationManager.h"
 
-#include "platform/foundation/UUID.h"
-#include "platform/runtime/Waiting.h"
+#include "base/runtime/Waiting.h"
+#include "base/values/UUID.h"
 
 #include <utility>
 

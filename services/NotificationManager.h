@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/foundation/UserNotificationCenter.h"
-#include "platform/observable/ObservableObject.h"
-#include "platform/runtime/Task.h"
-#include "support/Log.h"
+#include "base/observable/ObservableObject.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserNotificationCenter.h"
+#include "base/runtime/Task.h"
 
 #include <memory>
 #include <optional>

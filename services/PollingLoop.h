@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/ContinuousClock.h"
+#include "base/runtime/ContinuousClock.h"
 #include "services/StoredPreferences.h"
 
 #include <memory>

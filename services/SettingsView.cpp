@@ -1,5 +1,6 @@
 #include "services/SettingsView.h"
 
+#include "base/text/IntegerText.h"
 #include "platform/ui/CheckBox.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
@@ -8,7 +9,6 @@
 #include "platform/ui/SymbolButton.h"
 #include "platform/ui/TitledBox.h"
 #include "services/StoredPreferences.h"
-#include "support/IntegerText.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

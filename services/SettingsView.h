@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/LoginItem.h"
-#include "platform/foundation/UserDefaults.h"
+#include "base/ports/LoginItem.h"
+#include "base/ports/UserDefaults.h"
 #include "platform/ui/LaterRefresh.h"
 #include "services/SparkleModel.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/foundation/SPUUpdater.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/observable/ObservableObject.h"
-#include "platform/runtime/ContinuousClock.h"
-#include "support/Log.h"
+#include "base/observable/ObservableObject.h"
+#include "base/ports/Log.h"
+#include "base/ports/SPUUpdater.h"
+#include "base/ports/UserDefaults.h"
+#include "base/runtime/ContinuousClock.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/SPUUpdater.h"
-#include "platform/foundation/UserDefaults.h"
+#include "base/ports/SPUUpdater.h"
+#include "base/ports/UserDefaults.h"
 
 #include <concepts>
 #include <string_view>

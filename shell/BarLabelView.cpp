@@ -1,8 +1,8 @@
 #include "shell/BarLabelView.h"
 
+#include "base/text/ByteText.h"
+#include "base/values/LevelColours.h"
 #include "platform/ui/Symbols.h"
-#include "support/ByteText.h"
-#include "support/LevelColours.h"
 
 #include <QCoreApplication>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/runtime/Executor.h"
 #include "core/MemoryWatcher.h"
 #include "platform/linux/StatusItem.h"
-#include "platform/runtime/Executor.h"
 #include "services/SparkleModel.h"
 
 #include <functional>

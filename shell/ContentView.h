@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/ports/Bundle.h"
+#include "base/ports/UserDefaults.h"
+#include "base/runtime/Executor.h"
+#include "base/runtime/Task.h"
 #include "core/MemoryWatcher.h"
-#include "platform/foundation/Bundle.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/runtime/Executor.h"
-#include "platform/runtime/Task.h"
 #include "platform/ui/LaterRefresh.h"
 #include "services/NotificationManager.h"
 #include "services/SparkleModel.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/Colour.h"
+#include "base/values/Colour.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 #include "shell/ProgramUpdater.h"
 
+#include "base/ports/BundleInformation.h"
 #include "platform/linux/RunningAppImage.h"
 #include "platform/ui/Palette.h"
 #include "platform/updater/FeedUpdater.h"
-#include "support/BundleInformation.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/foundation/Bundle.h"
-#include "platform/foundation/UserDefaults.h"
+#include "base/ports/Bundle.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserDefaults.h"
+#include "base/runtime/Executor.h"
 #include "platform/linux/DesktopAppearance.h"
-#include "platform/runtime/Executor.h"
 #include "services/SparkleModel.h"
-#include "support/Log.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/UserDefaults.h"
+#include "base/ports/UserDefaults.h"
 
 #include <QMessageBox>
 #include <QPointer>

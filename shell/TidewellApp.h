@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/ports/Bundle.h"
+#include "base/ports/LoginItem.h"
 #include "core/MemoryWatcher.h"
-#include "platform/foundation/Bundle.h"
-#include "platform/foundation/LoginItem.h"
 #include "platform/linux/DesktopAppearance.h"
 #include "platform/linux/StatusItem.h"
 #include "processes/MemoryManager.h"

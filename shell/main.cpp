@@ -1,3 +1,5 @@
+#include "base/ports/BundleInformation.h"
+#include "base/runtime/SerialExecutor.h"
 #include "core/probes/linux/LinuxProbes.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/BundleReader.h"
@@ -16,12 +18,10 @@
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11.h"
-#include "platform/runtime/SerialExecutor.h"
 #include "platform/ui/Translations.h"
 #include "processes/linux/LinuxApplicationSource.h"
 #include "shell/ProgramUpdater.h"
 #include "shell/TidewellApp.h"
-#include "support/BundleInformation.h"
 
 #include <QApplication>
 #include <QDesktopServices>

@@ -1,11 +1,11 @@
 #include "views/AboutView.h"
 
+#include "base/ports/BundleInformation.h"
 #include "platform/ui/Labels.h"
 #include "platform/ui/Palette.h"
 #include "platform/ui/Pictures.h"
 #include "platform/ui/PushButton.h"
 #include "platform/ui/SymbolView.h"
-#include "support/BundleInformation.h"
 
 #include <QKeyEvent>
 #include <QLabel>

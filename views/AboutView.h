@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/Bundle.h"
+#include "base/ports/Bundle.h"
 
 #include <QWidget>
 

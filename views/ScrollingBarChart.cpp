@@ -1,9 +1,9 @@
 #include "views/ScrollingBarChart.h"
 
+#include "base/text/ByteText.h"
+#include "base/text/TimeOfDay.h"
+#include "base/values/LevelColours.h"
 #include "platform/ui/Palette.h"
-#include "support/ByteText.h"
-#include "support/LevelColours.h"
-#include "support/TimeOfDay.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -1,10 +1,10 @@
 #include "views/ScrollingBarChartFixed.h"
 
+#include "base/text/IntegerText.h"
+#include "base/text/TimeOfDay.h"
+#include "base/values/LevelColours.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
-#include "support/IntegerText.h"
-#include "support/LevelColours.h"
-#include "support/TimeOfDay.h"
 #include "views/DevicePixels.h"
 
 #include <QPaintEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/LoginItem.h"
+#include "base/ports/LoginItem.h"
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/Bundle.h"
-#include "support/Log.h"
+#include "base/ports/Bundle.h"
+#include "base/ports/Log.h"
 
 #include <filesystem>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/foundation/Colour.h"
+#include "base/observable/ObserverList.h"
+#include "base/values/Colour.h"
 #include "platform/linux/DesktopSettings.h"
-#include "platform/observable/ObserverList.h"
 
 #include <QDBusServiceWatcher>
 

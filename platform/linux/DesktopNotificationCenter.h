@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/foundation/UserNotificationCenter.h"
+#include "base/ports/UserNotificationCenter.h"
+#include "base/runtime/ContinuousClock.h"
 #include "platform/linux/NotificationRecords.h"
-#include "platform/runtime/ContinuousClock.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/UserDefaults.h"
-#include "support/Log.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserDefaults.h"
 
 #include <nlohmann/json.hpp>
 

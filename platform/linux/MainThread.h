@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/runtime/Executor.h"
-#include "platform/runtime/linux/TimerFdClock.h"
+#include "base/runtime/Executor.h"
+#include "base/runtime/linux/TimerFdClock.h"
 
 #include <QObject>
 #include <QSocketNotifier>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/observable/ObserverList.h"
+#include "base/observable/ObserverList.h"
 
 namespace tidewell {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/runtime/ContinuousClock.h"
 #include "platform/linux/StatusHost.h"
 #include "platform/linux/StatusItem.h"
-#include "platform/runtime/ContinuousClock.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/ports/Log.h"
 #include "platform/linux/StatusHost.h"
-#include "support/Log.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>

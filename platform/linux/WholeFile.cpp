@@ -1,6 +1,6 @@
 #include "platform/linux/WholeFile.h"
 
-#include "platform/foundation/FileDescriptor.h"
+#include "base/values/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

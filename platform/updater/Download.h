@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/SerialExecutor.h"
+#include "base/runtime/SerialExecutor.h"
 #include "platform/updater/Fetch.h"
 #include "platform/updater/UpdateFile.h"
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/foundation/Bundle.h"
-#include "platform/foundation/SPUUpdater.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/observable/ObserverList.h"
+#include "base/observable/ObserverList.h"
+#include "base/ports/Bundle.h"
+#include "base/ports/Log.h"
+#include "base/ports/SPUUpdater.h"
+#include "base/ports/UserDefaults.h"
 #include "platform/updater/Download.h"
 #include "platform/updater/SPUStandardUserDriver.h"
-#include "support/Log.h"
 
 namespace tidewell {
 

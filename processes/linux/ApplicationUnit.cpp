@@ -1,6 +1,6 @@
 #include "processes/linux/ApplicationUnit.h"
 
-#include "support/Words.h"
+#include "base/text/Words.h"
 
 namespace tidewell {
 

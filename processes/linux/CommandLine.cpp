@@ -1,6 +1,6 @@
 #include "processes/linux/CommandLine.h"
 
-#include "support/Words.h"
+#include "base/text/Words.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "processes/linux/DesktopEntries.h"
 
-#include "platform/foundation/OpenFolder.h"
+#include "base/text/Words.h"
+#include "base/values/OpenFolder.h"
 #include "processes/linux/ReadFile.h"
-#include "support/Words.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/ports/Log.h"
 #include "processes/linux/DesktopEntry.h"
 #include "processes/linux/FolderWatch.h"
-#include "support/Log.h"
 
 #include <set>
 #include <span>

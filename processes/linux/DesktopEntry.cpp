@@ -1,7 +1,7 @@
 #include "processes/linux/DesktopEntry.h"
 
+#include "base/text/Words.h"
 #include "processes/linux/ReadableLine.h"
-#include "support/Words.h"
 
 #include <algorithm>
 #include <array>

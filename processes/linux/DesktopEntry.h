@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/Image.h"
+#include "base/values/Image.h"
 #include "processes/linux/CommandLine.h"
 
 #include <optional>

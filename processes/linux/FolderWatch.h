@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/FileDescriptor.h"
+#include "base/values/FileDescriptor.h"
 
 #include <map>
 #include <string>

@@ -1,9 +1,9 @@
 #include "processes/linux/LinuxApplicationSource.h"
 
-#include "platform/foundation/FileDescriptor.h"
-#include "platform/runtime/Waiting.h"
+#include "base/runtime/Waiting.h"
+#include "base/text/UserLocale.h"
+#include "base/values/FileDescriptor.h"
 #include "processes/linux/ProcessTable.h"
-#include "support/UserLocale.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/runtime/Executor.h"
+#include "base/ports/Log.h"
+#include "base/runtime/Executor.h"
 #include "processes/ApplicationSource.h"
-#include "support/Log.h"
 
 #include <string>
 #include <vector>

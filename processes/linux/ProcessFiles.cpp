@@ -1,6 +1,6 @@
 #include "processes/linux/ProcessFiles.h"
 
-#include "support/Words.h"
+#include "base/text/Words.h"
 
 #include <array>
 

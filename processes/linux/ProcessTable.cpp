@@ -1,10 +1,10 @@
 #include "processes/linux/ProcessTable.h"
 
-#include "platform/foundation/FileDescriptor.h"
-#include "platform/foundation/OpenFolder.h"
+#include "base/text/Words.h"
+#include "base/values/FileDescriptor.h"
+#include "base/values/OpenFolder.h"
 #include "processes/linux/ReadFile.h"
 #include "processes/linux/ReadableLine.h"
-#include "support/Words.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "processes/linux/ReadFile.h"
 
-#include "platform/foundation/FileDescriptor.h"
+#include "base/values/FileDescriptor.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #include "processes/linux/ReadableLine.h"
 
-#include "support/Utf8.h"
+#include "base/text/Utf8.h"
 
 namespace tidewell {
 

@@ -1,5 +1,5 @@
+#include "base/text/ByteText.h"
 #include "core/DataContainerJson.h"
-#include "support/ByteText.h"
 #include "tests/fakes/WatcherSurroundings.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/UserNotificationCenter.h"
-#include "platform/runtime/Executor.h"
+#include "base/ports/UserNotificationCenter.h"
+#include "base/runtime/Executor.h"
 
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/SPUUpdater.h"
-#include "platform/observable/ObserverList.h"
+#include "base/observable/ObserverList.h"
+#include "base/ports/SPUUpdater.h"
 
 #include <string>
 

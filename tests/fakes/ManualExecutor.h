@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/Executor.h"
+#include "base/runtime/Executor.h"
 
 #include <deque>
 

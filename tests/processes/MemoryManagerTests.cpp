@@ -1,4 +1,4 @@
-#include "platform/runtime/Waiting.h"
+#include "base/runtime/Waiting.h"
 #include "processes/MemoryManager.h"
 #include "tests/fakes/Surroundings.h"
 

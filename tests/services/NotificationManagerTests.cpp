@@ -1,4 +1,4 @@
-#include "platform/foundation/UUID.h"
+#include "base/values/UUID.h"
 #include "services/NotificationManager.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/Surroundings.h"

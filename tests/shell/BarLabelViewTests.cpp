@@ -1,6 +1,6 @@
+#include "base/text/ByteText.h"
+#include "base/values/LevelColours.h"
 #include "shell/BarLabelView.h"
-#include "support/ByteText.h"
-#include "support/LevelColours.h"
 #include "tests/fakes/WatcherSurroundings.h"
 
 #include <gmock/gmock.h>

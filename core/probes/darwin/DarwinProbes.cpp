@@ -1,7 +1,7 @@
 #include "core/probes/darwin/DarwinProbes.h"
 
+#include "base/text/Utf8.h"
 #include "core/probes/darwin/FreeMemoryPercentage.h"
-#include "support/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>

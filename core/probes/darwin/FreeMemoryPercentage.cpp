@@ -1,7 +1,7 @@
 #include "core/probes/darwin/FreeMemoryPercentage.h"
 
-#include "support/Utf8.h"
-#include "support/Words.h"
+#include "base/text/Utf8.h"
+#include "base/text/Words.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "core/probes/darwin/ToolRunner.h"
 
-#include "platform/foundation/FileDescriptor.h"
+#include "base/values/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "core/probes/linux/LinuxProbes.h"
 
-#include "platform/foundation/FileDescriptor.h"
-#include "platform/foundation/OpenFolder.h"
+#include "base/values/FileDescriptor.h"
+#include "base/values/OpenFolder.h"
 
 #include <array>
 #include <cerrno>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/ports/Log.h"
 #include "core/probes/SystemProbes.h"
 #include "core/probes/linux/MemInfo.h"
-#include "support/Log.h"
 
 #include <string>
 

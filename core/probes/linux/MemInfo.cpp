@@ -1,6 +1,6 @@
 #include "core/probes/linux/MemInfo.h"
 
-#include "support/Words.h"
+#include "base/text/Words.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
+#include "base/text/Utf8.h"
 #include "core/probes/darwin/DarwinProbes.h"
 #include "core/probes/darwin/FreeMemoryPercentage.h"
-#include "support/Utf8.h"
 #include "tests/fakes/RecordingLog.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "base/observable/Subscription.h"
+#include "base/values/PlatformError.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tidewell {
+
+class SPUUpdater;
+
+/// A release that an updater found.
+struct SUAppcastItem {
+    std::string versionString; ///< as it is shown to the user
+};
+
+/// Is told what an updater's checks found, silent ones and the user's alike, on the main thread. A
+/// check that fails or is called off tells nothing.
+class SPUUpdaterDelegate {
+public:
+    SPUUpdaterDelegate(const SPUUpdaterDelegate&) = delete;
+    SPUUpdaterDelegate& operator=(const SPUUpdaterDelegate&) = delete;
+
+    virtual void updaterDidFindValidUpdate(SPUUpdater& updater, const SUAppcastItem& item) = 0;
+    virtual void updaterDidNotFindUpdate(SPUUpdater& updater) = 0;
+
+protected:
+    SPUUpdaterDelegate() = default;
+    ~SPUUpdaterDelegate() = default;
+};
+
+/// Looks for new versions of the program and, when the user wants it, installs them. Main thread;
+/// nothing here blocks.
+class SPUUpdater {
+public:
+    SPUUpdater() = default;
+    SPUUpdater(const SPUUpdater&) = delete;
+    SPUUpdater& operator=(const SPUUpdater&) = delete;
+    virtual ~SPUUpdater() = default;
+
+    /// Makes the updater ready for checks, or says why it cannot be. Does nothing, successfully, on
+    /// one that is started already.
+    [[nodiscard]] virtual std::optional<PlatformError> startUpdater() = 0;
+
+    /// True while the updater is started and no check is under way.
+    virtual bool canCheckForUpdates() const = 0;
+    /// Calls `observer` with the present value, at once, and with every new one.
+    [[nodiscard]] virtual Subscription
+    observeCanCheckForUpdates(std::function<void(bool canCheck)> observer) = 0;
+
+    // The user's choices, which the updater keeps in the preferences.
+
+    virtual bool automaticallyChecksForUpdates() const = 0;
+    virtual void setAutomaticallyChecksForUpdates(bool automatically) = 0;
+    virtual bool automaticallyDownloadsUpdates() const = 0;
+    virtual void setAutomaticallyDownloadsUpdates(bool automatically) = 0;
+    /// Seconds between two silent checks.
+    virtual double updateCheckInterval() const = 0;
+    virtual void setUpdateCheckInterval(double seconds) = 0;
+
+    /// The check that the user asked for, in windows of the updater's own.
+    virtual void checkForUpdates() = 0;
+
+    /// A check that shows nothing, errors included, and answers through the delegate alone. Does
+    /// nothing while another check is under way, and on an updater that is not started.
+    virtual void checkForUpdateInformation() = 0;
+};
+
+/// The keys under which an updater keeps the user's choices.
+namespace updater_keys {
+inline constexpr std::string_view enableAutomaticChecks = "SUEnableAutomaticChecks";
+inline constexpr std::string_view automaticallyUpdate = "SUAutomaticallyUpdate";
+inline constexpr std::string_view scheduledCheckInterval = "SUScheduledCheckInterval";
+inline constexpr std::string_view skippedVersion = "SUSkippedVersion";
+} // namespace updater_keys
+
+} // namespace tidewell

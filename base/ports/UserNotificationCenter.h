@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/values/PlatformError.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace tidewell {
+
+/// What a program may ask to be allowed.
+enum class AuthorizationOptions : unsigned { badge = 1, sound = 2, alert = 4 };
+constexpr AuthorizationOptions operator|(AuthorizationOptions a, AuthorizationOptions b) {
+    return static_cast<AuthorizationOptions>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
+}
+
+/// One notification, shown once, `delay` after it was added, with the default sound.
+struct NotificationRequest {
+    std::string identifier; ///< unique: notifications never replace each other
+    std::string title;
+    std::optional<std::string> subtitle;
+    std::string body;
+    std::chrono::duration<double> delay;
+};
+
+/// The desktop's notifications. Main thread; nothing here blocks. The answers come later on the
+/// main thread, exactly once, within a bounded time even where a service hangs.
+class UserNotificationCenter {
+public:
+    /// Whether the user lets this program notify, or why that could not be found out.
+    using Authorization = std::variant<bool, PlatformError>;
+
+    UserNotificationCenter() = default;
+    UserNotificationCenter(const UserNotificationCenter&) = delete;
+    UserNotificationCenter& operator=(const UserNotificationCenter&) = delete;
+    virtual ~UserNotificationCenter() = default;
+
+    virtual void requestAuthorization(AuthorizationOptions options,
+                                      std::function<void(Authorization)> answer) = 0;
+
+    /// Answers empty once the notification was handed to the desktop, or why it was not.
+    virtual void add(NotificationRequest request,
+                     std::function<void(std::optional<PlatformError>)> answer) = 0;
+};
+
+} // namespace tidewell

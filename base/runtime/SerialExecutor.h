@@ -1,0 +1,33 @@
+#pragma once
+
+#include "base/runtime/Executor.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace tidewell {
+
+/// An executor with a thread of its own, which starts with the first job and is asleep while the
+/// queue is empty.
+/// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
+/// destroyed by one of its own jobs.
+class SerialExecutor final : public Executor {
+public:
+    SerialExecutor() = default;
+    ~SerialExecutor() override;
+
+    void post(std::function<void()> job) override;
+
+private:
+    void run();
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::deque<std::function<void()>> queue_;
+    bool stopping_ = false;
+    std::thread thread_;
+};
+
+} // namespace tidewell

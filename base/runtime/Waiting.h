@@ -1,0 +1,133 @@
+#pragma once
+
+#include "base/runtime/Task.h"
+
+#include <atomic>
+#include <functional>
+
+namespace tidewell {
+
+/// The right to resume one suspended coroutine, once, as a job of its task's executor. Made by
+/// awaiters, which hand it to whatever they wait for.
+class Resumption {
+public:
+    template <std::derived_from<detail::PromiseBase> Promise>
+    explicit Resumption(std::coroutine_handle<Promise> coroutine)
+        : task_(coroutine.promise().task().shared_from_this())
+        , coroutine_(coroutine) {}
+    Resumption(const Resumption&) = delete;
+    Resumption& operator=(const Resumption&) = delete;
+
+    /// True for the first caller only, who has to call `resume()` next. Any thread.
+    bool claim() { return !claimed_.exchange(true); }
+
+    /// Posts the resumption. Only after a successful `claim()`.
+    void resume();
+
+private:
+    std::shared_ptr<detail::RunningTask> task_;
+    std::coroutine_handle<> coroutine_;
+    std::atomic<bool> claimed_ = false;
+};
+
+namespace detail {
+
+class CancellationQuery {
+public:
+    bool await_ready() const noexcept { return false; }
+    template <std::derived_from<PromiseBase> Promise>
+    bool await_suspend(std::coroutine_handle<Promise> coroutine) {
+        cancelled_ = coroutine.promise().task().stop().stop_requested();
+        return false; // goes on at once: only the promise was wanted
+    }
+    bool await_resume() const noexcept { return cancelled_; }
+
+private:
+    bool cancelled_ = false;
+};
+
+class WorkElsewhere {
+public:
+    WorkElsewhere(Executor& other, std::function<void()> work)
+        : other_(other)
+        , work_(std::move(work)) {}
+
+    WorkElsewhere& operator co_await() & { return *this; }
+    void operator co_await() && = delete; // see "named first"
+
+    bool await_ready() const noexcept { return false; }
+    template <std::derived_from<PromiseBase> Promise>
+    void await_suspend(std::coroutine_handle<Promise> coroutine) {
+        // The job keeps the task, and with it this awaiter, alive until the work is done.
+        other_.post([this, resumption = std::make_shared<Resumption>(coroutine)] {
+            work_();
+            if (resumption->claim()) {
+                resumption->resume();
+            }
+        });
+    }
+    void await_resume() const noexcept {}
+
+private:
+    Executor& other_;
+    std::function<void()> work_;
+};
+
+template <typename T>
+class Answer {
+public:
+    using Ask = std::function<void(std::function<void(T)>)>;
+
+    explicit Answer(Ask ask)
+        : ask_(std::move(ask)) {}
+
+    Answer& operator co_await() & { return *this; }
+    void operator co_await() && = delete; // see "named first"
+
+    bool await_ready() const noexcept { return false; }
+    template <std::derived_from<PromiseBase> Promise>
+    void await_suspend(std::coroutine_handle<Promise> coroutine) {
+        // Off this awaiter: the task may be destroyed inside the call, if it drops the answer.
+        const Ask ask = std::move(ask_);
+        ask([this, resumption = std::make_shared<Resumption>(coroutine)](T value) {
+            if (resumption->claim()) {
+                answer_.emplace(std::move(value));
+                resumption->resume();
+            }
+        });
+    }
+    T await_resume() { return std::move(*answer_); }
+
+private:
+    Ask ask_;
+    std::optional<T> answer_;
+};
+
+} // namespace detail
+
+/// `co_await currentTaskIsCancelled()`: whether the running task was cancelled; never suspends.
+inline detail::CancellationQuery currentTaskIsCancelled() {
+    return {};
+}
+
+// Named first: what takes a function has to be stored in a variable that is awaited then. A
+// capturing lambda that is a temporary of the awaiting expression itself is destroyed twice by
+// GCC 12 when the task is destroyed where it waits. Awaiting the call directly does not compile.
+
+/// `auto work = runOn(other, function); co_await work;`: runs `function` as a job of another
+/// executor, waits for it to return and goes on where the task belongs. Cancelling the task
+/// meanwhile changes nothing: the work is done. `other` must outlive the task.
+inline detail::WorkElsewhere runOn(Executor& other, std::function<void()> work) {
+    return {other, std::move(work)};
+}
+
+/// `auto answer = answerOf<T>(ask); T value = co_await answer;`: calls `ask` with a function that
+/// takes the answer, and waits until that was called, from any thread; later calls are ignored.
+/// Cancelling does not end the wait. When every copy of the function is destroyed uncalled, the
+/// task is destroyed where it waits.
+template <typename T>
+detail::Answer<T> answerOf(typename detail::Answer<T>::Ask ask) {
+    return detail::Answer<T>(std::move(ask));
+}
+
+} // namespace tidewell

@@ -1,0 +1,21 @@
+#include "base/text/IntegerText.h"
+
+#include "base/text/KeptNumberFormatter.h"
+#include "base/text/UserLocale.h"
+
+namespace tidewell {
+
+std::string integerText(std::int64_t value) {
+    return integerText(value, userLocale(LocaleCategory::numbers));
+}
+
+std::string integerText(std::int64_t value, const std::string& localeIdentifier) {
+    static thread_local KeptNumberFormatter formatter(
+        icu::number::NumberFormatter::with().grouping(UNUM_GROUPING_OFF));
+    UErrorCode status = U_ZERO_ERROR;
+    std::string text;
+    formatter.in(localeIdentifier).formatInt(value, status).toString(status).toUTF8String(text);
+    return text;
+}
+
+} // namespace tidewell

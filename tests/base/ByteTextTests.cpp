@@ -1,0 +1,45 @@
+#include "base/text/ByteText.h"
+#include "base/text/IntegerText.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace tidewell {
+namespace {
+
+constexpr std::int64_t kilo = 1024;
+constexpr std::int64_t mega = kilo * 1024;
+constexpr std::int64_t giga = mega * 1024;
+constexpr std::int64_t tera = giga * 1024;
+
+TEST(ByteText, RoundsToTheDecimalsOfItsUnitAndCarriesIntoTheNextOne) {
+    for (const auto& [count, text] : {std::pair{std::int64_t{0}, "0 bytes"},
+                                      {1, "1 byte"},
+                                      {1023, "1,023 bytes"},
+                                      {kilo * 5 / 2, "2 KB"}, // halves go to the even digit
+                                      {mega - kilo / 2 - 1, "1,023 KB"},
+                                      {mega - kilo / 2, "1 MB"},
+                                      {mega * 5 / 4, "1.2 MB"},
+                                      {-mega * 3 / 2, "-1.5 MB"},
+                                      {giga - mega / 20 - 1, "1,023.9 MB"},
+                                      {tera - giga / 100, "1,023.99 GB"},
+                                      {tera - 1, "1 TB"},
+                                      {tera * 41 / 20, "2.05 TB"},
+                                      {INT64_MAX, "8,388,608 TB"},
+                                      {INT64_MIN, "-8,388,608 TB"}}) {
+        EXPECT_EQ(byteText(count, "en_US"), text);
+    }
+}
+
+TEST(ByteText, SpeaksTheLocalesNumbers) {
+    const std::int64_t count = giga * 1999 / 2;
+    EXPECT_EQ(byteText(count, "de_DE.UTF-8"), "999,5 GB");
+    EXPECT_EQ(byteText(count, "hi_IN@numbers=deva"), "९९९.५ GB");
+    EXPECT_EQ(byteText(200'000 * tera, "hi_IN"), "2,00,000 TB");
+    EXPECT_EQ(byteText(count, "no such locale"), "999.5 GB");
+    EXPECT_EQ(integerText(-1234, "hi_IN@numbers=deva"), "-१२३४");
+}
+
+} // namespace
+} // namespace tidewell

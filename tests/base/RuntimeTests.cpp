@@ -1,0 +1,161 @@
+#include "base/runtime/SerialExecutor.h"
+#include "base/runtime/Waiting.h"
+#include "base/runtime/linux/TimerFdClock.h"
+#include "tests/fakes/ManualExecutor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <future>
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+#include <poll.h>
+
+namespace tidewell {
+namespace {
+
+using testing::ElementsAre;
+using Notes = std::shared_ptr<std::vector<std::string>>;
+
+class TaskTest : public testing::Test {
+protected:
+    Notes notes = std::make_shared<std::vector<std::string>>();
+    ManualExecutor executor;
+};
+
+Task<int> half(int number) {
+    if (number % 2 != 0) {
+        throw std::invalid_argument("odd");
+    }
+    co_return number / 2;
+}
+
+Task<void> noteHalf(int number, Notes notes) {
+    const bool cancelled = co_await currentTaskIsCancelled();
+    notes->push_back(cancelled ? "cancelled" : "started");
+    try {
+        const int result = co_await half(number);
+        notes->push_back(std::to_string(result));
+    } catch (const std::invalid_argument& error) {
+        notes->push_back(error.what());
+    }
+}
+
+TEST_F(TaskTest, PassesResultsAndExceptionsOnAndIsCancelledThroughAnyCopyOfItsHandle) {
+    spawn(executor, noteHalf(12, notes)); // letting go of the handle does not cancel
+    auto handle = spawn(executor, noteHalf(5, notes));
+    auto copy = handle;
+    copy.cancel();
+    EXPECT_THAT(*notes, ElementsAre()) << "started before it was the executor's turn";
+    executor.drain();
+    EXPECT_THAT(*notes, ElementsAre("started", "6", "cancelled", "odd"));
+    EXPECT_EQ(notes.use_count(), 1);
+}
+
+using Completion = std::shared_ptr<std::function<void(int)>>;
+
+Task<void> askFor(Completion complete, Notes notes) {
+    auto answer =
+        answerOf<int>([complete](std::function<void(int)> take) { *complete = std::move(take); });
+    const int value = co_await answer;
+    notes->push_back(std::to_string(value));
+}
+
+TEST_F(TaskTest, GoesOnAtTheFirstAnswerAndIsDestroyedWhenNothingCanResumeItAnyMore) {
+    const auto complete = std::make_shared<std::function<void(int)>>();
+    spawn(executor, askFor(complete, notes));
+    executor.drain();
+    (*complete)(7);
+    (*complete)(8);
+    EXPECT_THAT(*notes, ElementsAre()) << "must not go on inside the caller of the answer";
+    executor.drain();
+    EXPECT_THAT(*notes, ElementsAre("7"));
+
+    spawn(executor, askFor(complete, notes));
+    executor.drain();
+    EXPECT_EQ(notes.use_count(), 2);
+    *complete = nullptr;
+    EXPECT_EQ(notes.use_count(), 1) << "unanswered";
+
+    spawn(*std::make_unique<ManualExecutor>(), noteHalf(2, notes));
+    EXPECT_EQ(notes.use_count(), 1) << "queued, but never run";
+}
+
+Task<void> hop(Executor* other, std::promise<std::array<std::thread::id, 3>>* result) {
+    std::array<std::thread::id, 3> threads;
+    threads[0] = std::this_thread::get_id();
+    auto work = runOn(*other, [&threads] { threads[1] = std::this_thread::get_id(); });
+    co_await work;
+    threads[2] = std::this_thread::get_id();
+    result->set_value(threads);
+}
+
+TEST(SerialExecutor, TasksComeBackToItAfterWorkElsewhere) {
+    SerialExecutor own;
+    SerialExecutor other;
+    std::promise<std::array<std::thread::id, 3>> result;
+    spawn(own, hop(&other, &result));
+    const auto threads = result.get_future().get();
+    EXPECT_EQ(threads[0], threads[2]);
+    EXPECT_NE(threads[0], threads[1]);
+}
+
+using enum SleepResult;
+using Instant = ContinuousClock::Instant;
+TEST(After, CutsWhatDoesNotFitTheClock) {
+    const Instant start{std::chrono::seconds(100)};
+    EXPECT_EQ(after(start, 0.25), Instant(std::chrono::milliseconds(100250)));
+    EXPECT_EQ(after(start, std::numeric_limits<double>::quiet_NaN()), start);
+    EXPECT_EQ(after(start, 9223372036.0), Instant::max());
+    EXPECT_EQ(after(start, -std::numeric_limits<double>::infinity()), Instant::min());
+}
+
+Task<void> sleepAndTell(ContinuousClock* clock, double seconds, std::promise<SleepResult>* done) {
+    const auto result = co_await sleepUntil(*clock, after(clock->now(), seconds));
+    done->set_value(result);
+}
+
+TEST(TimerFdClock, WakesASleeperOnAnotherThreadAndSurvivesCancellingAtAnyMoment) {
+    TimerFdClock clock;
+    SerialExecutor executor;
+    for (int round = 0; round < 200; ++round) {
+        std::promise<SleepResult> done;
+        auto result = done.get_future();
+        // Some rounds end by themselves, some race with the alarm, some can only be cancelled.
+        const double seconds = round % 2 == 0 ? 3600 : 0.0001;
+        auto handle = spawn(executor, sleepAndTell(&clock, seconds, &done));
+        if (round % 4 != 1) {
+            handle.cancel();
+        }
+        while (result.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+            pollfd descriptor{clock.fileDescriptor(), POLLIN, 0};
+            if (poll(&descriptor, 1, 1) > 0) {
+                clock.ringDueAlarms();
+            }
+        }
+        const auto ending = result.get();
+        EXPECT_TRUE(round % 4 == 3 || ending == (round % 4 == 1 ? elapsed : cancelled)) << round;
+    }
+}
+
+TEST(TimerFdClock, RingsOverdueAlarmsInOrderOnceAndNotWhenOneBeforeCancelsThem) {
+    TimerFdClock clock;
+    std::vector<int> rung;
+    clock.setAlarm(clock.now(), [&rung] { rung.push_back(2); });
+    const auto third = clock.setAlarm(clock.now(), [&rung] { rung.push_back(3); });
+    clock.setAlarm(Instant::min(), [&rung, &clock, third] {
+        rung.push_back(1);
+        clock.cancelAlarm(third);
+    });
+    pollfd descriptor{clock.fileDescriptor(), POLLIN, 0};
+    ASSERT_EQ(poll(&descriptor, 1, 5000), 1);
+    clock.ringDueAlarms();
+    clock.ringDueAlarms();
+    EXPECT_THAT(rung, testing::ElementsAre(1, 2));
+}
+
+} // namespace
+} // namespace tidewell
