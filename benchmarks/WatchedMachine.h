@@ -1,7 +1,7 @@
 #pragma once
 
 #include "benchmarks/Measuring.h"
-#include "core/MemoryWatcher.h"
+#include "model/memory/MemoryWatcher.h"
 #include "tests/fakes/ManualClock.h"
 #include "tests/fakes/ManualExecutor.h"
 #include "tests/fakes/MemoryUserDefaults.h"

@@ -2,7 +2,7 @@
 // medians, each beside its baseline from the same run. Runs on whatever display the toolkit finds.
 
 #include "benchmarks/WatchedMachine.h"
-#include "core/probes/linux/LinuxProbes.h"
+#include "model/memory/probes/linux/LinuxProbes.h"
 #include "shell/ContentView.h"
 #include "shell/PanelWindow.h"
 #include "shell/Scenes.h"

@@ -4,7 +4,7 @@
 // are measured in turns, so that whatever else the machine does falls on both.
 
 #include "benchmarks/WatchedMachine.h"
-#include "core/probes/linux/LinuxProbes.h"
+#include "model/memory/probes/linux/LinuxProbes.h"
 
 #include <array>
 #include <cstdio>

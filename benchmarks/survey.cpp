@@ -4,8 +4,8 @@
 
 #include "base/values/FileDescriptor.h"
 #include "benchmarks/Measuring.h"
-#include "processes/MemoryManager.h"
-#include "processes/linux/LinuxApplicationSource.h"
+#include "model/processes/MemoryManager.h"
+#include "model/processes/linux/LinuxApplicationSource.h"
 #include "tests/fakes/ManualClock.h"
 #include "tests/fakes/ManualExecutor.h"
 #include "tests/fakes/MemoryUserDefaults.h"

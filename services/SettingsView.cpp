@@ -1,6 +1,7 @@
 #include "services/SettingsView.h"
 
 #include "base/text/IntegerText.h"
+#include "model/preferences/StoredPreferences.h"
 #include "platform/ui/CheckBox.h"
 #include "platform/ui/Fonts.h"
 #include "platform/ui/Palette.h"
@@ -8,7 +9,6 @@
 #include "platform/ui/StepSlider.h"
 #include "platform/ui/SymbolButton.h"
 #include "platform/ui/TitledBox.h"
-#include "services/StoredPreferences.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

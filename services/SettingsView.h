@@ -2,8 +2,8 @@
 
 #include "base/ports/LoginItem.h"
 #include "base/ports/UserDefaults.h"
+#include "model/updates/SparkleModel.h"
 #include "platform/ui/LaterRefresh.h"
-#include "services/SparkleModel.h"
 
 #include <QWidget>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/runtime/Executor.h"
-#include "core/MemoryWatcher.h"
+#include "model/memory/MemoryWatcher.h"
+#include "model/updates/SparkleModel.h"
 #include "platform/linux/StatusItem.h"
-#include "services/SparkleModel.h"
 
 #include <functional>
 #include <string_view>

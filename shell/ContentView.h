@@ -4,10 +4,10 @@
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/Executor.h"
 #include "base/runtime/Task.h"
-#include "core/MemoryWatcher.h"
+#include "model/memory/MemoryWatcher.h"
+#include "model/notifications/NotificationManager.h"
+#include "model/updates/SparkleModel.h"
 #include "platform/ui/LaterRefresh.h"
-#include "services/NotificationManager.h"
-#include "services/SparkleModel.h"
 #include "shell/SceneWindows.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "shell/QuitConfirmation.h"
 
+#include "model/preferences/StoredPreferences.h"
 #include "platform/ui/Pictures.h"
-#include "services/StoredPreferences.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>

@@ -1,6 +1,7 @@
 #include "base/ports/BundleInformation.h"
 #include "base/runtime/SerialExecutor.h"
-#include "core/probes/linux/LinuxProbes.h"
+#include "model/memory/probes/linux/LinuxProbes.h"
+#include "model/processes/linux/LinuxApplicationSource.h"
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/BundleReader.h"
 #include "platform/linux/DesktopAnimations.h"
@@ -19,7 +20,6 @@
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11.h"
 #include "platform/ui/Translations.h"
-#include "processes/linux/LinuxApplicationSource.h"
 #include "shell/ProgramUpdater.h"
 #include "shell/TidewellApp.h"
 

@@ -1,8 +1,8 @@
 #include "views/AppMemoryView.h"
 
 #include "base/text/IntegerText.h"
+#include "model/preferences/StoredPreferences.h"
 #include "platform/ui/TitledBox.h"
-#include "services/StoredPreferences.h"
 #include "views/AnchorPoint.h"
 #include "views/AppMemoryPlacement.h"
 #include "views/ShowItemList.h"

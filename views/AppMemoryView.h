@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/ports/UserDefaults.h"
+#include "model/processes/MemoryManager.h"
 #include "platform/ui/LaterRefresh.h"
-#include "processes/MemoryManager.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/MemoryWatcher.h"
-#include "core/SwapItem.h"
+#include "model/memory/MemoryWatcher.h"
+#include "model/memory/SwapItem.h"
 #include "views/BarChart.h"
 #include "views/VerticalBarWithText.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/MemoryPressureItem.h"
+#include "model/memory/MemoryPressureItem.h"
 #include "views/BarChart.h"
 #include "views/VerticalBarWithExtension.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processes/DisplayContainer.h"
+#include "model/processes/DisplayContainer.h"
 
 #include <QFont>
 #include <QRectF>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/values/Colour.h"
-#include "core/MemoryPressureItem.h"
+#include "model/memory/MemoryPressureItem.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/probes/SystemProbes.h"
+#include "model/memory/probes/SystemProbes.h"
 
 namespace tidewell {
 

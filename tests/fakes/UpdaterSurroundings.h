@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/SparkleModel.h"
+#include "model/updates/SparkleModel.h"
 #include "tests/fakes/FakeUpdater.h"
 #include "tests/fakes/Surroundings.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/MemoryWatcher.h"
+#include "model/memory/MemoryWatcher.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
 #include "tests/fakes/UpdaterSurroundings.h"

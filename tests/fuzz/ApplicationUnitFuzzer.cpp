@@ -1,4 +1,4 @@
-#include "processes/linux/ApplicationUnit.h"
+#include "model/processes/linux/ApplicationUnit.h"
 #include "tests/fuzz/Require.h"
 
 #include <cstddef>

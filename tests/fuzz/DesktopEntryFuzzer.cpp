@@ -1,5 +1,5 @@
 #include "base/text/Utf8.h"
-#include "processes/linux/DesktopEntry.h"
+#include "model/processes/linux/DesktopEntry.h"
 #include "tests/fuzz/Require.h"
 
 #include <cstdint>

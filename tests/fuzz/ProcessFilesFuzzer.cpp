@@ -1,7 +1,7 @@
 #include "base/text/Utf8.h"
-#include "processes/linux/CommandLine.h"
-#include "processes/linux/ProcessFiles.h"
-#include "processes/linux/ReadableLine.h"
+#include "model/processes/linux/CommandLine.h"
+#include "model/processes/linux/ProcessFiles.h"
+#include "model/processes/linux/ReadableLine.h"
 #include "tests/fuzz/Require.h"
 
 // All readers of a process's files get the same text: each finds its own way through it.

@@ -1,6 +1,6 @@
+#include "model/preferences/StoredPreferences.h"
 #include "platform/ui/Palette.h"
 #include "services/SettingsView.h"
-#include "services/StoredPreferences.h"
 #include "tests/fakes/UpdaterSurroundings.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,177 @@
+#include "model/memory/MemoryWatcher.h"
+
+#include "base/text/Translatable.h"
+#include "model/memory/probes/MemoryBreakdown.h"
+#include "model/preferences/PollingLoop.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace tidewell {
+
+MemoryWatcher::MemoryWatcher(Environment environment,
+                             std::shared_ptr<NotificationManager> notificationManager)
+    : environment_(std::move(environment))
+    , notificationManager_(std::move(notificationManager)) {}
+
+MemoryWatcher::~MemoryWatcher() {
+    if (periodicTask_) {
+        periodicTask_->cancel();
+    }
+}
+
+Task<void> MemoryWatcher::startPeriodicTask() {
+    return startPeriodicTask(shared_from_this());
+}
+
+Task<void> MemoryWatcher::startPeriodicTask(Self self) {
+    self->maxArrayLength_ = 100;
+    self->readData();
+
+    if (self->periodicTask_) {
+        self->periodicTask_->cancel();
+    }
+    self->periodicTask_.reset();
+    self->isRunning_ = false;
+
+    if (const auto physical = self->environment_.probes.getPhysicalMemory()) {
+        self->physical_ = *physical;
+    } else {
+        self->logError("Failed to retrieve total physical memory.", "startPeriodicTask()",
+                       __LINE__);
+    }
+    self->updateSwapUsage();
+    self->startScheduler();
+
+    self->isRunning_ = true;
+    self->periodicTask_ = spawn(self->environment_.mainThread, sample(self, ++self->run_));
+    co_return;
+}
+
+void MemoryWatcher::startScheduler() {
+    if (schedulerWithCallback_) {
+        schedulerWithCallback_->cancel();
+    }
+    const auto scheduler =
+        std::make_shared<TaskScheduler>(environment_.schedulerThread, environment_.mainThread,
+                                        environment_.clock, [self = shared_from_this()] {
+                                            self->updateSwapUsage();
+                                            self->checkSwapUsage();
+                                        });
+    schedulerWithCallback_ = scheduler->start();
+}
+
+Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {
+    co_await repeatOnPollingInterval<MemoryWatcher>(
+        self, &MemoryWatcher::performWork, &self->environment_.defaults, &self->environment_.clock);
+    // A loop that was replaced ends only after its successor was started.
+    if (run == self->run_) {
+        self->isRunning_ = false;
+    }
+}
+
+Task<void> MemoryWatcher::performWork() {
+    return performWork(shared_from_this());
+}
+
+Task<void> MemoryWatcher::performWork(Self self) {
+    const auto free = self->environment_.probes.getFreeMemoryPercentage();
+    std::int64_t pressure = 0;
+    // A percentage without a difference to 100 is as good as none.
+    if (free && !__builtin_sub_overflow(std::int64_t{100}, *free, &pressure)) {
+        self->memoryPressure_ = pressure;
+        self->append(self->memoryPressureArray_, pressure);
+    } else {
+        self->logError("Cannot read the free memory percentage", "performWork()", __LINE__);
+    }
+    self->updateMemoryUsage();
+    co_return;
+}
+
+void MemoryWatcher::updateMemoryUsage() {
+    const auto counters = environment_.probes.getMemoryCounters();
+    if (!counters) {
+        return;
+    }
+    const MemoryBreakdown breakdown = breakdownOf(*counters);
+    const std::uint64_t free =
+        physical_ > breakdown.usedMemory ? physical_ - breakdown.usedMemory : 0;
+    if (physical_ != 0) {
+        usedMemoryPercentage_ =
+            static_cast<double>(breakdown.usedMemory) / static_cast<double>(physical_) * 100.0;
+    }
+
+    // In place: the list's memory serves again and again.
+    showItems_.mutate([](auto& items) { items.clear(); });
+    const auto show = [this](const char* label, std::uint64_t value) {
+        showItems_.mutate([label, value](auto& items) {
+            items.push_back({.label = label, .value = value, .color = colours::primary});
+        });
+    };
+    show(translatable("MemoryWatcher", "Physical Memory"), physical_);
+    show(translatable("MemoryWatcher", "Memory Used"), breakdown.usedMemory);
+    show(translatable("MemoryWatcher", "App Memory"), breakdown.appMemory);
+    show(translatable("MemoryWatcher", "Wired Memory"), breakdown.wiredMemory);
+    show(translatable("MemoryWatcher", "Compressed"), breakdown.compressedMemory);
+    show(translatable("MemoryWatcher", "Free Memory"), free);
+    show(translatable("MemoryWatcher", "Cached Files"), breakdown.cachedFiles);
+    show(translatable("MemoryWatcher", "Swap Used"), swapUsed());
+    if (swapUsed() != 0) {
+        show(translatable("MemoryWatcher", "Swap Total"), swapTotal());
+    }
+}
+
+void MemoryWatcher::updateSwapUsage() {
+    const SwapUsage usage = environment_.probes.getSwapUsage().value_or(SwapUsage{});
+    swapTotal_ = usage.total;
+    swapUsed_ = usage.used;
+    swapFree_ = usage.free;
+    constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();
+    append(swapUsedArray_, static_cast<std::int64_t>(std::min(usage.used, largest)));
+}
+
+void MemoryWatcher::checkSwapUsage() {
+    if (physical_ == 0) {
+        return;
+    }
+    const WarningLevel previous = warningLevel();
+    const WarningLevel next = classifySwap(physical_, swapUsed());
+    if (next == WarningLevel::low && previous == WarningLevel::low) {
+        return;
+    }
+    warningLevel_ = next;
+    if (const auto alert = swapAlertFor(previous, next)) {
+        spawn(environment_.mainThread, post(shared_from_this(), *alert));
+    }
+}
+
+Task<void> MemoryWatcher::post(Self self, SwapAlert alert) {
+    const auto manager = self->notificationManager_;
+    if (manager == nullptr) {
+        co_return;
+    }
+    SwapAlertText text = textOf(alert, self->swapUsed(), self->environment_.translated);
+    self.reset(); // not held while the desktop takes its time
+    co_await manager->show(std::move(text.title), std::move(text.subtitle), std::move(text.body));
+}
+
+template <typename Item>
+void MemoryWatcher::append(Published<std::vector<Item>>& history, std::int64_t value) {
+    const Item item{value, environment_.secondsSince1970()};
+    history.mutate([&item](auto& items) { items.push_back(item); });
+    const auto bound = static_cast<std::size_t>(maxArrayLength_);
+    if (history.get().size() > bound) {
+        history.mutate([bound](auto& items) {
+            const auto excess = static_cast<std::ptrdiff_t>(items.size() - bound);
+            items.erase(items.begin(), items.begin() + excess);
+        });
+    }
+}
+
+void MemoryWatcher::logError(std::string_view message, std::string_view function,
+                             std::int64_t line) const {
+    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::error);
+}
+
+} // namespace tidewell

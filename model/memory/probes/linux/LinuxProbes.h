@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/ports/Log.h"
+#include "model/memory/probes/SystemProbes.h"
+#include "model/memory/probes/linux/MemInfo.h"
+
+#include <string>
+
+namespace tidewell {
+
+/// The readings of a Linux machine, from the files of its kernel. MemInfo.cpp defines what counts
+/// as what.
+///
+/// A sampling step asks for the percentage and right after it for the counters. Both then tell of
+/// the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read since the
+/// last call, and reads afresh when there is nothing.
+class LinuxProbes final : public SystemProbes {
+public:
+    /// `proc` and `sys` are the directories where the kernel's files are mounted, "/proc" and
+    /// "/sys" on a real machine. `log` must outlive the probes.
+    LinuxProbes(const std::string& proc, const std::string& sys, Log& log);
+
+    std::optional<std::int64_t> getFreeMemoryPercentage() override;
+    /// Logs one error line when the figures cannot be had.
+    std::optional<SwapUsage> getSwapUsage() override;
+    std::optional<std::uint64_t> getPhysicalMemory() override;
+    std::optional<MemoryCounters> getMemoryCounters() override;
+
+private:
+    std::optional<MemInfo> readMemInfo() const;
+    UnlistedMemory readUnlistedMemory() const;
+    std::uint64_t readZram() const;
+
+    std::string memInfoPath_;
+    std::string arcStatsPath_;
+    std::string zramControlPath_;
+    std::string blockPath_;
+    std::uint64_t pageSize_;
+    Log& log_;
+    std::optional<MemInfo> unused_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,152 @@
+#include "model/memory/probes/linux/MemInfo.h"
+
+#include "base/text/Words.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+// How Linux memory is told in the words of the breakdown. A page is in exactly one of these:
+//
+// free        Holds nothing (MemFree).
+// cached      Contents of files that can be read again, and kernel objects that can be made again:
+//             Buffers + Cached - Shmem + SReclaimable, and what the ZFS cache holds above its
+//             minimum. External pages. `free` calls this buff/cache, but counts Shmem in and
+//             knows nothing of ZFS.
+// app         What programs wrote: AnonPages + Shmem. Internal pages. Shmem is shared memory and
+//             the files of tmpfs; the kernel lists it within Cached, yet without swap it can go
+//             nowhere. None of it is purgeable: pages that a program allowed to be freed lazily
+//             are not counted apart.
+// compressed  The memory that compressed pages take up, not what they would fill unpacked: Zswap,
+//             and of every zram device its mem_used_total. Compressor pages.
+// wired       The rest: the kernel itself, page tables, huge pages, drivers, the ZFS minimum.
+// used        App, wired and compressed, which is everything neither free nor cached.
+//
+// "Available" is the kernel's own estimate of what new programs could get before it has to swap:
+// free memory and most of what is cached, less the reserves.
+
+namespace tidewell {
+
+namespace {
+
+struct Line {
+    std::string_view name;
+    MemInfo::Kilobytes MemInfo::* figure;
+};
+
+constexpr std::array lines{
+    Line{"MemTotal", &MemInfo::total},
+    Line{"MemFree", &MemInfo::free},
+    Line{"MemAvailable", &MemInfo::available},
+    Line{"Buffers", &MemInfo::buffers},
+    Line{"Cached", &MemInfo::cached},
+    Line{"SwapTotal", &MemInfo::swapTotal},
+    Line{"SwapFree", &MemInfo::swapFree},
+    Line{"Zswap", &MemInfo::zswap},
+    Line{"AnonPages", &MemInfo::anonymous},
+    Line{"Shmem", &MemInfo::shared},
+    Line{"SReclaimable", &MemInfo::reclaimableSlab},
+};
+
+std::uint64_t difference(std::uint64_t a, std::uint64_t b) {
+    return a > b ? a - b : 0;
+}
+
+/// Buffers and caches without shared memory.
+std::uint64_t cachedKilobytes(const MemInfo& info) {
+    return difference(info.buffers.value_or(0) + info.cached.value_or(0), info.shared.value_or(0)) +
+           info.reclaimableSlab.value_or(0);
+}
+
+} // namespace
+
+MemInfo parseMemInfo(std::string_view text) {
+    MemInfo info;
+    while (!text.empty()) {
+        const auto line = takeLine(text);
+        const auto colon = line.find(':');
+        if (colon == std::string_view::npos) {
+            continue;
+        }
+        const auto* const known = std::ranges::find(lines, line.substr(0, colon), &Line::name);
+        if (known == lines.end() || info.*known->figure) {
+            continue;
+        }
+        auto rest = line.substr(colon + 1);
+        const auto figure = number<std::uint64_t>(takeWord(rest));
+        if (figure && *figure < std::uint64_t{1} << 54U) {
+            info.*known->figure = figure;
+        }
+    }
+    return info;
+}
+
+std::uint64_t zramKilobytes(std::string_view mmStat) {
+    takeWord(mmStat); // size of what is stored, unpacked
+    takeWord(mmStat); // and packed
+    return number<std::uint64_t>(takeWord(mmStat)).value_or(0) / 1024;
+}
+
+std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
+    std::uint64_t size = 0;
+    std::uint64_t minimum = std::numeric_limits<std::uint64_t>::max();
+    while (!arcStats.empty()) {
+        auto line = takeLine(arcStats);
+        const auto name = takeWord(line);
+        if (name != "size" && name != "c_min") {
+            continue;
+        }
+        takeWord(line); // the type of the figure
+        if (const auto figure = number<std::uint64_t>(takeWord(line))) {
+            (name == "size" ? size : minimum) = *figure;
+        }
+    }
+    return difference(size, minimum) / 1024;
+}
+
+std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info) {
+    // Kernels before 3.14, and some that only look like Linux, make no estimate of their own.
+    const auto available =
+        info.available || !info.free ? info.available : *info.free + cachedKilobytes(info);
+    if (!available || info.total.value_or(0) == 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(std::min(*available, *info.total) * 100 / *info.total);
+}
+
+std::optional<SwapUsage> swapUsage(const MemInfo& info) {
+    if (!info.swapTotal || !info.swapFree) {
+        return std::nullopt;
+    }
+    const auto total = *info.swapTotal * 1024;
+    const auto free = std::min(*info.swapFree * 1024, total);
+    return SwapUsage{.total = total, .used = total - free, .free = free};
+}
+
+std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const UnlistedMemory& unlisted,
+                                             std::uint64_t pageSize) {
+    if (!info.total || !info.free) {
+        return std::nullopt;
+    }
+    // In a container some figures are the container's and others the machine's. Each part takes at
+    // most what the earlier ones left, so that used memory never exceeds what there is.
+    std::uint64_t remaining = difference(*info.total, *info.free) * 1024 / pageSize;
+    const auto takePages = [&](std::uint64_t pages) {
+        pages = std::min(pages, remaining);
+        remaining -= pages;
+        return static_cast<std::uint32_t>(
+            std::min<std::uint64_t>(pages, std::numeric_limits<std::uint32_t>::max()));
+    };
+    const auto takeKilobytes = [&](std::uint64_t kilobytes) {
+        return takePages(kilobytes / (pageSize / 1024));
+    };
+    MemoryCounters counters{};
+    counters.pageSize = pageSize;
+    counters.internalPages = takeKilobytes(info.anonymous.value_or(0) + info.shared.value_or(0));
+    counters.externalPages = takeKilobytes(cachedKilobytes(info) + unlisted.evictableZfs);
+    counters.compressorPages = takeKilobytes(info.zswap.value_or(0) + unlisted.zram);
+    counters.wiredPages = takePages(remaining);
+    return counters;
+}
+
+} // namespace tidewell

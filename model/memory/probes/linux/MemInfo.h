@@ -1,0 +1,56 @@
+#pragma once
+
+#include "model/memory/probes/SystemProbes.h"
+
+#include <string_view>
+
+namespace tidewell {
+
+/// What /proc/meminfo tells, as far as it is used here: kilobytes of 1,024 bytes, each below 2^54,
+/// so that bytes, hundredfolds and sums of a few fit in 64 bits. A line that is missing or holds
+/// no such number is empty.
+struct MemInfo {
+    using Kilobytes = std::optional<std::uint64_t>;
+
+    Kilobytes total;
+    Kilobytes free;
+    Kilobytes available;
+    Kilobytes buffers;
+    Kilobytes cached;
+    Kilobytes swapTotal;
+    Kilobytes swapFree;
+    Kilobytes zswap;
+    Kilobytes anonymous;
+    Kilobytes shared;
+    Kilobytes reclaimableSlab;
+};
+
+/// Memory that /proc/meminfo counts under no name of its own, in the same kilobytes.
+struct UnlistedMemory {
+    std::uint64_t zram = 0;         ///< taken up by compressed RAM disks
+    std::uint64_t evictableZfs = 0; ///< what the ZFS cache would give back
+};
+
+/// Reads the text of /proc/meminfo. Any text will do; of a line that comes twice, the first counts.
+MemInfo parseMemInfo(std::string_view text);
+
+/// Memory taken up by one zram device, from the text of its mm_stat; 0 when there is no figure.
+std::uint64_t zramKilobytes(std::string_view mmStat);
+
+/// What the ZFS cache can shrink by, from the text of its arcstats; 0 when there are no figures.
+std::uint64_t evictableZfsKilobytes(std::string_view arcStats);
+
+/// Percent of memory that programs could still get, 0 to 100, truncated.
+std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info);
+
+/// Empty when either total is missing. More free than there is counts as all free.
+std::optional<SwapUsage> swapUsage(const MemInfo& info);
+
+/// The pages of the machine by what they hold; MemInfo.cpp says what counts as what. `pageSize` is
+/// a power of two from 1,024 up. Together with the free pages the counts are physical memory, also
+/// where the kernel's figures contradict each other; a count of more than 32 bits is cut to the
+/// largest. Empty when total or free memory is missing.
+std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const UnlistedMemory& unlisted,
+                                             std::uint64_t pageSize);
+
+} // namespace tidewell

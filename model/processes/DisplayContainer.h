@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/values/Image.h"
+#include "model/memory/ShowItem.h"
+
+#include <optional>
+
+namespace tidewell {
+
+/// One row of a list of figures: of processes, with icons, or of the machine's memory, without.
+struct DisplayContainer {
+    UUID id = UUID::random(); ///< fresh for every row of every survey: lists never match old rows
+    ShowItem showItem;
+    std::optional<Image> image;
+
+    bool operator==(const DisplayContainer&) const = default;
+};
+
+} // namespace tidewell
+
+template <>
+struct std::hash<tidewell::DisplayContainer> {
+    std::size_t operator()(const tidewell::DisplayContainer& row) const noexcept {
+        using tidewell::hashOfFields;
+        const auto& item = row.showItem;
+        return row.image ? hashOfFields(row.id, item.id, item.label, item.value, item.color, 1,
+                                        *row.image)
+                         : hashOfFields(row.id, item.id, item.label, item.value, item.color, 0);
+    }
+};

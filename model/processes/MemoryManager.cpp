@@ -1,0 +1,89 @@
+#include "model/processes/MemoryManager.h"
+
+#include "model/preferences/PollingLoop.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace tidewell {
+
+MemoryManager::MemoryManager(Environment environment)
+    : environment_(environment) {}
+
+MemoryManager::~MemoryManager() {
+    if (periodicTask_) {
+        periodicTask_->cancel();
+    }
+}
+
+void MemoryManager::startPeriodicTask() {
+    stopPeriodicTask();
+    logInfo("MemoryManager started", "startPeriodicTask()", __LINE__);
+    isRunning_ = true;
+    periodicTask_ = spawn(environment_.mainThread, survey(shared_from_this(), ++run_));
+}
+
+void MemoryManager::stopPeriodicTask() {
+    if (!allProcesses().empty()) {
+        logInfo("MemoryManager reset [" + std::to_string(allProcesses().size()) + "]",
+                "stopPeriodicTask()", __LINE__);
+    }
+    if (periodicTask_) {
+        periodicTask_->cancel();
+    }
+    periodicTask_.reset();
+    allProcesses_ = std::vector<DisplayContainer>();
+    isRunning_ = false;
+}
+
+Task<void> MemoryManager::survey(Self self, std::uint64_t run) {
+    co_await repeatOnPollingInterval<MemoryManager>(
+        self, &MemoryManager::getAllProcessesMemoryUsage, &self->environment_.defaults,
+        &self->environment_.clock);
+    // A loop that was replaced ends only after its successor was started.
+    if (run == self->run_) {
+        self->isRunning_ = false;
+    }
+}
+
+Task<void> MemoryManager::getAllProcessesMemoryUsage() {
+    return getAllProcessesMemoryUsage(shared_from_this());
+}
+
+Task<void> MemoryManager::getAllProcessesMemoryUsage(Self self) {
+    ApplicationSource& source = self->environment_.applications;
+    const ApplicationList applications = co_await source.runningApplications();
+    const bool cancelled = co_await currentTaskIsCancelled();
+    if (cancelled) {
+        co_return;
+    }
+
+    std::vector<DisplayContainer> rows;
+    rows.reserve(applications->size());
+    for (const RunningApplication& application : *applications) {
+        const auto& name = application.localizedName;
+        if (!application.icon) {
+            self->logInfo("No icon available for " + name.value_or(""),
+                          "getAllProcessesMemoryUsage()", __LINE__);
+        }
+        const auto bytes = source.residentMemory(application.processIdentifier);
+        if (!bytes) {
+            continue;
+        }
+        rows.push_back({.showItem = {.label = name.value_or("No localize name available"),
+                                     .value = *bytes,
+                                     .color = colours::primary},
+                        .image = application.icon});
+    }
+    std::ranges::stable_sort(rows, std::greater(),
+                             [](const DisplayContainer& row) { return row.showItem.value; });
+    self->allProcesses_ = std::move(rows);
+}
+
+void MemoryManager::logInfo(std::string_view message, std::string_view function,
+                            std::int64_t line) const {
+    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::info);
+}
+
+} // namespace tidewell

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/observable/ObservableObject.h"
+#include "base/ports/Log.h"
+#include "base/ports/UserDefaults.h"
+#include "base/runtime/ContinuousClock.h"
+#include "base/runtime/Executor.h"
+#include "model/processes/ApplicationSource.h"
+#include "model/processes/DisplayContainer.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tidewell {
+
+/// The model of who uses the memory: surveys the running applications on the polling interval, as
+/// long as it was started and not stopped.
+///
+/// Owned by a `std::shared_ptr`; its loop holds it. Main thread only, its tasks included.
+class MemoryManager final : public ObservableObject,
+                            public std::enable_shared_from_this<MemoryManager> {
+public:
+    /// What the manager stands on. All of it must outlive the manager and its loop.
+    struct Environment {
+        ApplicationSource& applications;
+        UserDefaults& defaults;
+        Executor& mainThread;
+        ContinuousClock& clock;
+        Log& log;
+    };
+
+    explicit MemoryManager(Environment environment);
+    /// Cancels the loop.
+    ~MemoryManager();
+
+    /// Stops as `stopPeriodicTask()` does, then starts the loop, whose first survey begins at
+    /// once.
+    void startPeriodicTask();
+
+    /// Empties the list and ends the loop, which publishes nothing any more. Also when idle.
+    void stopPeriodicTask();
+
+    /// One survey: lists the applications and publishes those whose memory can be read, largest
+    /// first, equal ones in the source's order. Publishes nothing when it was cancelled while the
+    /// source made its list.
+    Task<void> getAllProcessesMemoryUsage();
+
+    /// The last complete survey. Published, once for each survey.
+    const std::vector<DisplayContainer>& allProcesses() const { return allProcesses_.get(); }
+
+    /// Whether the loop is alive. Not published, as the next.
+    bool isRunning() const { return isRunning_; }
+    const std::optional<TaskHandle>& periodicTask() const { return periodicTask_; }
+
+private:
+    using Self = std::shared_ptr<MemoryManager>;
+    static Task<void> survey(Self self, std::uint64_t run);
+    static Task<void> getAllProcessesMemoryUsage(Self self);
+
+    void logInfo(std::string_view message, std::string_view function, std::int64_t line) const;
+
+    Environment environment_;
+    Published<std::vector<DisplayContainer>> allProcesses_{*this};
+    bool isRunning_ = false;
+    std::optional<TaskHandle> periodicTask_;
+    std::uint64_t run_ = 0; // numbers the loops
+};
+
+} // namespace tidewell

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "base/ports/Log.h"
+#include "model/processes/linux/DesktopEntry.h"
+#include "model/processes/linux/FolderWatch.h"
+
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace tidewell {
+
+/// What a process runs, by all that may tell.
+struct RunProgram {
+    std::string path;               ///< of the executable or script; empty when unknown
+    std::vector<std::string> names; ///< of the file, and what the process calls itself
+};
+
+/// The desktop entries of the machine and the user, kept in memory until their folders change.
+/// Stands still between two calls of refresh(). One thread.
+class DesktopEntries {
+public:
+    /// `dataFolders` have a folder "applications" each; what the earlier ones have hides what the
+    /// later ones have under the same identifier. `log` must outlive the entries.
+    DesktopEntries(std::vector<std::string> dataFolders, std::vector<std::string> languages,
+                   Log& log);
+    DesktopEntries(const DesktopEntries&) = delete;
+    DesktopEntries& operator=(const DesktopEntries&) = delete;
+
+    /// Reads everything at the first call and after changes. Returns whether it did; entries that
+    /// were given out before are gone then. What cannot be read or is too large is left out.
+    bool refresh();
+
+    /// The entry of an identifier, as in "org.gnome.Nautilus"; null for none.
+    const DesktopEntry* withIdentifier(const std::string& identifier) const;
+
+    /// The entry whose `Exec`, `TryExec` or `StartupWMClass` names the program, in this order;
+    /// null for none. Of several, those that menus show come first, then those that start the
+    /// program without arguments.
+    const DesktopEntry* running(const RunProgram& program) const;
+
+private:
+    struct Folder {
+        std::string path;
+        std::string identifierPrefix;
+        int depth;
+    };
+    void readFolder(const Folder& folder);
+    void readEntry(int folder, const std::string& file, const std::string& identifier);
+    void index();
+    void logUnwatched() const;
+
+    std::vector<std::string> dataFolders_;
+    std::vector<std::string> languages_;
+    Log& log_;
+    std::optional<FolderWatch> watch_; // none before the first reading
+
+    using Known = std::unordered_map<std::string, const DesktopEntry*>;
+    std::unordered_map<std::string, DesktopEntry> byIdentifier_;
+    Known byPath_;
+    Known byName_;
+    Known byWindowClass_;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> visited_; // folders, by device and number
+};
+
+/// Whether `entry` is one of `program`, however many others are.
+bool isRunBy(const DesktopEntry& entry, const RunProgram& program);
+
+/// The folders of shared data of this user and machine, as the environment gives them.
+std::vector<std::string> usualDataFolders();
+
+} // namespace tidewell

@@ -1,0 +1,144 @@
+#include "model/memory/probes/MemoryBreakdown.h"
+#include "model/memory/probes/linux/LinuxProbes.h"
+#include "model/memory/probes/linux/MemInfo.h"
+#include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+
+namespace tidewell {
+namespace {
+
+/// A machine whose files were kept, with what `free -b` said about them.
+struct Recording {
+    std::string folder;
+    std::int64_t freePercentage;
+    std::uint64_t compressed; ///< bytes
+    std::uint64_t zfs; ///< cached bytes in whole pages that are in none of the kernel's own lines
+};
+
+TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
+    for (const auto& machine :
+         {Recording{"small-server", 97, 0, 0}, Recording{"small-server-under-load", 89, 0, 0},
+          Recording{"laptop-zram", 32, 738725888 + 25165824, 0},
+          Recording{"desktop-zswap", 30, 1310720ULL * 1024, 0},
+          Recording{"workstation-zfs", 19, 0, (25614036992 - 2102252928) / 4096 * 4096},
+          Recording{"office-before-available", 60, 0, 0}}) {
+        SCOPED_TRACE(machine.folder);
+        const auto folder = TIDEWELL_FIXTURES "/" + machine.folder;
+        const auto text = readText(folder + "/free.txt");
+        std::uint64_t total = 0, free = 0, shared = 0, cached = 0, other = 0;
+        SwapUsage swap{};
+        std::string word;
+        std::istringstream(text.substr(text.find("Mem:") + 4)) >> total >> other >> free >>
+            shared >> cached >> other >> word >> swap.total >> swap.used >> swap.free;
+
+        RecordingLog log;
+        LinuxProbes probes(folder + "/proc", folder + "/sys", log);
+        EXPECT_EQ(probes.getPhysicalMemory(), total);
+        EXPECT_EQ(probes.getSwapUsage(), swap);
+        EXPECT_EQ(probes.getFreeMemoryPercentage(), machine.freePercentage);
+        const auto parts = breakdownOf(probes.getMemoryCounters().value());
+        EXPECT_EQ(parts.cachedFiles + shared, cached + machine.zfs);
+        EXPECT_EQ(parts.compressedMemory, machine.compressed);
+        EXPECT_EQ(parts.usedMemory + parts.cachedFiles + free, total);
+        EXPECT_GT(parts.wiredMemory, 0U);
+        EXPECT_THAT(log.takeLines(), testing::IsEmpty());
+    }
+}
+
+class LinuxProbesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    RecordingLog log;
+    LinuxProbes probes{folder.path(), folder.path(), log};
+};
+
+TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
+    std::string reason = "Error getting swap usage (errno: 2)";
+    for (const std::string text : {"", "MemTotal: lots\nSwapTotal: 5 kB\n"}) {
+        EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
+        EXPECT_EQ(probes.getPhysicalMemory(), std::nullopt);
+        EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
+        EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
+        EXPECT_THAT(log.takeLines(),
+                    testing::ElementsAre("error general getSwapUsage(): " + reason));
+        folder.write("meminfo", text); // for the next round
+        reason = "Error: Could not find the swap totals in " + (folder.path() / "meminfo").string();
+    }
+}
+
+TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
+    folder.write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
+    EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
+    std::filesystem::remove(folder.path() / "meminfo");
+    std::filesystem::create_directories(folder.path() / "class/zram-control");
+    std::filesystem::create_directories(folder.path() / "block/zram11"); // vanishes meanwhile
+    folder.write("block/zram3/mm_stat", "9 9 131072 9");
+    folder.write("block/zram10/mm_stat", "9 9 65536 9");
+    folder.write("block/sda/mm_stat", "9 9 65536 9");
+    const auto parts = breakdownOf(probes.getMemoryCounters().value());
+    EXPECT_EQ(parts.compressedMemory, 131072U + 65536U);
+    EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "the next step reads it again";
+}
+
+TEST(MemInfo, ReadsTheLinesItKnowsAndTakesWhatIsNoNumberOfKilobytesAsMissing) {
+    const auto info = parseMemInfo("SwapCached: 9 kB\nCached: 3\nCached: 4 kB\nShmem: 2 kB");
+    EXPECT_EQ(info.cached, 3U) << "the first of two, and without a unit";
+    EXPECT_EQ(info.shared, 2U) << "without a line end";
+    for (const std::string value :
+         {"", " -5 kB", " 5kB", " 0x5 kB", " 18014398509481984 kB", " 18446744073709551616 kB"}) {
+        EXPECT_EQ(parseMemInfo("MemTotal:" + value + "\nMemFree: 1 kB\n").total, std::nullopt)
+            << value;
+    }
+}
+
+TEST(MemInfo, GivesThePercentageThatIsAvailableAndAnEstimateWhereTheKernelMakesNone) {
+    const std::string estimated = "MemFree: 100\nBuffers: 50\nCached: 300\nSReclaimable: 60\n";
+    using Case = std::pair<std::string, std::optional<std::int64_t>>;
+    for (const auto& [lines, percentage] :
+         {Case{"", {}}, Case{"MemTotal: 0\nMemFree: 1", {}}, Case{estimated + "Shmem: 200", 31},
+          Case{estimated + "Shmem: 99999", 16}, Case{estimated + "MemAvailable: 639", 63},
+          Case{"MemAvailable: 1001", 100}}) {
+        const auto info = parseMemInfo(lines + "\nMemTotal: 1000");
+        EXPECT_EQ(freeMemoryPercentage(info), percentage) << lines;
+    }
+}
+
+TEST(MemInfo, CountsEveryPageOnceEvenWhenFiguresContradictEachOther) {
+    const std::string busy = "MemTotal: 16000\nMemFree: 2000\nAnonPages: 5000\nShmem: 1000\n"
+                             "Buffers: 500\nCached: 4000\nSReclaimable: 512\nZswap: 188\n";
+    const std::string small = "MemTotal: 400\nMemFree: 100\n";
+    const std::string huge = " 18014398509481983\n";
+    constexpr auto most = std::numeric_limits<std::uint32_t>::max();
+    const auto check = [](const std::string& lines, const MemoryCounters& counters) {
+        const UnlistedMemory unlisted{.zram = 250, .evictableZfs = 1000};
+        EXPECT_EQ(memoryCounters(parseMemInfo(lines), unlisted, counters.pageSize), counters)
+            << lines;
+    };
+    // Page size, internal, purgeable, external, wired, compressor.
+    check(busy, {4096, 1500, 0, 1253, 638, 109});
+    check(small + "Cached: 40\nShmem:" + huge + "AnonPages:" + huge, {4096, 75, 0, 0, 0, 0});
+    check(small + "Cached:" + huge + "Buffers:" + huge + "SReclaimable:" + huge,
+          {4096, 0, 0, 75, 0, 0});
+    check("MemTotal:" + huge + "MemFree: 0\nCached:" + huge, {4096, 0, 0, most, 0, 0});
+    EXPECT_EQ(evictableZfsKilobytes("size 4 1024\nc_min 4 4096\n"), 0U);
+    EXPECT_EQ(memoryCounters(parseMemInfo("MemTotal: 400"), {}, 4096), std::nullopt);
+    EXPECT_EQ(swapUsage(parseMemInfo("SwapTotal: 8\nSwapFree: 9")), (SwapUsage{8192, 0, 8192}));
+}
+
+TEST(MemoryBreakdown, FollowsFromTheCountersAndStopsAtTheEndOfItsRange) {
+    constexpr auto most = std::numeric_limits<std::uint64_t>::max();
+    constexpr auto half = 1ULL << 63U;
+    // Of app, wired, compressed memory, cached files, used memory.
+    EXPECT_EQ(breakdownOf({16384, 100000, 10000, 50000, 20000, 5000}),
+              (MemoryBreakdown{1474560000, 327680000, 81920000, 983040000, 1884160000}));
+    EXPECT_EQ(breakdownOf({half, 3, 0, 2, 1, 1}), (MemoryBreakdown{most, half, half, most, most}));
+}
+
+} // namespace
+} // namespace tidewell

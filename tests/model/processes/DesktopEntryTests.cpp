@@ -1,0 +1,66 @@
+#include "model/processes/linux/CommandLine.h"
+#include "model/processes/linux/DesktopEntries.h"
+#include "tests/fakes/ScopedEnvironment.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tidewell {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(DesktopEntry, IsReadWithTheNameOfTheUsersLanguage) {
+    EXPECT_THAT(entryLanguages("sr_RS.UTF-8@latin"),
+                ElementsAre("sr_RS@latin", "sr_RS", "sr@latin", "sr"));
+    EXPECT_THAT(entryLanguages("C.UTF-8"), ElementsAre());
+    const std::string text = "# a comment\n[Desktop Entry]\nType=Application\nName[de]=Datei\\sen\n"
+                             "Name=Files\nName[de_AT]=\nIcon=files.png\n"
+                             "Exec=\"/opt/my \\\\\"files\" %U\nNoDisplay=true\n"
+                             "[Desktop Action new]\nName[de]=Neu\n";
+    EXPECT_EQ(parseDesktopEntry(text, entryLanguages("de_AT.UTF-8"))->name, "Datei en");
+    const auto entry = parseDesktopEntry(text, {});
+    EXPECT_EQ(entry->name, "Files");
+    EXPECT_EQ(entry->icon->icon(), "files");
+    EXPECT_EQ(entry->program.name, "/opt/my \"files");
+    EXPECT_FALSE(entry->isShown);
+
+    EXPECT_FALSE(parseDesktopEntry("[Desktop Action a]\nName=x\n", {}));
+    EXPECT_EQ(parseDesktopEntry("[Desktop Entry]\r\nName=a\xff\r\n", {})->name, "a\xef\xbf\xbd");
+}
+
+TEST(CommandLine, IsSplitAsEntriesQuoteIt) {
+    EXPECT_THAT(splitCommand(R"(  "/opt/my app/run" --a='b c' %U 100%% \"x %)"),
+                ElementsAre("/opt/my app/run", "--a=b c", "100%", "\"x", "%"));
+    EXPECT_THAT(splitCommand(R"(a "" "b \$ 'c)"), ElementsAre("a", "", "b $ 'c"));
+}
+
+TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {
+    using Case = std::pair<const char*, Program>;
+    for (const auto& [command, program] : {
+             Case{"firefox %u", {"firefox"}},
+             {"env -i A=b /usr/bin/x --new", {"/usr/bin/x", false, true}},
+             {"nice -n 10 nohup x", {"x"}},
+             {"sh -c \"LANG=C exec x --y\"", {"x", false, true}},
+             {"python3 -O /opt/a/main.py %F", {"/opt/a/main.py", true}},
+             {"python3 -m thing", {"thing", true}},
+             {"java -Xmx1g -jar /opt/a.jar", {"/opt/a.jar", true}},
+             {"flatpak run --branch=stable org.a.B", {}},
+             {"snap run spot", {"spot"}},
+             {"env", {}},
+         }) {
+        EXPECT_EQ(programOfCommand(splitCommand(command)), program) << command;
+    }
+    const std::vector<std::string> shell{"/usr/bin/dash", "-c", "x; y"};
+    EXPECT_EQ(programOfProcess(shell).name, "") << "the shell is what runs";
+}
+
+TEST(DesktopEntries, AreSoughtWhereTheEnvironmentSays) {
+    const ScopedEnvironment environment({{"HOME", "/home/a"},
+                                         {"XDG_DATA_HOME", "relative"},
+                                         {"XDG_DATA_DIRS", "/x:relative::/y/"}});
+    EXPECT_THAT(usualDataFolders(), ElementsAre("/home/a/.local/share", "/x", "/y/"));
+}
+
+} // namespace
+} // namespace tidewell

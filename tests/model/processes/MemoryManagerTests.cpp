@@ -1,0 +1,142 @@
+#include "base/runtime/Waiting.h"
+#include "model/processes/MemoryManager.h"
+#include "tests/fakes/Surroundings.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <map>
+
+namespace tidewell {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto started = "info general startPeriodicTask(): MemoryManager started";
+
+/// Applications that the test sets, listed by way of an executor.
+struct FakeApplicationSource final : ApplicationSource {
+    explicit FakeApplicationSource(Executor& executor)
+        : worker(executor) {}
+    Task<ApplicationList> runningApplications() override {
+        ++surveys;
+        auto work = runOn(worker, [] {});
+        co_await work;
+        co_return std::make_shared<const std::vector<RunningApplication>>(applications);
+    }
+    std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override {
+        const auto found = memory.find(process);
+        return found == memory.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    Executor& worker;
+    std::vector<RunningApplication> applications = {};
+    std::map<ProcessIdentifier, std::uint64_t> memory = {}; ///< what is missing cannot be read
+    int surveys = 0;
+};
+
+class MemoryManagerTest : public Surroundings {
+protected:
+    std::vector<std::string> labels() const {
+        std::vector<std::string> result;
+        for (const auto& row : manager->allProcesses()) {
+            result.push_back(row.showItem.label);
+        }
+        return result;
+    }
+
+    Image icon{"editor"};
+    FakeApplicationSource source{worker};
+    std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
+        MemoryManager::Environment{source, defaults, mainThread, clock, log});
+};
+
+TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsListed) {
+    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    source.applications = {{1, "small", icon}, {2, "first", icon},
+                           {3, "gone", icon},  {4, "bare", std::nullopt},
+                           {5, "most", icon},  {6, std::nullopt, std::nullopt}};
+    source.memory = {{1, 1}, {2, 4096}, {4, 4096}, {5, most}, {6, 4096}};
+    int told = 0;
+    const auto subscription = manager->objectWillChange([&told] { ++told; });
+    spawn(mainThread, manager->getAllProcessesMemoryUsage());
+    pass(0);
+    EXPECT_EQ(told, 1);
+    EXPECT_THAT(labels(),
+                ElementsAre("most", "first", "bare", "No localize name available", "small"));
+    EXPECT_EQ(manager->allProcesses()[0].showItem.value, most);
+    EXPECT_EQ(manager->allProcesses()[1].image, icon);
+    EXPECT_EQ(manager->allProcesses()[2].image, std::nullopt);
+    const std::string noIcon = "info general getAllProcessesMemoryUsage(): No icon available for ";
+    EXPECT_THAT(log.takeLines(), ElementsAre(noIcon + "bare", noIcon));
+}
+
+TEST_F(MemoryManagerTest, SurveysAtOnceAndAgainAfterThePollingIntervalAsItIsThen) {
+    manager->startPeriodicTask();
+    pass(0);
+    EXPECT_EQ(source.surveys, 1);
+    defaults.set("_pollingInterval", 10.0);
+    for (const double pause : {1.0, 10.0}) { // the first was begun before
+        const int surveys = source.surveys;
+        pass(pause - 0.01);
+        EXPECT_EQ(source.surveys, surveys);
+        pass(0.01);
+        EXPECT_EQ(source.surveys, surveys + 1);
+    }
+}
+
+TEST_F(MemoryManagerTest, StartingAnewAndStoppingResetWhatIsShown) {
+    source.applications = {{1, "one", icon}, {2, "two", icon}};
+    source.memory = {{1, 10}, {2, 20}};
+    manager->startPeriodicTask();
+    pass(0);
+    EXPECT_THAT(log.takeLines(), ElementsAre(started));
+    EXPECT_THAT(labels(), ElementsAre("two", "one"));
+
+    manager->startPeriodicTask();
+    EXPECT_THAT(labels(), IsEmpty());
+    EXPECT_THAT(log.takeLines(),
+                ElementsAre("info general stopPeriodicTask(): MemoryManager reset [2]", started));
+    pass(0);
+    EXPECT_TRUE(manager->isRunning()) << "although the old loop has ended";
+    EXPECT_EQ(source.surveys, 2);
+    EXPECT_EQ(clock.pendingAlarms(), 1U);
+
+    const std::weak_ptr<MemoryManager> watched = manager;
+    manager.reset();
+    ASSERT_FALSE(watched.expired()) << "the loop holds it";
+    watched.lock()->stopPeriodicTask();
+    EXPECT_FALSE(watched.lock()->isRunning() || watched.lock()->periodicTask());
+    pass(0);
+    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(clock.pendingAlarms(), 0U) << "no work at all";
+}
+
+TEST_F(MemoryManagerTest, ALoopStoppedBeforeOrDuringItsSurveyPublishesNothing) {
+    source.applications = {{1, "one", icon}};
+    source.memory = {{1, 10}};
+    manager->startPeriodicTask();
+    manager->stopPeriodicTask();
+    pass(0);
+    EXPECT_EQ(source.surveys, 0);
+
+    manager->startPeriodicTask();
+    mainThread.drain();
+    EXPECT_EQ(source.surveys, 1);
+    EXPECT_THAT(labels(), IsEmpty()) << "the main thread is free meanwhile";
+    manager->stopPeriodicTask();
+    pass(0);
+    EXPECT_THAT(labels(), IsEmpty());
+
+    manager->startPeriodicTask();
+    pass(0);
+    auto loop = manager->periodicTask().value();
+    loop.cancel();
+    pass(0);
+    EXPECT_FALSE(manager->isRunning()) << "cancelled in its sleep";
+}
+
+} // namespace
+} // namespace tidewell
