@@ -2,13 +2,13 @@
 
 #include "base/text/IntegerText.h"
 #include "model/preferences/StoredPreferences.h"
-#include "platform/ui/CheckBox.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
-#include "platform/ui/PushButton.h"
-#include "platform/ui/StepSlider.h"
-#include "platform/ui/SymbolButton.h"
-#include "platform/ui/TitledBox.h"
+#include "ui/CheckBox.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
+#include "ui/PushButton.h"
+#include "ui/StepSlider.h"
+#include "ui/SymbolButton.h"
+#include "ui/TitledBox.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -3,7 +3,7 @@
 #include "base/ports/LoginItem.h"
 #include "base/ports/UserDefaults.h"
 #include "model/updates/SparkleModel.h"
-#include "platform/ui/LaterRefresh.h"
+#include "ui/LaterRefresh.h"
 
 #include <QWidget>
 

@@ -2,7 +2,7 @@
 
 #include "base/text/ByteText.h"
 #include "base/values/LevelColours.h"
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <QCoreApplication>
 

@@ -7,8 +7,8 @@
 #include "model/memory/MemoryWatcher.h"
 #include "model/notifications/NotificationManager.h"
 #include "model/updates/SparkleModel.h"
-#include "platform/ui/LaterRefresh.h"
 #include "shell/SceneWindows.h"
+#include "ui/LaterRefresh.h"
 
 #include <QPointer>
 #include <QWidget>

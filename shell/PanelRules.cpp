@@ -1,6 +1,6 @@
 #include "shell/PanelRules.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 namespace tidewell {
 

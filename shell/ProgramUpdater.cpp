@@ -2,8 +2,8 @@
 
 #include "base/ports/BundleInformation.h"
 #include "platform/linux/RunningAppImage.h"
-#include "platform/ui/Palette.h"
 #include "platform/updater/FeedUpdater.h"
+#include "ui/Palette.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

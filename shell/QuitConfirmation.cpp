@@ -1,7 +1,7 @@
 #include "shell/QuitConfirmation.h"
 
 #include "model/preferences/StoredPreferences.h"
-#include "platform/ui/Pictures.h"
+#include "ui/Pictures.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>

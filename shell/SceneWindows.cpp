@@ -1,7 +1,7 @@
 #include "shell/SceneWindows.h"
 
 #include "platform/linux/SoftCorners.h"
-#include "platform/ui/Pictures.h"
+#include "ui/Pictures.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,9 +1,9 @@
 #include "shell/TidewellApp.h"
 
 #include "base/ports/BundleInformation.h"
-#include "platform/ui/Palette.h"
 #include "services/SettingsView.h"
 #include "shell/ContentView.h"
+#include "ui/Palette.h"
 #include "views/AboutView.h"
 #include "views/AppMemoryView.h"
 

@@ -19,9 +19,9 @@
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11.h"
-#include "platform/ui/Translations.h"
 #include "shell/ProgramUpdater.h"
 #include "shell/TidewellApp.h"
+#include "ui/Translations.h"
 
 #include <QApplication>
 #include <QDesktopServices>

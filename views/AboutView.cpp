@@ -1,11 +1,11 @@
 #include "views/AboutView.h"
 
 #include "base/ports/BundleInformation.h"
-#include "platform/ui/Labels.h"
-#include "platform/ui/Palette.h"
-#include "platform/ui/Pictures.h"
-#include "platform/ui/PushButton.h"
-#include "platform/ui/SymbolView.h"
+#include "ui/Labels.h"
+#include "ui/Palette.h"
+#include "ui/Pictures.h"
+#include "ui/PushButton.h"
+#include "ui/SymbolView.h"
 
 #include <QKeyEvent>
 #include <QLabel>

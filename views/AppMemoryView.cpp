@@ -2,7 +2,7 @@
 
 #include "base/text/IntegerText.h"
 #include "model/preferences/StoredPreferences.h"
-#include "platform/ui/TitledBox.h"
+#include "ui/TitledBox.h"
 #include "views/AnchorPoint.h"
 #include "views/AppMemoryPlacement.h"
 #include "views/ShowItemList.h"

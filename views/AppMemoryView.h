@@ -2,7 +2,7 @@
 
 #include "base/ports/UserDefaults.h"
 #include "model/processes/MemoryManager.h"
-#include "platform/ui/LaterRefresh.h"
+#include "ui/LaterRefresh.h"
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #include "views/HeaderView.h"
 
-#include "platform/ui/Fonts.h"
+#include "ui/Fonts.h"
 
 #include <QPainter>
 #include <QWidget>

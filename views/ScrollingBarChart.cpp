@@ -3,7 +3,7 @@
 #include "base/text/ByteText.h"
 #include "base/text/TimeOfDay.h"
 #include "base/values/LevelColours.h"
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QPaintEvent>
 #include <QPainter>

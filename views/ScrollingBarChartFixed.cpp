@@ -3,8 +3,8 @@
 #include "base/text/IntegerText.h"
 #include "base/text/TimeOfDay.h"
 #include "base/values/LevelColours.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 #include "views/DevicePixels.h"
 
 #include <QPaintEvent>

@@ -1,6 +1,6 @@
 #include "views/ShowItemList.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 #include "views/AccessibleList.h"
 #include "views/HeaderView.h"
 #include "views/ShowItemView.h"

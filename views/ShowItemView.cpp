@@ -1,9 +1,9 @@
 #include "views/ShowItemView.h"
 
 #include "base/text/ByteText.h"
-#include "platform/ui/Drawing.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Drawing.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 #include "views/DevicePixels.h"
 #include "views/IconPictures.h"
 

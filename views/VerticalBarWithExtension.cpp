@@ -1,6 +1,6 @@
 #include "views/VerticalBarWithExtension.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 #include "views/DevicePixels.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "views/VerticalBarWithText.h"
 
 #include "base/text/TimeOfDay.h"
-#include "platform/ui/Drawing.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Drawing.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 #include "views/DevicePixels.h"
 
 #include <QFontDatabase>

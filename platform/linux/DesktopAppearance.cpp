@@ -1,6 +1,6 @@
 #include "platform/linux/DesktopAppearance.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QEvent>
 #include <QGuiApplication>

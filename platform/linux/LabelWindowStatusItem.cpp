@@ -3,8 +3,8 @@
 #include "platform/linux/SoftCorners.h"
 #include "platform/linux/StatusMenu.h"
 #include "platform/linux/X11.h"
-#include "platform/ui/Palette.h"
-#include "platform/ui/Symbols.h"
+#include "ui/Palette.h"
+#include "ui/Symbols.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>

@@ -1,8 +1,8 @@
 #include "platform/linux/SoftCorners.h"
 
 #include "platform/linux/X11.h"
-#include "platform/ui/Drawing.h"
-#include "platform/ui/Palette.h"
+#include "ui/Drawing.h"
+#include "ui/Palette.h"
 
 #include <QBitmap>
 #include <QPainter>

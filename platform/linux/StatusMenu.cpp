@@ -1,6 +1,6 @@
 #include "platform/linux/StatusMenu.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>

@@ -1,7 +1,7 @@
 #include "platform/linux/StatusNotifierStatusItem.h"
 
 #include "platform/linux/ServiceCall.h"
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <QCursor>
 #include <QDBusAbstractAdaptor>

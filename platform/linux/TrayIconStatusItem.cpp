@@ -1,7 +1,7 @@
 #include "platform/linux/TrayIconStatusItem.h"
 
 #include "platform/linux/StatusMenu.h"
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <QCursor>
 #include <QPixmap>

@@ -1,7 +1,7 @@
 #include "platform/updater/NotesView.h"
 
-#include "platform/ui/Fonts.h"
 #include "platform/updater/SafeAddress.h"
+#include "ui/Fonts.h"
 
 #include <QDesktopServices>
 #include <QTextBlock>

@@ -1,9 +1,9 @@
 #include "platform/updater/ProgressView.h"
 
 #include "base/text/ByteText.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
-#include "platform/ui/TextDirection.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
+#include "ui/TextDirection.h"
 
 #include <QCoreApplication>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "platform/updater/UpdateWindow.h"
 
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Pictures.h"
-#include "platform/ui/TextDirection.h"
+#include "ui/Fonts.h"
+#include "ui/Pictures.h"
+#include "ui/TextDirection.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #include "model/preferences/StoredPreferences.h"
-#include "platform/ui/Palette.h"
 #include "services/SettingsView.h"
 #include "tests/fakes/UpdaterSurroundings.h"
+#include "ui/Palette.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "shell/ContentView.h"
 
-#include "platform/ui/LinearGauge.h"
 #include "tests/fakes/WatcherSurroundings.h"
+#include "ui/LinearGauge.h"
 #include "views/ShowItemList.h"
 
 #include <QApplication>

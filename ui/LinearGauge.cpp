@@ -1,7 +1,7 @@
-#include "platform/ui/LinearGauge.h"
+#include "ui/LinearGauge.h"
 
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 
 #include <QPainter>
 

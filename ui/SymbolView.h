@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/values/Colour.h"
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <QWidget>
 

@@ -1,4 +1,4 @@
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "platform/ui/LinearGauge.h"
-#include "platform/ui/Palette.h"
-#include "platform/ui/TitledBox.h"
+#include "ui/LinearGauge.h"
+#include "ui/Palette.h"
+#include "ui/TitledBox.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "platform/ui/SymbolView.h"
+#include "ui/SymbolView.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QPainter>
 

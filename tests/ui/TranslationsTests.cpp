@@ -1,4 +1,4 @@
-#include "platform/ui/Translations.h"
+#include "ui/Translations.h"
 
 #include <gtest/gtest.h>
 

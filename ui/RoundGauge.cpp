@@ -1,7 +1,7 @@
-#include "platform/ui/RoundGauge.h"
+#include "ui/RoundGauge.h"
 
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 
 #include <QConicalGradient>
 #include <QPainter>

@@ -1,6 +1,6 @@
-#include "platform/ui/StepSlider.h"
+#include "ui/StepSlider.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QPainter>
 #include <QStyleOptionSlider>

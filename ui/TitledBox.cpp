@@ -1,8 +1,8 @@
-#include "platform/ui/TitledBox.h"
+#include "ui/TitledBox.h"
 
-#include "platform/ui/Drawing.h"
-#include "platform/ui/Fonts.h"
-#include "platform/ui/Palette.h"
+#include "ui/Drawing.h"
+#include "ui/Fonts.h"
+#include "ui/Palette.h"
 
 #include <QAccessibleWidget>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/Fonts.h"
+#include "ui/Fonts.h"
 
 class QLabel;
 class QString;

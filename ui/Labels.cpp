@@ -1,4 +1,4 @@
-#include "platform/ui/Labels.h"
+#include "ui/Labels.h"
 
 #include <QLabel>
 

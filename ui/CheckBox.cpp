@@ -1,6 +1,6 @@
-#include "platform/ui/CheckBox.h"
+#include "ui/CheckBox.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,4 +1,4 @@
-#include "platform/ui/Gauge.h"
+#include "ui/Gauge.h"
 
 #include <QAccessibleWidget>
 

@@ -1,4 +1,4 @@
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <gtest/gtest.h>
 

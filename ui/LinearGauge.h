@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/values/Colour.h"
-#include "platform/ui/Gauge.h"
+#include "ui/Gauge.h"
 
 namespace tidewell {
 

@@ -1,6 +1,6 @@
-#include "platform/ui/SymbolButton.h"
+#include "ui/SymbolButton.h"
 
-#include "platform/ui/Palette.h"
+#include "ui/Palette.h"
 
 #include <QFocusEvent>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ui/Symbols.h"
+#include "ui/Symbols.h"
 
 #include <QAbstractButton>
 

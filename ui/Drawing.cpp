@@ -1,4 +1,4 @@
-#include "platform/ui/Drawing.h"
+#include "ui/Drawing.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
