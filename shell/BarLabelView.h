@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/runtime/Executor.h"
+#include "desktop/statusitem/StatusItem.h"
 #include "model/memory/MemoryWatcher.h"
 #include "model/updates/SparkleModel.h"
-#include "platform/linux/StatusItem.h"
 
 #include <functional>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "shell/PanelWindow.h"
 
-#include "platform/linux/PanelPosition.h"
+#include "desktop/statusitem/PanelPosition.h"
 #include "shell/Scenes.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/SoftCorners.h"
-#include "platform/linux/StatusItem.h"
+#include "desktop/appearance/SoftCorners.h"
+#include "desktop/statusitem/StatusItem.h"
 
 #include <QElapsedTimer>
 #include <QWidget>

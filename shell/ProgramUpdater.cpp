@@ -1,7 +1,7 @@
 #include "shell/ProgramUpdater.h"
 
 #include "base/ports/BundleInformation.h"
-#include "platform/linux/RunningAppImage.h"
+#include "desktop/session/RunningAppImage.h"
 #include "platform/updater/FeedUpdater.h"
 #include "ui/Palette.h"
 

@@ -4,8 +4,8 @@
 #include "base/ports/Log.h"
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/Executor.h"
+#include "desktop/appearance/DesktopAppearance.h"
 #include "model/updates/SparkleModel.h"
-#include "platform/linux/DesktopAppearance.h"
 
 #include <QString>
 

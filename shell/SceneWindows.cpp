@@ -1,6 +1,6 @@
 #include "shell/SceneWindows.h"
 
-#include "platform/linux/SoftCorners.h"
+#include "desktop/appearance/SoftCorners.h"
 #include "ui/Pictures.h"
 
 #include <QApplication>

@@ -1,0 +1,118 @@
+#include "desktop/appearance/DesktopAppearance.h"
+
+#include "ui/Palette.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+namespace tidewell {
+
+namespace {
+
+const QString portalGroup = QStringLiteral("org.freedesktop.appearance");
+const QString portalKey = QStringLiteral("color-scheme");
+const QString xfceSession = QStringLiteral("xsettings");
+const QString xfceTheme = QStringLiteral("/Net/ThemeName");
+const QString xfcePanel = QStringLiteral("xfce4-panel");
+const QString xfcePanelDark = QStringLiteral("/panels/dark-mode");
+
+/// GNOME's bar is dark in its light theme, too. Relatives name GNOME besides themselves.
+bool hasDarkBar(const QString& desktops) {
+    const QStringList names = desktops.split(QLatin1Char(':'));
+    return names.contains(QStringLiteral("GNOME")) && !names.contains(QStringLiteral("Budgie")) &&
+           !names.contains(QStringLiteral("GNOME-Flashback"));
+}
+
+/// What the name of a theme says of it: "Greybird-dark" is dark, "Greybird" and "Arc-Darker", with
+/// dark title bars only, are light.
+Appearance themeAppearance(const QString& name) {
+    const qsizetype found = name.indexOf(QLatin1String("dark"), 0, Qt::CaseInsensitive);
+    const bool isDark =
+        found >= 0 && !name.mid(found + 4).startsWith(QLatin1String("er"), Qt::CaseInsensitive);
+    return isDark ? Appearance::dark : Appearance::light;
+}
+
+} // namespace
+
+DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& desktops)
+    : bus_(bus)
+    , portalOwner_(portalSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
+    , xfceOwner_(xfceSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
+    , hasDarkBar_(hasDarkBar(desktops)) {
+    qGuiApp->installEventFilter(this);
+    decide();
+    if (!bus_.isConnected()) {
+        return;
+    }
+    connect(&portalOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askPortal(); });
+    connect(&xfceOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askXfce(); });
+    // From any sender: naming one would make the toolkit wait for the bus to say who that is.
+    bus_.connect(QString(), portalSettings.path, portalSettings.interface,
+                 QStringLiteral("SettingChanged"), {portalGroup, portalKey}, QString(), this,
+                 SLOT(askPortal()));
+    for (const QString& channel : {xfceSession, xfcePanel}) {
+        for (const auto& signal :
+             {QStringLiteral("PropertyChanged"), QStringLiteral("PropertyRemoved")}) {
+            bus_.connect(QString(), xfceSettings.path, xfceSettings.interface, signal, {channel},
+                         QString(), this, SLOT(askXfce()));
+        }
+    }
+    askPortal();
+    askXfce();
+}
+
+bool DesktopAppearance::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp) {
+        decide();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void DesktopAppearance::askPortal() {
+    ask(portalSettings, portalGroup, portalKey, [this](const QVariant& value) {
+        switch (value.toUInt()) {
+        case 1:
+            portal_ = Appearance::dark;
+            break;
+        case 2:
+            portal_ = Appearance::light;
+            break;
+        default:
+            portal_ = std::nullopt; // no preference
+            break;
+        }
+    });
+}
+
+void DesktopAppearance::askXfce() {
+    ask(xfceSettings, xfceSession, xfceTheme, [this](const QVariant& value) {
+        const QString name = value.toString();
+        xfceTheme_ = name.isEmpty() ? std::nullopt : std::optional(themeAppearance(name));
+    });
+    ask(xfceSettings, xfcePanel, xfcePanelDark,
+        [this](const QVariant& value) { isXfcePanelDark_ = value.toBool(); });
+}
+
+void DesktopAppearance::ask(const SettingsService& service, const QString& group,
+                            const QString& key, std::function<void(const QVariant& value)> take) {
+    askForSetting(bus_, service, group, key, *this,
+                  [this, take = std::move(take)](const QVariant& value) {
+                      take(value);
+                      decide();
+                  });
+}
+
+void DesktopAppearance::decide() {
+    const Appearance fallback = xfceTheme_ ? *xfceTheme_ : appearanceOf(QGuiApplication::palette());
+    const Appearance desktop = portal_.value_or(fallback);
+    // Xfce's panel follows the theme, whatever the portal says.
+    const Appearance statusArea =
+        hasDarkBar_ || isXfcePanelDark_ ? Appearance::dark : xfceTheme_.value_or(desktop);
+    if (desktop != desktop_ || statusArea != statusArea_) {
+        desktop_ = desktop;
+        statusArea_ = statusArea;
+        observers_.tell();
+    }
+}
+
+} // namespace tidewell

@@ -1,0 +1,53 @@
+#include "desktop/appearance/IconThemes.h"
+
+#include <QFile>
+#include <QIcon>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <array>
+
+namespace tidewell {
+
+namespace {
+
+bool isInstalled(const QString& theme) {
+    const QStringList folders = QIcon::themeSearchPaths();
+    return !theme.isEmpty() && std::ranges::any_of(folders, [&theme](const QString& folder) {
+        return QFile::exists(folder + u'/' + theme + QStringLiteral("/index.theme"));
+    });
+}
+
+/// What most desktops without a toolkit of their own are set up with.
+QString configuredTheme() {
+    const QString file = QStandardPaths::locate(QStandardPaths::GenericConfigLocation,
+                                                QStringLiteral("gtk-3.0/settings.ini"));
+    return QSettings(file, QSettings::IniFormat)
+        .value(QStringLiteral("Settings/gtk-icon-theme-name"))
+        .toString();
+}
+
+} // namespace
+
+void useInstalledIconThemes() {
+    // The theme that every other one falls back to holds applications' own icons and no others.
+    const QString last = QStringLiteral("hicolor");
+    const QString present = QIcon::themeName();
+    const QString configured = configuredTheme();
+    if ((present == last || !isInstalled(present)) && isInstalled(configured)) {
+        QIcon::setThemeName(configured);
+    } else if (present.isEmpty()) {
+        QIcon::setThemeName(last);
+    }
+
+    const std::array complete{QStringLiteral("Adwaita"),    QStringLiteral("breeze"),
+                              QStringLiteral("Papirus"),    QStringLiteral("Yaru"),
+                              QStringLiteral("elementary"), QStringLiteral("gnome")};
+    const auto* const found = std::ranges::find_if(complete, isInstalled);
+    if (found != complete.end()) {
+        QIcon::setFallbackThemeName(*found);
+    }
+}
+
+} // namespace tidewell

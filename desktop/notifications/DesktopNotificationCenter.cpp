@@ -1,0 +1,148 @@
+#include "desktop/notifications/DesktopNotificationCenter.h"
+
+#include "desktop/session/ServiceCall.h"
+
+#include <QDeadlineTimer>
+#include <QPointer>
+#include <QVariantMap>
+
+namespace tidewell {
+
+namespace {
+
+const QString serviceName = QStringLiteral("org.freedesktop.Notifications");
+
+QDBusMessage serviceCall(const QString& method) {
+    return QDBusMessage::createMethodCall(
+        serviceName, QStringLiteral("/org/freedesktop/Notifications"), serviceName, method);
+}
+
+/// The error of a reply; empty when it is none.
+std::optional<PlatformError> errorOf(const QDBusMessage& reply) {
+    if (reply.type() != QDBusMessage::ErrorMessage) {
+        return std::nullopt;
+    }
+    return PlatformError{errorText(reply)};
+}
+
+/// The lines that follow the title.
+QStringList textLines(const NotificationRequest& request) {
+    QStringList lines;
+    if (request.subtitle && !request.subtitle->empty()) {
+        lines << QString::fromStdString(*request.subtitle);
+    }
+    if (!request.body.empty()) {
+        lines << QString::fromStdString(request.body);
+    }
+    return lines;
+}
+
+QString withoutMarkup(QString text) {
+    text.replace(u'&', QStringLiteral("&amp;"));
+    text.replace(u'<', QStringLiteral("&lt;"));
+    text.replace(u'>', QStringLiteral("&gt;"));
+    return text;
+}
+
+} // namespace
+
+DesktopNotificationCenter::DesktopNotificationCenter(QDBusConnection sessionBus,
+                                                     ContinuousClock& clock,
+                                                     QString applicationName,
+                                                     NotificationRecords records, Limits limits)
+    : bus_(std::move(sessionBus))
+    , clock_(clock)
+    , applicationName_(std::move(applicationName))
+    , records_(std::move(records))
+    , limits_(limits) {}
+
+void DesktopNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/,
+                                                     std::function<void(Authorization)> answer) {
+    findService([this, answer = std::move(answer)](std::optional<PlatformError> missing) {
+        if (missing) {
+            answer(*missing);
+            return;
+        }
+        findWhetherDenied(records_, bus_, limits_.records, context_,
+                          [answer](bool denied) { answer(!denied); });
+    });
+}
+
+void DesktopNotificationCenter::findService(const Outcome& found) {
+    const auto lookAmongActivatable = [found](const QDBusMessage& reply) {
+        auto error = errorOf(reply);
+        if (!error && !reply.arguments().value(0).toStringList().contains(serviceName)) {
+            error = PlatformError{"this session has no notification service (" +
+                                  serviceName.toStdString() + ")"};
+        }
+        found(error);
+    };
+    const auto lookAtOwner = [this, found, lookAmongActivatable](const QDBusMessage& reply) {
+        const auto error = errorOf(reply);
+        if (error || reply.arguments().value(0).toBool()) {
+            found(error);
+            return;
+        }
+        // Not up before somebody notifies, perhaps: the bus may be able to start it.
+        callService(bus_, busCall(QStringLiteral("ListActivatableNames")), limits_.bus, context_,
+                    lookAmongActivatable);
+    };
+    callService(bus_, busCall(QStringLiteral("NameHasOwner")) << serviceName, limits_.bus, context_,
+                lookAtOwner);
+}
+
+void DesktopNotificationCenter::add(NotificationRequest request, Outcome answer) {
+    const auto delay = request.delay.count();
+    clock_.setAlarm(after(clock_.now(), delay),
+                    [this, alive = QPointer<QObject>(&context_), request = std::move(request),
+                     answer = std::move(answer)] {
+                        if (alive) {
+                            deliver(request, answer);
+                        }
+                    });
+}
+
+void DesktopNotificationCenter::deliver(const NotificationRequest& request, Outcome answer) {
+    const QDeadlineTimer deadline(limits_.delivery);
+    const auto notify = [this, request, answer = std::move(answer),
+                         deadline](const QDBusMessage& capabilities) {
+        if (const auto error = errorOf(capabilities)) {
+            answer(error);
+            return;
+        }
+        callService(bus_, notifyCall(request, capabilities.arguments().value(0).toStringList()),
+                    std::chrono::milliseconds(deadline.remainingTime()), context_,
+                    [answer](const QDBusMessage& reply) { answer(errorOf(reply)); });
+    };
+    callService(bus_, serviceCall(QStringLiteral("GetCapabilities")), limits_.delivery, context_,
+                notify);
+}
+
+QDBusMessage DesktopNotificationCenter::notifyCall(const NotificationRequest& request,
+                                                   const QStringList& capabilities) const {
+    QStringList summary = {QString::fromStdString(request.title)};
+    QString body;
+    if (capabilities.contains(QStringLiteral("body"))) {
+        body = textLines(request).join(u'\n');
+    } else {
+        summary << textLines(request); // one line is all there is
+    }
+    if (capabilities.contains(QStringLiteral("body-markup"))) {
+        body = withoutMarkup(body);
+    }
+    QVariantMap hints = {
+        {QStringLiteral("desktop-entry"), records_.identifier},
+        {QStringLiteral("urgency"), QVariant::fromValue(uchar{1})}, // normal
+    };
+    if (capabilities.contains(QStringLiteral("sound"))) {
+        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
+    }
+    const uint replacesNone = 0;
+    const int expiresAsUsual = -1;
+    return serviceCall(QStringLiteral("Notify"))
+           << applicationName_ << replacesNone << records_.identifier // the icon has its name
+           << summary.join(QStringLiteral(" – ")) << body << QStringList() << hints
+           << expiresAsUsual;
+}
+
+} // namespace tidewell

@@ -1,0 +1,90 @@
+#include "desktop/session/AutostartLoginItem.h"
+
+#include "desktop/files/UserFolders.h"
+#include "desktop/files/WholeFile.h"
+#include "desktop/session/RunningAppImage.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tidewell {
+
+namespace {
+
+std::string replaced(std::string_view text, std::string_view special, char escape) {
+    std::string result;
+    for (const char character : text) {
+        if (special.find(character) != std::string_view::npos) {
+            result += escape;
+        }
+        result += character;
+    }
+    return result;
+}
+
+/// As the value of a text entry. Names hold no other control characters, and begin without a blank.
+std::string entryText(std::string_view text) {
+    return replaced(text, "\\", '\\');
+}
+
+/// As one quoted argument of a command line, which is in turn the value of a text entry.
+std::string quotedArgument(std::string_view text) {
+    return entryText('"' + replaced(replaced(text, "\"`$\\", '\\'), "%", '%') + '"');
+}
+
+bool isControl(char character) {
+    return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
+}
+
+/// The entry that starts `program`, which must be an absolute path without control characters: no
+/// entry can name another.
+std::string autostartEntry(const std::string& identifier, const std::string& applicationName,
+                           const std::string& program) {
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=" +
+           entryText(applicationName) + "\nExec=" + quotedArgument(program) +
+           "\nTryExec=" + entryText(program) + "\nIcon=" + identifier +
+           "\nStartupNotify=false\n"
+           "X-GNOME-Autostart-enabled=true\n";
+}
+
+} // namespace
+
+std::filesystem::path autostartFolder() {
+    return configurationFolder() / "autostart";
+}
+
+std::filesystem::path installedProgram() {
+    // An AppImage runs from a folder that is gone with it.
+    auto image = runningAppImage();
+    std::error_code error; // an empty path says as much
+    return image.empty() ? std::filesystem::read_symlink("/proc/self/exe", error) : image;
+}
+
+AutostartLoginItem::AutostartLoginItem(const std::filesystem::path& folder,
+                                       const std::string& identifier, std::string applicationName,
+                                       std::filesystem::path program)
+    : file_(folder / (identifier + ".desktop"))
+    , identifier_(identifier)
+    , applicationName_(std::move(applicationName))
+    , program_(std::move(program)) {}
+
+std::optional<PlatformError> AutostartLoginItem::registerApplication() {
+    const std::string& program = program_.native();
+    if (!program_.is_absolute() || std::ranges::any_of(program, isControl)) {
+        return PlatformError{"No autostart entry can name the program \"" + program + "\""};
+    }
+    const auto error = replaceFile(file_, autostartEntry(identifier_, applicationName_, program));
+    return error ? std::optional(PlatformError{file_.native() + ": " + error.message()})
+                 : std::nullopt;
+}
+
+std::optional<PlatformError> AutostartLoginItem::unregisterApplication() {
+    std::error_code error;
+    std::filesystem::remove(file_, error);
+    return error ? std::optional(PlatformError{file_.native() + ": " + error.message()})
+                 : std::nullopt;
+}
+
+} // namespace tidewell

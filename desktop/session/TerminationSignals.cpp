@@ -1,0 +1,70 @@
+#include "desktop/session/TerminationSignals.h"
+
+#include <atomic>
+#include <cassert>
+#include <cerrno>
+#include <cstdint>
+#include <system_error>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace tidewell {
+
+namespace {
+
+// A signal handler has no other way to reach its object.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+std::atomic<int> signalled = -1;
+static_assert(std::atomic<int>::is_always_lock_free);
+
+int newEventDescriptor() {
+    const int descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (descriptor < 0) {
+        throw std::system_error(errno, std::generic_category(), "eventfd");
+    }
+    return descriptor;
+}
+
+extern "C" void noteSignal(int /*signal*/) {
+    const int error = errno; // the interrupted code may be about to read it
+    const std::uint64_t one = 1;
+    if (write(signalled.load(), &one, sizeof one) < 0) {
+        // Full after 2^64 signals: it is readable all the same.
+    }
+    errno = error;
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals(std::function<void()> endRequested)
+    : wakeUp_(newEventDescriptor())
+    , notifier_(wakeUp_.get(), QSocketNotifier::Read)
+    , replaced_{{{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}, {SIGPIPE, {}}}} {
+    assert(signalled == -1);
+    signalled = wakeUp_.get();
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
+                     [this, endRequested = std::move(endRequested)] {
+                         notifier_.setEnabled(false);
+                         endRequested();
+                     });
+    for (Replaced& replaced : replaced_) {
+        struct sigaction action = {};
+        sigfillset(&action.sa_mask);
+        action.sa_flags = SA_RESTART;
+        action.sa_handler = replaced.signal == SIGPIPE ? SIG_IGN : noteSignal;
+        sigaction(replaced.signal, &action, &replaced.previous);
+        if (replaced.signal == SIGHUP && replaced.previous.sa_handler == SIG_IGN) {
+            sigaction(SIGHUP, &replaced.previous, nullptr);
+        }
+    }
+}
+
+TerminationSignals::~TerminationSignals() {
+    for (const Replaced& replaced : replaced_) {
+        sigaction(replaced.signal, &replaced.previous, nullptr);
+    }
+    signalled = -1;
+}
+
+} // namespace tidewell

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "desktop/statusitem/StatusItemSwitcher.h"
+#include "desktop/statusitem/StatusNotifierHost.h"
+#include "desktop/statusitem/SystemTrayHost.h"
+
+namespace tidewell {
+
+class DesktopAppearance;
+
+/// The status item of the running desktop, with all that it takes to follow what it offers.
+class DesktopStatusItem final : public StatusItem {
+public:
+    /// The references must outlive this. After the application object.
+    DesktopStatusItem(const QDBusConnection& bus, ContinuousClock& clock,
+                      DesktopAppearance& appearance, Log& log,
+                      const StatusItemBehaviour& behaviour);
+
+    void setContent(const StatusItemContent& content) override { switcher_.setContent(content); }
+
+private:
+    StatusNotifierHost notifierHost_;
+    SystemTrayHost trayHost_;
+    StatusItemSwitcher switcher_;
+};
+
+} // namespace tidewell

@@ -1,0 +1,90 @@
+#include "desktop/statusitem/StatusItemSwitcher.h"
+
+namespace tidewell {
+
+StatusItemSwitcher::StatusItemSwitcher(ContinuousClock& clock, StatusHost& notifierHost,
+                                       StatusHost& trayHost, StatusItemForms forms)
+    : clock_(clock)
+    , notifierHost_(notifierHost)
+    , trayHost_(trayHost)
+    , forms_(std::move(forms))
+    , notifierChanged_(notifierHost.didChange([this] { follow(); }))
+    , trayChanged_(trayHost.didChange([this] { follow(); })) {
+    follow();
+}
+
+StatusItemSwitcher::~StatusItemSwitcher() {
+    if (alarm_) {
+        clock_.cancelAlarm(*alarm_);
+    }
+}
+
+void StatusItemSwitcher::setContent(const StatusItemContent& content) {
+    if (content == content_) {
+        return;
+    }
+    content_ = content;
+    if (item_) {
+        item_->setContent(content);
+    } else if (form_ != Form::none) {
+        take(form_);
+    }
+}
+
+void StatusItemSwitcher::follow() {
+    isLost_ = isLost_ || (form_ == Form::notifier && notifierHost_.state() != HostState::present);
+    if (alarm_) {
+        clock_.cancelAlarm(*alarm_);
+        alarm_.reset();
+    }
+    if (wanted() == form_ && !isLost_) {
+        return;
+    }
+    if (wanted() == Form::notifier) {
+        take(Form::notifier);
+        return;
+    }
+    alarm_ = clock_.setAlarm(after(clock_.now(), grace), [this] { settle(); });
+}
+
+void StatusItemSwitcher::settle() {
+    alarm_.reset();
+    take(wanted());
+}
+
+StatusItemSwitcher::Form StatusItemSwitcher::wanted() const {
+    if (notifierHost_.state() == HostState::present) {
+        return Form::notifier;
+    }
+    // With a desktop that does not answer, the tray would hang as well: it is drawn by the same
+    // programs, and the toolkit's tray icon asks them and waits.
+    if (trayHost_.state() == HostState::present && notifierHost_.state() == HostState::absent) {
+        return Form::tray;
+    }
+    return Form::label;
+}
+
+void StatusItemSwitcher::take(Form form) {
+    form_ = form;
+    isLost_ = false;
+    item_.reset(); // before the next one is made
+    if (!content_) {
+        return;
+    }
+    switch (form) {
+    case Form::notifier:
+        item_ = forms_.notifier();
+        break;
+    case Form::tray:
+        item_ = forms_.tray();
+        break;
+    case Form::label:
+        item_ = forms_.label();
+        break;
+    case Form::none:
+        return;
+    }
+    item_->setContent(*content_);
+}
+
+} // namespace tidewell

@@ -1,0 +1,234 @@
+#include "desktop/statusitem/StatusNotifierStatusItem.h"
+
+#include "desktop/session/ServiceCall.h"
+#include "ui/Symbols.h"
+
+#include <QCursor>
+#include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QGuiApplication>
+#include <QtEndian>
+
+#include <unistd.h>
+
+namespace tidewell {
+
+struct NotifierPixmap { // (iiay): pixels as ARGB32 in network byte order
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+
+    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierPixmap& pixmap) {
+        out.beginStructure();
+        out << pixmap.width << pixmap.height << pixmap.pixels;
+        out.endStructure();
+        return out;
+    }
+
+    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierPixmap& pixmap) {
+        in.beginStructure();
+        in >> pixmap.width >> pixmap.height >> pixmap.pixels;
+        in.endStructure();
+        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    }
+};
+
+struct NotifierTooltip { // (sa(iiay)ss)
+    QString iconName;
+    QList<NotifierPixmap> icon;
+    QString title;
+    QString text;
+
+    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierTooltip& tooltip) {
+        out.beginStructure();
+        out << tooltip.iconName << tooltip.icon << tooltip.title << tooltip.text;
+        out.endStructure();
+        return out;
+    }
+
+    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierTooltip& tooltip) {
+        in.beginStructure();
+        in >> tooltip.iconName >> tooltip.icon >> tooltip.title >> tooltip.text;
+        in.endStructure();
+        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    }
+};
+
+namespace {
+
+NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance, int size) {
+    const auto image = symbolImage(content.symbolName, content.colour.in(appearance), size, 1);
+    if (!image) {
+        return {};
+    }
+    NotifierPixmap pixmap{size, size, QByteArray(image->sizeInBytes(), Qt::Uninitialized)};
+    qToBigEndian<quint32>(image->constBits(), image->sizeInBytes() / 4, pixmap.pixels.data());
+    return pixmap;
+}
+
+} // namespace
+
+/// The object's face on the bus. Names are the interface's.
+class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category)
+    Q_PROPERTY(QString Id READ id)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(int WindowId READ windowId)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu)
+    Q_PROPERTY(QString IconThemePath READ none)
+    Q_PROPERTY(QString IconName READ none)
+    Q_PROPERTY(QList<tidewell::NotifierPixmap> IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString OverlayIconName READ none)
+    Q_PROPERTY(QList<tidewell::NotifierPixmap> OverlayIconPixmap READ noPixmap)
+    Q_PROPERTY(QString AttentionIconName READ none)
+    Q_PROPERTY(QList<tidewell::NotifierPixmap> AttentionIconPixmap READ noPixmap)
+    Q_PROPERTY(QString AttentionMovieName READ none)
+    Q_PROPERTY(tidewell::NotifierTooltip ToolTip READ toolTip)
+    Q_PROPERTY(QString XAyatanaLabel READ label)
+    Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
+
+public:
+    StatusNotifierAdaptor(QObject* object, DesktopAppearance& appearance,
+                          StatusItemBehaviour behaviour)
+        : QDBusAbstractAdaptor(object)
+        , appearance_(appearance)
+        , shownAppearance_(appearance.statusArea())
+        , behaviour_(std::move(behaviour))
+        , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {}
+
+    void setContent(const StatusItemContent& content) {
+        const StatusItemContent old = std::exchange(content_, content);
+        if (old.symbolName != content.symbolName ||
+            old.colour.in(shownAppearance_) != content.colour.in(shownAppearance_)) {
+            Q_EMIT NewIcon();
+        }
+        if (old.text != content.text) {
+            Q_EMIT NewToolTip();
+            Q_EMIT XAyatanaNewLabel(label(), labelGuide());
+        }
+    }
+
+    QString category() const { return QStringLiteral("SystemServices"); }
+    QString id() const { return QString::fromStdString(behaviour_.identifier); }
+    QString title() const { return QString::fromStdString(behaviour_.title); }
+    QString status() const { return QStringLiteral("Active"); }
+    int windowId() const { return 0; }
+    bool itemIsMenu() const { return false; }
+    QDBusObjectPath menu() const {
+        return QDBusObjectPath(QLatin1String(ExportedStatusMenu::path));
+    }
+    QString none() const { return {}; }
+    QList<NotifierPixmap> noPixmap() const { return {}; }
+    /// Drawn when they are asked for: all sizes together are 35 KB that nobody needs twice.
+    QList<NotifierPixmap> iconPixmap() const {
+        QList<NotifierPixmap> pixmaps;
+        for (const int size : {16, 22, 24, 32, 48, 64}) {
+            pixmaps.append(pixmapOf(content_, shownAppearance_, size));
+        }
+        return pixmaps;
+    }
+    NotifierTooltip toolTip() const {
+        return {{}, {}, plainTooltip(behaviour_.title), plainTooltip(content_.text)};
+    }
+    QString label() const { return QString::fromStdString(content_.text); }
+    QString labelGuide() const { return tidewell::labelGuide(content_.text); }
+
+    Q_SLOT void Activate(int x, int y) {
+        StatusItemActivation activation;
+        // Desktops disagree on what the coordinates are relative to, but (0, 0) is said when there
+        // was no click. Only X11 says where the pointer is.
+        if ((x != 0 || y != 0) && QGuiApplication::platformName() == QStringLiteral("xcb")) {
+            activation.click = QCursor::pos();
+        }
+        // Answered first: what it does may take its time, and may outlive this.
+        QMetaObject::invokeMethod(
+            this, [activated = behaviour_.activated, activation] { activated(activation); },
+            Qt::QueuedConnection);
+    }
+    Q_SLOT void SecondaryActivate(int x, int y) { Activate(x, y); }
+    Q_SLOT void ContextMenu(int, int) {
+        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), QCursor::pos());
+    }
+    Q_SLOT void Scroll(int, const QString&) {}
+
+    Q_SIGNAL void NewTitle();
+    Q_SIGNAL void NewIcon();
+    Q_SIGNAL void NewAttentionIcon();
+    Q_SIGNAL void NewOverlayIcon();
+    Q_SIGNAL void NewToolTip();
+    Q_SIGNAL void NewStatus(const QString&);
+    Q_SIGNAL void XAyatanaNewLabel(const QString&, const QString&);
+
+private:
+    void followAppearance() {
+        if (shownAppearance_ != appearance_.statusArea()) {
+            shownAppearance_ = appearance_.statusArea();
+            Q_EMIT NewIcon();
+        }
+    }
+
+    DesktopAppearance& appearance_;
+    Appearance shownAppearance_;
+    StatusItemBehaviour behaviour_;
+    StatusItemContent content_;
+    Subscription appearanceChanged_;
+};
+
+StatusNotifierStatusItem::StatusNotifierStatusItem(const QDBusConnection& bus,
+                                                   StatusNotifierHost& host,
+                                                   DesktopAppearance& appearance,
+                                                   const StatusItemBehaviour& behaviour)
+    : bus_(bus)
+    , host_(host)
+    , menu_(bus, behaviour.menu)
+    , adaptor_(new StatusNotifierAdaptor(&object_, appearance, behaviour)) {
+    static int number = 0;
+    service_ = QStringLiteral("org.kde.StatusNotifierItem-%1-%2").arg(getpid()).arg(++number);
+    qDBusRegisterMetaType<NotifierPixmap>();
+    qDBusRegisterMetaType<QList<NotifierPixmap>>();
+    qDBusRegisterMetaType<NotifierTooltip>();
+    bus_.registerObject(QLatin1String(path), &object_);
+}
+
+StatusNotifierStatusItem::~StatusNotifierStatusItem() {
+    if (isRegistered_) {
+        // Losing its name is what takes the item off the desktop.
+        bus_.send(busCall(QStringLiteral("ReleaseName")) << service_);
+    }
+    bus_.unregisterObject(QLatin1String(path));
+}
+
+void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
+    adaptor_->setContent(content);
+    if (!isRegistered_) { // with something to show from the first moment on
+        isRegistered_ = true;
+        constexpr uint doNotQueue = 4;
+        bus_.send(busCall(QStringLiteral("RequestName")) << service_ << doNotQueue);
+        host_.registerItem(service_);
+    }
+}
+
+QString plainTooltip(const std::string& text) {
+    return QString::fromStdString(text).remove(QLatin1Char('<')).remove(QLatin1Char('&'));
+}
+
+QString labelGuide(const std::string& text) {
+    QString guide = QString::fromStdString(text);
+    for (QChar& character : guide) {
+        if (character.isDigit()) {
+            // The same script's: each has its digits in a row.
+            character = QChar(character.unicode() - character.digitValue() + 8);
+        }
+    }
+    return guide;
+}
+
+} // namespace tidewell
+
+#include "StatusNotifierStatusItem.moc"

@@ -1,0 +1,62 @@
+#include "desktop/statusitem/TrayIconStatusItem.h"
+
+#include "desktop/statusitem/StatusMenu.h"
+#include "ui/Symbols.h"
+
+#include <QCursor>
+#include <QPixmap>
+
+namespace tidewell {
+
+TrayIconStatusItem::TrayIconStatusItem(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
+    : appearance_(appearance)
+    , behaviour_(std::move(behaviour))
+    , appearanceChanged_(appearance.didChange([this] { draw(); })) {
+    QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
+                     [this](auto reason) { react(reason); });
+}
+
+void TrayIconStatusItem::setContent(const StatusItemContent& content) {
+    if (icon_.isVisible() && content == content_) {
+        return;
+    }
+    content_ = content;
+    draw();
+    icon_.setToolTip(QString::fromStdString(content.text));
+    icon_.show();
+}
+
+void TrayIconStatusItem::draw() {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64}) {
+        if (const auto image = symbolImage(content_.symbolName,
+                                           content_.colour.in(appearance_.statusArea()), size, 1)) {
+            icon.addPixmap(QPixmap::fromImage(*image));
+        }
+    }
+    icon_.setIcon(icon);
+}
+
+void TrayIconStatusItem::react(QSystemTrayIcon::ActivationReason reason) {
+    switch (reason) {
+    case QSystemTrayIcon::Trigger:
+    case QSystemTrayIcon::MiddleClick: {
+        const QRect place = icon_.geometry();
+        const StatusItemActivation activation{QCursor::pos(), place.isValid() ? std::optional(place)
+                                                                              : std::nullopt};
+        // Not from within the icon, which may be gone before this returns.
+        QMetaObject::invokeMethod(
+            &icon_, [activated = behaviour_.activated, activation] { activated(activation); },
+            Qt::QueuedConnection);
+        break;
+    }
+    case QSystemTrayIcon::Context:
+        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), QCursor::pos());
+        break;
+    case QSystemTrayIcon::DoubleClick: // its first click was told already
+    case QSystemTrayIcon::Unknown:
+        break;
+    }
+}
+
+} // namespace tidewell

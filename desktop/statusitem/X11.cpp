@@ -1,0 +1,76 @@
+#include "desktop/statusitem/X11.h"
+
+#include <QGuiApplication>
+#include <QWidget>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+namespace tidewell::x11 {
+
+namespace {
+
+template <typename Reply>
+std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
+    return {reply, &std::free};
+}
+
+} // namespace
+
+OwnConnection connect() {
+    OwnConnection server(xcb_connect(nullptr, nullptr), &xcb_disconnect); // never null by itself
+    if (xcb_connection_has_error(server.get()) != 0) {
+        server.reset();
+    }
+    return server;
+}
+
+xcb_connection_t* connection() {
+    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
+xcb_atom_t atom(xcb_connection_t* connection, const std::string& name) {
+    const auto request =
+        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const auto reply = owned(xcb_intern_atom_reply(connection, request, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection) {
+    const auto request = xcb_get_selection_owner(connection, selection);
+    const auto reply = owned(xcb_get_selection_owner_reply(connection, request, nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+int screenNumber() {
+    char* host = nullptr;
+    int display = 0;
+    int screen = 0;
+    if (xcb_parse_display(nullptr, &host, &display, &screen) == 0) {
+        return 0;
+    }
+    std::free(host);
+    return screen;
+}
+
+bool isComposited() {
+    xcb_connection_t* const server = connection();
+    return server == nullptr ||
+           selectionOwner(server, atom(server, "_NET_WM_CM_S" + std::to_string(screenNumber()))) !=
+               XCB_WINDOW_NONE;
+}
+
+void showOnAllDesktops(const QWidget& window) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    constexpr std::uint32_t allDesktops = 0xffffffffU;
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE,
+                        static_cast<xcb_window_t>(window.effectiveWinId()),
+                        atom(server, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &allDesktops);
+}
+
+} // namespace tidewell::x11
