@@ -2,8 +2,8 @@
 
 #include "base/ports/BundleInformation.h"
 #include "desktop/session/RunningAppImage.h"
-#include "platform/updater/FeedUpdater.h"
 #include "ui/Palette.h"
+#include "updater/FeedUpdater.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -1,7 +1,7 @@
-#include "platform/updater/Appcast.h"
-#include "platform/updater/SafeAddress.h"
-#include "platform/updater/VersionOrder.h"
 #include "tests/fuzz/Require.h"
+#include "updater/feed/Appcast.h"
+#include "updater/feed/SafeAddress.h"
+#include "updater/feed/VersionOrder.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "platform/updater/SafeAddress.h"
+#include "updater/feed/SafeAddress.h"
 
 #include <QRegularExpression>
 

@@ -1,7 +1,7 @@
-#include "platform/updater/FeedUpdater.h"
+#include "updater/FeedUpdater.h"
 
-#include "platform/updater/SafeAddress.h"
-#include "platform/updater/VersionOrder.h"
+#include "updater/feed/SafeAddress.h"
+#include "updater/feed/VersionOrder.h"
 
 #include <QFileInfo>
 

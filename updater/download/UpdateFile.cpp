@@ -1,4 +1,4 @@
-#include "platform/updater/UpdateFile.h"
+#include "updater/download/UpdateFile.h"
 
 #include <QDir>
 #include <QFile>

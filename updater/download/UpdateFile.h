@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/updater/Appcast.h"
-#include "platform/updater/UpdateFailure.h"
+#include "updater/download/UpdateFailure.h"
+#include "updater/feed/Appcast.h"
 
 #include <atomic>
 #include <optional>

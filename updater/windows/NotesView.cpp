@@ -1,7 +1,7 @@
-#include "platform/updater/NotesView.h"
+#include "updater/windows/NotesView.h"
 
-#include "platform/updater/SafeAddress.h"
 #include "ui/Fonts.h"
+#include "updater/feed/SafeAddress.h"
 
 #include <QDesktopServices>
 #include <QTextBlock>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updater/Signature.h"
+#include "updater/feed/Signature.h"
 
 #include <QString>
 #include <QUrl>

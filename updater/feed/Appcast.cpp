@@ -1,7 +1,7 @@
-#include "platform/updater/Appcast.h"
+#include "updater/feed/Appcast.h"
 
-#include "platform/updater/SafeAddress.h"
-#include "platform/updater/VersionOrder.h"
+#include "updater/feed/SafeAddress.h"
+#include "updater/feed/VersionOrder.h"
 
 #include <QXmlStreamReader>
 

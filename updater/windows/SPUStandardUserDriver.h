@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updater/UpdateFailure.h"
+#include "updater/download/UpdateFailure.h"
 
 #include <QPalette>
 #include <QPointer>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/runtime/SerialExecutor.h"
-#include "platform/updater/Fetch.h"
-#include "platform/updater/UpdateFile.h"
+#include "updater/download/Fetch.h"
+#include "updater/download/UpdateFile.h"
 
 #include <QFile>
 

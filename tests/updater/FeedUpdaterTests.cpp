@@ -1,9 +1,9 @@
 #include "desktop/session/MainThread.h"
-#include "platform/updater/FeedUpdater.h"
 #include "tests/desktop/PrivateBus.h"
 #include "tests/fakes/MemoryUserDefaults.h"
 #include "tests/fakes/RecordingLog.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "updater/FeedUpdater.h"
 
 #include <QApplication>
 #include <QDir>

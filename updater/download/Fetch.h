@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updater/FetchOutcome.h"
+#include "updater/download/FetchOutcome.h"
 
 #include <QByteArray>
 #include <QString>

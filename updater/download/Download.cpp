@@ -1,4 +1,4 @@
-#include "platform/updater/Download.h"
+#include "updater/download/Download.h"
 
 #include <QDir>
 #include <QFileInfo>

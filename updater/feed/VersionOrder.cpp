@@ -1,4 +1,4 @@
-#include "platform/updater/VersionOrder.h"
+#include "updater/feed/VersionOrder.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "platform/updater/Signature.h"
+#include "updater/feed/Signature.h"
 
 #include <sodium.h>
 

@@ -1,4 +1,4 @@
-#include "platform/updater/ProgressView.h"
+#include "updater/windows/ProgressView.h"
 
 #include "base/text/ByteText.h"
 #include "ui/Fonts.h"

@@ -1,4 +1,4 @@
-#include "platform/updater/Fetch.h"
+#include "updater/download/Fetch.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,8 +1,8 @@
-#include "platform/updater/SPUStandardUserDriver.h"
+#include "updater/windows/SPUStandardUserDriver.h"
 
-#include "platform/updater/NotesView.h"
-#include "platform/updater/ProgressView.h"
-#include "platform/updater/UpdateWindow.h"
+#include "updater/windows/NotesView.h"
+#include "updater/windows/ProgressView.h"
+#include "updater/windows/UpdateWindow.h"
 
 #include <QCoreApplication>
 

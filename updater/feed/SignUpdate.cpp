@@ -1,7 +1,7 @@
 // sign-update: makes the keys that releases are signed with, and the entries of the list of
 // releases. docs/updates.md says how it is used.
 
-#include "platform/updater/Appcast.h"
+#include "updater/feed/Appcast.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

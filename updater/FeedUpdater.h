@@ -5,8 +5,8 @@
 #include "base/ports/Log.h"
 #include "base/ports/SPUUpdater.h"
 #include "base/ports/UserDefaults.h"
-#include "platform/updater/Download.h"
-#include "platform/updater/SPUStandardUserDriver.h"
+#include "updater/download/Download.h"
+#include "updater/windows/SPUStandardUserDriver.h"
 
 namespace tidewell {
 

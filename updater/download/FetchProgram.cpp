@@ -9,8 +9,8 @@
 // process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them. It
 // also keeps whatever a hostile server does to them out of the program that installs updates.
 
-#include "platform/updater/FetchOutcome.h"
-#include "platform/updater/SafeAddress.h"
+#include "updater/download/FetchOutcome.h"
+#include "updater/feed/SafeAddress.h"
 
 #include <QCoreApplication>
 #include <QNetworkAccessManager>

@@ -1,4 +1,4 @@
-#include "platform/updater/UpdateWindow.h"
+#include "updater/windows/UpdateWindow.h"
 
 #include "ui/Fonts.h"
 #include "ui/Pictures.h"
