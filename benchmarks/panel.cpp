@@ -1,11 +1,11 @@
 // What the panel costs: an update while it is open, sampling while it is closed, opening it. Prints
 // medians, each beside its baseline from the same run. Runs on whatever display the toolkit finds.
 
+#include "app/Scenes.h"
+#include "app/panel/ContentView.h"
+#include "app/panel/PanelWindow.h"
 #include "benchmarks/WatchedMachine.h"
 #include "model/memory/probes/linux/LinuxProbes.h"
-#include "shell/ContentView.h"
-#include "shell/PanelWindow.h"
-#include "shell/Scenes.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/Scenes.h"
+
+#include <QPalette>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace tidewell {
+
+/// Opens and closes the program's windows by the identifiers of their scenes; of each scene there
+/// is at most one window. A window's content is made when it opens and goes when it closes.
+/// Main thread.
+class SceneWindows {
+public:
+    /// Makes the content of a window; the window owns it.
+    using MakeContent = std::function<std::unique_ptr<QWidget>()>;
+
+    SceneWindows() = default;
+    SceneWindows(const SceneWindows&) = delete;
+    SceneWindows& operator=(const SceneWindows&) = delete;
+    ~SceneWindows();
+
+    /// From now on the scene can be opened.
+    void add(WindowScene scene, MakeContent makeContent);
+
+    /// Shows the scene's window if it is not open. An identifier without a scene does nothing.
+    void openWindow(std::string_view identifier);
+
+    /// Makes the program's first window of that name the active one, in front of all others.
+    static void bringWindowToFront(const QString& identifier);
+
+    /// Opens the scene's window and brings it to the front a moment later.
+    void openAuxiliaryWindow(std::string_view identifier);
+
+    /// Closes the scene's window, if it is open.
+    void dismissWindow(std::string_view identifier) const;
+
+    /// Gives `palette` to every window, open or not.
+    void setPalette(const QPalette& palette);
+
+    /// The scene's window, or null while it is closed.
+    QWidget* window(std::string_view identifier) const;
+
+private:
+    struct Entry {
+        WindowScene scene;
+        MakeContent makeContent;
+        QPointer<QWidget> window;
+    };
+    std::map<std::string, Entry, std::less<>> scenes_;
+    QPalette palette_;
+};
+
+} // namespace tidewell

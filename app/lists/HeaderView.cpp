@@ -1,0 +1,17 @@
+#include "app/lists/HeaderView.h"
+
+#include "ui/Fonts.h"
+
+#include <QPainter>
+#include <QWidget>
+
+namespace tidewell {
+
+void HeaderView::paint(QPainter& painter, const QRectF& frame, const QWidget& widget) {
+    painter.setFont(textFont(TextStyle::callout, widget.font()));
+    painter.setPen(widget.palette().color(QPalette::PlaceholderText));
+    painter.drawText(frame, Qt::AlignLeading | Qt::AlignVCenter, tr("Process"));
+    painter.drawText(frame, Qt::AlignTrailing | Qt::AlignVCenter, tr("Usage"));
+}
+
+} // namespace tidewell

@@ -1,0 +1,109 @@
+#include "app/processes/AppMemoryView.h"
+
+#include "app/lists/ShowItemList.h"
+#include "app/panel/AnchorPoint.h"
+#include "app/processes/AppMemoryPlacement.h"
+#include "app/processes/WindowAndPositionReader.h"
+#include "base/text/IntegerText.h"
+#include "model/preferences/StoredPreferences.h"
+#include "ui/TitledBox.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <iterator>
+
+namespace tidewell {
+
+namespace {
+
+constexpr int listWidth = 380;
+constexpr int listHeight = 350;
+
+QList<QRect> screens() {
+    QList<QRect> places;
+    for (const QScreen* screen : QGuiApplication::screens()) { // the main one is the first
+        places.push_back(screen->geometry());
+    }
+    return places;
+}
+
+} // namespace
+
+AppMemoryView::AppMemoryView(Environment environment)
+    : environment_(std::move(environment))
+    , list_(new ShowItemList(ShowItemList::Kind::processes))
+    , box_(new TitledBox({}, list_))
+    , positionReader_(new WindowAndPositionReader(
+          [view = QPointer<AppMemoryView>(this)](QWidget* window) {
+              if (view && window != nullptr) {
+                  view->place(window);
+              }
+          },
+          [](QPointF) {}, this)) {
+    list_->setAccessibleName(tr("Processes"));
+    list_->setFixedSize(listWidth, listHeight);
+    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    box_->setContentMargins({});
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(box_, 0, Qt::AlignHCenter | Qt::AlignTop);
+    setFocusProxy(list_);
+    watching_ = environment_.memoryManager->objectWillChange([this] { later_.schedule(); });
+}
+
+void AppMemoryView::place(QWidget* window) const {
+    const Data stored = readForView(environment_.defaults, preferences::auxiliaryWindowPos);
+    const QPointF anchor = decodePoint(stored).value_or(QPointF());
+    window->move(appMemoryPosition(anchor, window->frameGeometry().size(), environment_.panelWidth,
+                                   screens()));
+}
+
+void AppMemoryView::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        place(window()); // before it is to be seen, so that it does not jump
+        list_->setFocus();
+        environment_.memoryManager->startPeriodicTask();
+        refresh();
+    }
+    QWidget::showEvent(event);
+}
+
+void AppMemoryView::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) {
+        environment_.memoryManager->stopPeriodicTask();
+    }
+    QWidget::hideEvent(event);
+}
+
+void AppMemoryView::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    if (isVisible()) {
+        environment_.dismissWindow();
+    }
+}
+
+void AppMemoryView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        environment_.dismissWindow();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void AppMemoryView::resizeEvent(QResizeEvent* event) {
+    positionReader_->setGeometry(rect());
+    QWidget::resizeEvent(event);
+}
+
+void AppMemoryView::refresh() {
+    const auto& processes = environment_.memoryManager->allProcesses();
+    box_->setTitle(tr("Processes Real Mem [%1]")
+                       .arg(QString::fromStdString(integerText(std::ssize(processes)))));
+    list_->setItems(processes);
+}
+
+} // namespace tidewell

@@ -1,0 +1,82 @@
+#include "app/updates/ProgramUpdater.h"
+
+#include "base/ports/BundleInformation.h"
+#include "desktop/session/RunningAppImage.h"
+#include "ui/Palette.h"
+#include "updater/FeedUpdater.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QStandardPaths>
+#include <QSysInfo>
+#include <QUrl>
+
+#include <array>
+
+#include <unistd.h>
+
+namespace tidewell {
+
+namespace {
+
+/// The version of the C library, which decides on which systems a program runs; empty where there
+/// is another one.
+QString systemVersion() {
+    std::array<char, 64> text{}; // "glibc 2.36"
+    const std::size_t size = ::confstr(_CS_GNU_LIBC_VERSION, text.data(), text.size());
+    return size == 0 || size > text.size() ? QString()
+                                           : QString::fromLatin1(text.data()).section(u' ', 1, 1);
+}
+
+/// The user driver in the colours of the desktop.
+struct DesktopUserDriver {
+    DesktopUserDriver(const QString& name, DesktopAppearance& appearance,
+                      std::function<bool()> animationsAreWanted)
+        : driver(name, std::move(animationsAreWanted))
+        , appearanceChanged(
+              appearance.didChange([this, &appearance] { applyAppearance(appearance); })) {
+        applyAppearance(appearance);
+    }
+    void applyAppearance(const DesktopAppearance& appearance) {
+        driver.setPalette(paletteFor(appearance.desktop()));
+    }
+
+    SPUStandardUserDriver driver;
+    Subscription appearanceChanged;
+};
+
+} // namespace
+
+MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
+    return [environment = std::move(environment)](SPUUpdaterDelegate& delegate) {
+        const auto driver = std::make_shared<DesktopUserDriver>(
+            QString::fromStdString(applicationName(environment.bundle)), environment.appearance,
+            environment.animationsAreWanted);
+        FetchSettings fetching;
+        fetching.program = QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../libexec/tidewell/tidewell-fetch");
+        return std::make_shared<FeedUpdater>(
+            FeedUpdater::Environment{
+                .bundle = environment.bundle,
+                .defaults = environment.defaults,
+                .mainThread = environment.mainThread,
+                .log = environment.log,
+                .fetching = std::move(fetching),
+                .downloadFolder =
+                    QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                    QStringLiteral("/tidewell/updates"),
+                .appImage = QFile::decodeName(runningAppImage().c_str()),
+                .systemVersion = systemVersion(),
+                .architecture = QSysInfo::buildCpuArchitecture(),
+                .open =
+                    [](const QString& file) {
+                        return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+                    },
+                .restart = environment.restart,
+            },
+            std::shared_ptr<SPUStandardUserDriver>(driver, &driver->driver), delegate);
+    };
+}
+
+} // namespace tidewell

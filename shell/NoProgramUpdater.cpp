@@ -1,9 +1,0 @@
-#include "shell/ProgramUpdater.h"
-
-namespace tidewell {
-
-MakeUpdater programUpdater(ProgramUpdaterEnvironment /*environment*/) {
-    return nullptr;
-}
-
-} // namespace tidewell

@@ -1,0 +1,62 @@
+#include "app/SceneWindows.h"
+#include "app/panel/PanelWindow.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tidewell {
+namespace {
+
+TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
+    int made = 0;
+    SceneWindows windows;
+    windows.add(windowScenes("Tidewell")[0], [&made] {
+        ++made;
+        return std::make_unique<QLabel>();
+    });
+    windows.dismissWindow("about");
+    windows.openWindow("about");
+    QWidget* const first = windows.window("about");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->size(), QSize(400, 160));
+    EXPECT_TRUE(first->windowFlags().testFlag(Qt::FramelessWindowHint));
+    first->showMinimized();
+    windows.openWindow("about");
+    EXPECT_EQ(windows.window("about"), first);
+    EXPECT_FALSE(first->isMinimized());
+    EXPECT_EQ(made, 1);
+
+    windows.dismissWindow("about");
+    ASSERT_TRUE(QTest::qWaitFor([&windows] { return windows.window("about") == nullptr; }));
+    windows.openWindow("about");
+    EXPECT_EQ(made, 2) << "content is made anew with each opening";
+}
+
+TEST(PanelWindow, ScrollsContentThatIsTooHighForTheScreen) {
+    QWidget* content = nullptr;
+    PanelWindow tall([&content] {
+        auto owned = std::make_unique<QLabel>();
+        owned->setMinimumHeight(5000);
+        content = owned.get();
+        return owned;
+    });
+    tall.open({});
+    EXPECT_TRUE(tall.screen()->availableGeometry().contains(tall.geometry()));
+    EXPECT_EQ(content->height(), 5000);
+}
+
+TEST(PanelWindow, StaysClosedOnTheClickThatMadeAnotherProgramActive) {
+    PanelWindow panel([] { return std::make_unique<QLabel>(); });
+    panel.open({});
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    for (const bool open : {false, true}) {
+        panel.toggle({});
+        EXPECT_EQ(panel.isVisible(), open);
+    }
+}
+
+} // namespace
+} // namespace tidewell

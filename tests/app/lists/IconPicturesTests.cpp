@@ -1,0 +1,49 @@
+#include "app/lists/IconPictures.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+#include <QIcon>
+#include <QPainter>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tidewell {
+namespace {
+
+TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path() / "file.png";
+    const auto write = [&folder](const std::string& name, QColor colour) {
+        QImage image(16, 16, QImage::Format_ARGB32);
+        image.fill(colour);
+        ASSERT_TRUE(image.save(QString::fromStdString(folder.write(name, ""))));
+    };
+    folder.write("own/index.theme",
+                 "[Icon Theme]\nName=own\nDirectories=16\n[16]\nSize=16\nType=Threshold\n");
+    write("own/16/known.png", Qt::red);
+    write("own/16/application-x-executable.png", Qt::green);
+    write("file.png", Qt::blue);
+    QIcon::setThemeSearchPaths({QString::fromStdString(folder.path())});
+    QIcon::setThemeName(QStringLiteral("own"));
+
+    int changes = 0;
+    IconPictures pictures([&changes] { ++changes; });
+    const auto colourOf = [&pictures](const std::string& icon) {
+        QImage canvas(16, 16, QImage::Format_ARGB32);
+        canvas.fill(Qt::white);
+        QPainter painter(&canvas);
+        pictures.draw(painter, QRectF(0, 0, 16, 16), Image(icon));
+        return canvas.pixelColor(8, 8);
+    };
+    EXPECT_EQ(colourOf("known"), QColor(Qt::red));
+    EXPECT_EQ(colourOf("unknown"), QColor(Qt::green));
+    EXPECT_EQ(colourOf(file), QColor(Qt::blue));
+    EXPECT_EQ(colourOf("/nowhere.png"), QColor(Qt::green));
+
+    write("file.png", Qt::yellow);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
+    EXPECT_EQ(colourOf(file), QColor(Qt::yellow));
+}
+
+} // namespace
+} // namespace tidewell
