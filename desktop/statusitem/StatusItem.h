@@ -14,7 +14,7 @@ namespace tidewell {
 
 /// What the status item shows. Texts are UTF-8 and plain.
 struct StatusItemContent {
-    std::string symbolName;           ///< a known symbol, see platform/ui/Symbols.h
+    std::string symbolName;           ///< a known symbol, see ui/Symbols.h
     Colour colour = colours::primary; ///< in the appearance of what the item stands on
     std::string text;
 
