@@ -2,7 +2,7 @@
 
 #include "base/text/Words.h"
 #include "base/values/OpenFolder.h"
-#include "model/processes/linux/ReadFile.h"
+#include "base/values/ReadFile.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -97,7 +97,7 @@ void DesktopEntries::readEntry(int folder, const std::string& file, const std::s
         return;
     }
     const auto text = readFile(folder, file.c_str(), largestEntry);
-    if (!text || text->size() == largestEntry) {
+    if (!text) {
         return;
     }
     if (auto entry = parseDesktopEntry(*text, languages_)) {

@@ -1,9 +1,8 @@
 #include "model/processes/linux/ProcessTable.h"
 
 #include "base/text/Words.h"
-#include "base/values/FileDescriptor.h"
 #include "base/values/OpenFolder.h"
-#include "model/processes/linux/ReadFile.h"
+#include "base/values/ReadFile.h"
 #include "model/processes/linux/ReadableLine.h"
 
 #include <algorithm>
@@ -28,7 +27,9 @@ constexpr std::uint64_t settlingTime = 3;
 constexpr int mostAncestors = 64;
 
 std::optional<std::string> readFileOf(int processes, ProcessIdentifier id, const char* name) {
-    return readFile(processes, (std::to_string(id) + name).c_str(), fileLimit);
+    std::array<char, fileLimit> buffer;
+    const auto text = readStart(processes, (std::to_string(id) + name).c_str(), buffer);
+    return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
 std::string executableOf(int processes, ProcessIdentifier id) {
@@ -43,26 +44,23 @@ std::string executableOf(int processes, ProcessIdentifier id) {
     return std::string(target);
 }
 
-/// Without allocating memory or asking for the file's kind: this is what a survey's time goes to.
+/// Without allocating memory: this is what a survey's time goes to.
 std::optional<std::uint64_t> readResidentPages(int processes, ProcessIdentifier id) {
     constexpr std::string_view name = "/statm";
     std::array<char, 32> path{};
     char* const end = std::to_chars(path.data(), path.data() + 16, id).ptr;
     name.copy(end, name.size());
 
-    const FileDescriptor file(openat(processes, path.data(), O_RDONLY | O_CLOEXEC));
-    std::array<char, 256> text{};
-    const auto size = file.isOpen() ? read(file.get(), text.data(), text.size()) : -1;
-    return size > 0 ? residentPages({text.data(), static_cast<std::size_t>(size)}) : std::nullopt;
+    std::array<char, 256> buffer;
+    const auto text = readStart(processes, path.data(), buffer);
+    return text ? residentPages(*text) : std::nullopt;
 }
 
 /// Whole seconds since the machine's start.
 std::optional<std::uint64_t> readUpTime(int processes) {
-    const auto text = readFile(processes, "uptime", fileLimit);
-    if (!text) {
-        return std::nullopt;
-    }
-    return number<std::uint64_t>(std::string_view(*text).substr(0, text->find('.')));
+    std::array<char, 64> buffer;
+    const auto text = readStart(processes, "uptime", buffer);
+    return text ? number<std::uint64_t>(text->substr(0, text->find('.'))) : std::nullopt;
 }
 
 } // namespace
