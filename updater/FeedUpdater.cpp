@@ -31,40 +31,40 @@ FeedUpdater::~FeedUpdater() {
     }
 }
 
-std::optional<PlatformError> FeedUpdater::startUpdater() {
+Result<> FeedUpdater::startUpdater() {
     if (isStarted_) {
-        return std::nullopt;
+        return {};
     }
     const Bundle& bundle = environment_.bundle;
     const auto feed = bundle.infoString("SUFeedURL");
     if (!feed) {
-        return PlatformError{"the information dictionary names no feed (SUFeedURL)"};
+        return failure("the information dictionary names no feed (SUFeedURL)");
     }
     const QUrl address(QString::fromStdString(*feed), QUrl::StrictMode);
     if (!isSafeAddress(address)) {
-        return PlatformError{"the feed's address (SUFeedURL) is not one of https: " + *feed};
+        return failure("the feed's address (SUFeedURL) is not one of https: " + *feed);
     }
     const auto keyText = bundle.infoString("SUPublicEDKey");
     if (!keyText) {
-        return PlatformError{"the information dictionary holds no public key (SUPublicEDKey)"};
+        return failure("the information dictionary holds no public key (SUPublicEDKey)");
     }
     const auto key = readPublicKey(QByteArray::fromStdString(*keyText));
     if (!key) {
-        return PlatformError{"SUPublicEDKey is not an Ed25519 public key in base64"};
+        return failure("SUPublicEDKey is not an Ed25519 public key in base64");
     }
     const auto installed = bundle.infoString("CFBundleShortVersionString");
     if (!installed || !isVersion(*installed)) {
-        return PlatformError{"the information dictionary does not tell the installed version"};
+        return failure("the information dictionary does not tell the installed version");
     }
     if (!QFileInfo(environment_.fetching.program).isExecutable()) {
-        return PlatformError{"there is no " + environment_.fetching.program.toStdString()};
+        return failure("there is no " + environment_.fetching.program.toStdString());
     }
     feed_ = address;
     key_ = *key;
     installedVersion_ = QString::fromStdString(*installed);
     isStarted_ = true;
     setCanCheck();
-    return std::nullopt;
+    return {};
 }
 
 Subscription FeedUpdater::observeCanCheckForUpdates(std::function<void(bool canCheck)> observer) {
@@ -109,9 +109,9 @@ void FeedUpdater::checkForUpdates() {
         userDriver_->raise();
         return;
     }
-    if (const auto error = startUpdater()) {
+    if (const auto started = startUpdater(); !started) {
         session_ = Session::user;
-        fail({UpdateProblem::notStarted, QString::fromStdString(error->description)});
+        fail({UpdateProblem::notStarted, QString::fromStdString(started.error().description())});
         return;
     }
     begin(Session::user);

@@ -39,7 +39,7 @@ public:
                 SPUUpdaterDelegate& delegate);
     ~FeedUpdater() override;
 
-    std::optional<PlatformError> startUpdater() override;
+    Result<> startUpdater() override;
 
     bool canCheckForUpdates() const override { return canCheck_; }
     Subscription observeCanCheckForUpdates(std::function<void(bool canCheck)> observer) override;

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "base/values/PlatformError.h"
-
-#include <optional>
+#include "base/values/Result.h"
 
 namespace tidewell {
 
@@ -15,9 +13,9 @@ public:
     LoginItem& operator=(const LoginItem&) = delete;
     virtual ~LoginItem() = default;
 
-    [[nodiscard]] virtual std::optional<PlatformError> registerApplication() = 0;
+    [[nodiscard]] virtual Result<> registerApplication() = 0;
     /// Successful, too, where the program was not registered.
-    [[nodiscard]] virtual std::optional<PlatformError> unregisterApplication() = 0;
+    [[nodiscard]] virtual Result<> unregisterApplication() = 0;
 };
 
 } // namespace tidewell

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "base/observable/Subscription.h"
-#include "base/values/PlatformError.h"
+#include "base/values/Result.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -43,7 +42,7 @@ public:
 
     /// Makes the updater ready for checks, or says why it cannot be. Does nothing, successfully, on
     /// one that is started already.
-    [[nodiscard]] virtual std::optional<PlatformError> startUpdater() = 0;
+    [[nodiscard]] virtual Result<> startUpdater() = 0;
 
     /// True while the updater is started and no check is under way.
     virtual bool canCheckForUpdates() const = 0;

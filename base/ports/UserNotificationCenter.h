@@ -1,12 +1,11 @@
 #pragma once
 
-#include "base/values/PlatformError.h"
+#include "base/values/Result.h"
 
 #include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
-#include <variant>
 
 namespace tidewell {
 
@@ -29,20 +28,17 @@ struct NotificationRequest {
 /// main thread, exactly once, within a bounded time even where a service hangs.
 class UserNotificationCenter {
 public:
-    /// Whether the user lets this program notify, or why that could not be found out.
-    using Authorization = std::variant<bool, PlatformError>;
-
     UserNotificationCenter() = default;
     UserNotificationCenter(const UserNotificationCenter&) = delete;
     UserNotificationCenter& operator=(const UserNotificationCenter&) = delete;
     virtual ~UserNotificationCenter() = default;
 
+    /// Answers whether the user lets this program notify, or why that could not be found out.
     virtual void requestAuthorization(AuthorizationOptions options,
-                                      std::function<void(Authorization)> answer) = 0;
+                                      std::function<void(Result<bool>)> answer) = 0;
 
-    /// Answers empty once the notification was handed to the desktop, or why it was not.
-    virtual void add(NotificationRequest request,
-                     std::function<void(std::optional<PlatformError>)> answer) = 0;
+    /// Answers once the notification was handed to the desktop, or why it was not.
+    virtual void add(NotificationRequest request, std::function<void(Result<>)> answer) = 0;
 };
 
 } // namespace tidewell

@@ -17,12 +17,12 @@ QDBusMessage serviceCall(const QString& method) {
         serviceName, QStringLiteral("/org/freedesktop/Notifications"), serviceName, method);
 }
 
-/// The error of a reply; empty when it is none.
-std::optional<PlatformError> errorOf(const QDBusMessage& reply) {
-    if (reply.type() != QDBusMessage::ErrorMessage) {
-        return std::nullopt;
+/// A failure where `reply` is an error.
+Result<> resultOf(const QDBusMessage& reply) {
+    if (reply.type() == QDBusMessage::ErrorMessage) {
+        return failure(errorText(reply));
     }
-    return PlatformError{errorText(reply)};
+    return {};
 }
 
 /// The lines that follow the title.
@@ -57,10 +57,10 @@ DesktopNotificationCenter::DesktopNotificationCenter(QDBusConnection sessionBus,
     , limits_(limits) {}
 
 void DesktopNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/,
-                                                     std::function<void(Authorization)> answer) {
-    findService([this, answer = std::move(answer)](std::optional<PlatformError> missing) {
-        if (missing) {
-            answer(*missing);
+                                                     std::function<void(Result<bool>)> answer) {
+    findService([this, answer = std::move(answer)](const Result<>& found) {
+        if (!found) {
+            answer(tl::unexpected(found.error()));
             return;
         }
         findWhetherDenied(records_, bus_, limits_.records, context_,
@@ -68,19 +68,19 @@ void DesktopNotificationCenter::requestAuthorization(AuthorizationOptions /*opti
     });
 }
 
-void DesktopNotificationCenter::findService(const Outcome& found) {
+void DesktopNotificationCenter::findService(const Answer& found) {
     const auto lookAmongActivatable = [found](const QDBusMessage& reply) {
-        auto error = errorOf(reply);
-        if (!error && !reply.arguments().value(0).toStringList().contains(serviceName)) {
-            error = PlatformError{"this session has no notification service (" +
-                                  serviceName.toStdString() + ")"};
+        auto result = resultOf(reply);
+        if (result && !reply.arguments().value(0).toStringList().contains(serviceName)) {
+            result = failure("this session has no notification service (" +
+                             serviceName.toStdString() + ")");
         }
-        found(error);
+        found(result);
     };
     const auto lookAtOwner = [this, found, lookAmongActivatable](const QDBusMessage& reply) {
-        const auto error = errorOf(reply);
-        if (error || reply.arguments().value(0).toBool()) {
-            found(error);
+        const auto result = resultOf(reply);
+        if (!result || reply.arguments().value(0).toBool()) {
+            found(result);
             return;
         }
         // Not up before somebody notifies, perhaps: the bus may be able to start it.
@@ -91,7 +91,7 @@ void DesktopNotificationCenter::findService(const Outcome& found) {
                 lookAtOwner);
 }
 
-void DesktopNotificationCenter::add(NotificationRequest request, Outcome answer) {
+void DesktopNotificationCenter::add(NotificationRequest request, Answer answer) {
     const auto delay = request.delay.count();
     clock_.setAlarm(after(clock_.now(), delay),
                     [this, alive = QPointer<QObject>(&context_), request = std::move(request),
@@ -102,17 +102,17 @@ void DesktopNotificationCenter::add(NotificationRequest request, Outcome answer)
                     });
 }
 
-void DesktopNotificationCenter::deliver(const NotificationRequest& request, Outcome answer) {
+void DesktopNotificationCenter::deliver(const NotificationRequest& request, Answer answer) {
     const QDeadlineTimer deadline(limits_.delivery);
     const auto notify = [this, request, answer = std::move(answer),
                          deadline](const QDBusMessage& capabilities) {
-        if (const auto error = errorOf(capabilities)) {
-            answer(error);
+        if (const auto result = resultOf(capabilities); !result) {
+            answer(result);
             return;
         }
         callService(bus_, notifyCall(request, capabilities.arguments().value(0).toStringList()),
                     std::chrono::milliseconds(deadline.remainingTime()), context_,
-                    [answer](const QDBusMessage& reply) { answer(errorOf(reply)); });
+                    [answer](const QDBusMessage& reply) { answer(resultOf(reply)); });
     };
     callService(bus_, serviceCall(QStringLiteral("GetCapabilities")), limits_.delivery, context_,
                 notify);

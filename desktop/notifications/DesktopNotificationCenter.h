@@ -32,16 +32,14 @@ public:
                               QString applicationName, NotificationRecords records, Limits limits);
 
     void requestAuthorization(AuthorizationOptions options,
-                              std::function<void(Authorization)> answer) override;
-    void add(NotificationRequest request,
-             std::function<void(std::optional<PlatformError>)> answer) override;
+                              std::function<void(Result<bool>)> answer) override;
+    void add(NotificationRequest request, std::function<void(Result<>)> answer) override;
 
 private:
-    /// Told nothing when all went well.
-    using Outcome = std::function<void(std::optional<PlatformError>)>;
+    using Answer = std::function<void(Result<>)>;
 
-    void findService(const Outcome& found);
-    void deliver(const NotificationRequest& request, Outcome answer);
+    void findService(const Answer& found);
+    void deliver(const NotificationRequest& request, Answer answer);
     QDBusMessage notifyCall(const NotificationRequest& request,
                             const QStringList& capabilities) const;
 

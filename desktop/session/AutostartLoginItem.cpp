@@ -70,21 +70,24 @@ AutostartLoginItem::AutostartLoginItem(const std::filesystem::path& folder,
     , applicationName_(std::move(applicationName))
     , program_(std::move(program)) {}
 
-std::optional<PlatformError> AutostartLoginItem::registerApplication() {
+Result<> AutostartLoginItem::registerApplication() {
     const std::string& program = program_.native();
     if (!program_.is_absolute() || std::ranges::any_of(program, isControl)) {
-        return PlatformError{"No autostart entry can name the program \"" + program + "\""};
+        return failure("No autostart entry can name the program \"" + program + "\"");
     }
-    const auto error = replaceFile(file_, autostartEntry(identifier_, applicationName_, program));
-    return error ? std::optional(PlatformError{file_.native() + ": " + error.message()})
-                 : std::nullopt;
+    if (const auto error =
+            replaceFile(file_, autostartEntry(identifier_, applicationName_, program))) {
+        return failure(file_.native(), error);
+    }
+    return {};
 }
 
-std::optional<PlatformError> AutostartLoginItem::unregisterApplication() {
+Result<> AutostartLoginItem::unregisterApplication() {
     std::error_code error;
-    std::filesystem::remove(file_, error);
-    return error ? std::optional(PlatformError{file_.native() + ": " + error.message()})
-                 : std::nullopt;
+    if (std::filesystem::remove(file_, error); error) {
+        return failure(file_.native(), error);
+    }
+    return {};
 }
 
 } // namespace tidewell

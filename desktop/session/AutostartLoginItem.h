@@ -14,8 +14,8 @@ public:
     AutostartLoginItem(const std::filesystem::path& folder, const std::string& identifier,
                        std::string applicationName, std::filesystem::path program);
 
-    std::optional<PlatformError> registerApplication() override;
-    std::optional<PlatformError> unregisterApplication() override;
+    Result<> registerApplication() override;
+    Result<> unregisterApplication() override;
 
 private:
     std::filesystem::path file_;

@@ -23,21 +23,22 @@ Task<void> NotificationManager::show(std::string title, std::optional<std::strin
 }
 
 Task<bool> NotificationManager::requestPermission(Self self) {
-    using Authorization = UserNotificationCenter::Authorization;
-    auto answer = answerOf<Authorization>([self](std::function<void(Authorization)> take) {
+    auto answer = answerOf<Result<bool>>([self](std::function<void(Result<bool>)> take) {
         self->center_.requestAuthorization(
             AuthorizationOptions::alert | AuthorizationOptions::sound | AuthorizationOptions::badge,
             std::move(take));
     });
-    const Authorization authorization = co_await answer;
+    const Result<bool> permitted = co_await answer;
 
     constexpr auto function = "requestPermission()";
-    if (const auto* error = std::get_if<PlatformError>(&authorization)) {
-        logMessage(self->log_, "Error requesting notification authorization: " + error->description,
+    if (!permitted) {
+        logMessage(self->log_,
+                   "Error requesting notification authorization: " +
+                       permitted.error().description(),
                    "general", __FILE__, function, __LINE__, LogLevel::error);
         co_return false;
     }
-    if (!std::get<bool>(authorization)) {
+    if (!*permitted) {
         logMessage(self->log_, "Notification permission denied.", "general", __FILE__, function,
                    __LINE__, LogLevel::error);
         co_return false;
@@ -59,14 +60,13 @@ Task<void> NotificationManager::show(Self self, std::string title,
 
     const NotificationRequest request{UUID::random().text(), std::move(title), std::move(subtitle),
                                       std::move(body), deliveryDelay};
-    using Outcome = std::optional<PlatformError>;
-    auto answer = answerOf<Outcome>([self, request](std::function<void(Outcome)> take) {
+    auto answer = answerOf<Result<>>([self, request](std::function<void(Result<>)> take) {
         self->center_.add(request, std::move(take));
     });
-    const Outcome error = co_await answer;
-    if (error) {
-        logMessage(self->log_, "Error showing notification: " + error->description, "general",
-                   __FILE__, function, __LINE__, LogLevel::error);
+    const Result<> shown = co_await answer;
+    if (!shown) {
+        logMessage(self->log_, "Error showing notification: " + shown.error().description(),
+                   "general", __FILE__, function, __LINE__, LogLevel::error);
     }
 }
 

@@ -13,9 +13,10 @@ SparkleModel::SparkleModel(Environment environment)
     canCheckChanges_ = updater->observeCanCheckForUpdates(
         [this](bool canCheck) { canCheckForUpdates_ = canCheck; });
     if (readPlainly(environment_.defaults, preferences::enableAutomaticChecks)) {
-        if (const auto error = updater->startUpdater()) {
-            logMessage(environment_.log, "Failed to start updater: " + error->description,
-                       "general", __FILE__, "init()", __LINE__, LogLevel::error);
+        if (const auto started = updater->startUpdater(); !started) {
+            logMessage(environment_.log,
+                       "Failed to start updater: " + started.error().description(), "general",
+                       __FILE__, "init()", __LINE__, LogLevel::error);
             return;
         }
     }

@@ -15,19 +15,18 @@ public:
         : mainThread_(mainThread) {}
 
     void requestAuthorization(AuthorizationOptions options,
-                              std::function<void(Authorization)> answer) override {
+                              std::function<void(Result<bool>)> answer) override {
         requestedOptions.push_back(options);
         mainThread_.post([answer = std::move(answer), given = authorization] { answer(given); });
     }
 
-    void add(NotificationRequest request,
-             std::function<void(std::optional<PlatformError>)> answer) override {
+    void add(NotificationRequest request, std::function<void(Result<>)> answer) override {
         requests.push_back(std::move(request));
-        mainThread_.post([answer = std::move(answer), given = deliveryError] { answer(given); });
+        mainThread_.post([answer = std::move(answer), given = delivery] { answer(given); });
     }
 
-    Authorization authorization = true;
-    std::optional<PlatformError> deliveryError;
+    Result<bool> authorization = true;
+    Result<> delivery;
     std::vector<AuthorizationOptions> requestedOptions;
     std::vector<NotificationRequest> requests;
 

@@ -13,12 +13,12 @@ public:
     explicit FakeUpdater(SPUUpdaterDelegate& delegate)
         : delegate_(delegate) {}
 
-    std::optional<PlatformError> startUpdater() override {
+    Result<> startUpdater() override {
         ++starts;
-        if (!startError) {
+        if (start) {
             setCanCheck(true);
         }
-        return startError;
+        return start;
     }
     bool canCheckForUpdates() const override { return canCheck_; }
     Subscription observeCanCheckForUpdates(std::function<void(bool)> observer) override {
@@ -43,7 +43,7 @@ public:
     void find(const std::string& version) { delegate_.updaterDidFindValidUpdate(*this, {version}); }
     void findNothing() { delegate_.updaterDidNotFindUpdate(*this); }
 
-    std::optional<PlatformError> startError;
+    Result<> start; ///< what the next start comes to
     bool checks = false;
     bool downloads = false;
     double interval = 3600;

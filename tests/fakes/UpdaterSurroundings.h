@@ -9,11 +9,11 @@ namespace tidewell {
 /// The model of updates on an updater in the hands of the test.
 class UpdaterSurroundings : public Surroundings {
 protected:
-    std::shared_ptr<SparkleModel> makeUpdates(std::optional<PlatformError> startError = {}) {
+    std::shared_ptr<SparkleModel> makeUpdates(Result<> start = {}) {
         return std::make_shared<SparkleModel>(SparkleModel::Environment{
-            defaults, mainThread, clock, log, [this, startError](SPUUpdaterDelegate& delegate) {
+            defaults, mainThread, clock, log, [this, start](SPUUpdaterDelegate& delegate) {
                 updater = std::make_shared<FakeUpdater>(delegate);
-                updater->startError = startError;
+                updater->start = start;
                 return updater;
             }});
     }

@@ -96,7 +96,7 @@ protected:
     void startUpdater(const std::string& feed = "plain/feed.xml") {
         info["SUFeedURL"] = origin + feed;
         makeUpdater();
-        ASSERT_EQ(updater->startUpdater(), std::nullopt);
+        ASSERT_TRUE(updater->startUpdater());
     }
 
     /// What is on the screen and has `text` in it; null when nothing has.
@@ -172,7 +172,7 @@ TEST_F(FeedUpdaterTest, StartsOnlyWithAFeedAKeyAndAVersionAndNeverChecksAllTheTi
         info = right;
         info[key] = text;
         makeUpdater();
-        EXPECT_THAT(updater->startUpdater().value().description, HasSubstr(wanted));
+        EXPECT_THAT(updater->startUpdater().error().description(), HasSubstr(wanted));
     }
     updater->checkForUpdates();
     confirm("was not set up for updates");

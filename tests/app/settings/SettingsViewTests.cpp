@@ -18,8 +18,8 @@ namespace {
 
 class FailingLoginItem final : public LoginItem {
 public:
-    std::optional<PlatformError> registerApplication() override { return PlatformError{"full"}; }
-    std::optional<PlatformError> unregisterApplication() override { return PlatformError{"full"}; }
+    Result<> registerApplication() override { return failure("full"); }
+    Result<> unregisterApplication() override { return failure("full"); }
 };
 
 class SettingsViewTest : public UpdaterSurroundings {
@@ -120,7 +120,7 @@ TEST_F(SettingsViewTest, TakesOverTheUpdatersChoicesAndHandsBackTheUsers) {
     QTest::mouseClick(check, Qt::LeftButton);
     EXPECT_FALSE(updater->checks || updater->downloads || model->canCheckForUpdates());
     EXPECT_FALSE(download->isEnabled() || interval->isEnabled() || now->isEnabled());
-    updater->startError = PlatformError{"no feed"};
+    updater->start = failure("no feed");
     QTest::mouseClick(check, Qt::LeftButton);
     EXPECT_EQ(updater->starts, 2);
     EXPECT_TRUE(check->isChecked() && model->canCheckForUpdates()) << "a failure is not shown";
@@ -128,7 +128,7 @@ TEST_F(SettingsViewTest, TakesOverTheUpdatersChoicesAndHandsBackTheUsers) {
 
 TEST_F(SettingsViewTest, DoesWithoutAnUpdater) {
     write(defaults, preferences::enableAutomaticChecks, true);
-    model = makeUpdates(PlatformError{"no feed"});
+    model = makeUpdates(failure("no feed"));
     open();
     EXPECT_FALSE(button("Automatically check for updates")->isChecked());
     EXPECT_FALSE(button("Check for Updates now")->isVisible());

@@ -8,7 +8,6 @@
 namespace tidewell {
 namespace {
 
-using Authorization = UserNotificationCenter::Authorization;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
 
@@ -47,12 +46,10 @@ protected:
     std::string authorization(const QDBusConnection& connection) {
         DesktopNotificationCenter asked = center(connection);
         std::string given;
-        asked.requestAuthorization(AuthorizationOptions::alert, [&given](Authorization answer) {
-            const auto* const error = std::get_if<PlatformError>(&answer);
-            given += error != nullptr         ? error->description
-                     : std::get<bool>(answer) ? "allowed"
-                                              : "denied";
-        });
+        asked.requestAuthorization(
+            AuthorizationOptions::alert, [&given](const Result<bool>& answer) {
+                given += !answer ? answer.error().description() : *answer ? "allowed" : "denied";
+            });
         EXPECT_EQ(given, "") << "answered within the call";
         EXPECT_TRUE(comesTrue([&given] { return !given.empty(); }));
         return given;
@@ -124,10 +121,9 @@ TEST_F(NotificationCenter, SendsWhatTheDaemonCanShowAndReportsThatItRefusesOrDie
     DesktopNotificationCenter used = center(bus.connect());
     const auto deliver = [&] {
         std::string result;
-        used.add({"1", "Title & <b>", "Sub", "Body & <b>", 1s},
-                 [&result](const std::optional<PlatformError>& error) {
-                     result += error ? error->description : "delivered";
-                 });
+        used.add({"1", "Title & <b>", "Sub", "Body & <b>", 1s}, [&result](const Result<>& shown) {
+            result += shown ? "delivered" : shown.error().description();
+        });
         clock.advance(1);
         EXPECT_TRUE(comesTrue([&result] { return !result.empty(); }));
         return result;

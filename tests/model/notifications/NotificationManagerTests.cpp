@@ -32,7 +32,7 @@ TEST_F(NotificationManagerTest, LogsWhyNothingIsShown) {
                             showing + "Notification authorization denied"));
     EXPECT_EQ(center.requests.size(), 0U);
     center.authorization = true;
-    center.deliveryError = PlatformError{"gone"};
+    center.delivery = failure("gone");
     show(std::nullopt);
     mainThread.drain();
     EXPECT_THAT(log.takeLines(),

@@ -29,7 +29,7 @@ TEST_F(SparkleModelTest, StartsTheUpdaterWhereTheUserWantsChecksAndDoesWithoutOn
     EXPECT_EQ(updater->starts, 1);
     EXPECT_EQ(model->updater(), updater.get());
 
-    model = makeUpdates(PlatformError{"no feed"});
+    model = makeUpdates(failure("no feed"));
     updater->checks = true;
     EXPECT_THAT(log.takeLines(),
                 ElementsAre("error general init(): Failed to start updater: no feed"));
