@@ -62,7 +62,7 @@ void IconPictures::watchTheme() {
     }
 }
 
-void IconPictures::draw(QPainter& painter, const QRectF& square, const Image& image) {
+void IconPictures::draw(QPainter& painter, const QRectF& square, const ThemeIcon& icon) {
     const double scale = painter.device()->devicePixelRatio();
     const QSize pixels = (square.size() * scale).toSize();
     if (!watcher_ || pixels != pixels_ || theme_ != QIcon::themeName()) {
@@ -70,17 +70,17 @@ void IconPictures::draw(QPainter& painter, const QRectF& square, const Image& im
         theme_ = QIcon::themeName();
         forget();
     }
-    const QString icon = QString::fromStdString(image.icon());
-    auto found = pixmaps_.find(icon);
+    const QString name = QString::fromStdString(icon.name());
+    auto found = pixmaps_.find(name);
     if (found == pixmaps_.end()) {
         const QSize size = square.size().toSize();
-        QPixmap pixmap = iconFor(icon).pixmap(size, scale);
+        QPixmap pixmap = iconFor(name).pixmap(size, scale);
         if (pixmap.isNull()) {
-            pixmap = iconFor(QString::fromLatin1(Image::executable)).pixmap(size, scale);
+            pixmap = iconFor(QString::fromLatin1(ThemeIcon::executable)).pixmap(size, scale);
         }
-        found = pixmaps_.insert(icon, pixmap);
-        if (QDir::isAbsolutePath(icon) && QFile::exists(icon)) {
-            watcher_->addPath(icon);
+        found = pixmaps_.insert(name, pixmap);
+        if (QDir::isAbsolutePath(name) && QFile::exists(name)) {
+            watcher_->addPath(name);
         }
     }
     if (!found->isNull()) {

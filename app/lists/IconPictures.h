@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/values/Image.h"
+#include "base/values/ThemeIcon.h"
 
 #include <QHash>
 #include <QPixmap>
@@ -25,7 +25,7 @@ public:
 
     /// Fills `square` with the picture; with the theme's icon for programs in general where it is
     /// not to be found, and not at all where the theme lacks that one, too.
-    void draw(QPainter& painter, const QRectF& square, const Image& image);
+    void draw(QPainter& painter, const QRectF& square, const ThemeIcon& icon);
 
 private:
     void forget();

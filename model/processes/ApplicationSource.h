@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/runtime/Task.h"
-#include "base/values/Image.h"
+#include "base/values/ThemeIcon.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,7 +16,7 @@ using ProcessIdentifier = std::int32_t;
 struct RunningApplication {
     ProcessIdentifier processIdentifier = 0;
     std::optional<std::string> localizedName; ///< UTF-8, for the user to read
-    std::optional<Image> icon;                ///< the same object at every survey, if it can be
+    std::optional<ThemeIcon> icon;            ///< the same object at every survey, if it can be
 };
 
 using ApplicationList = std::shared_ptr<const std::vector<RunningApplication>>;

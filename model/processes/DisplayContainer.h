@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/values/Image.h"
+#include "base/values/ThemeIcon.h"
 #include "model/memory/ShowItem.h"
 
 #include <optional>
@@ -11,7 +11,7 @@ namespace tidewell {
 struct DisplayContainer {
     UUID id = UUID::random(); ///< fresh for every row of every survey: lists never match old rows
     ShowItem showItem;
-    std::optional<Image> image;
+    std::optional<ThemeIcon> image;
 
     bool operator==(const DisplayContainer&) const = default;
 };

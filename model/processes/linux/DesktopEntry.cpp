@@ -166,7 +166,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
         entry.name = readableLine(unescaped(values->name));
     }
     if (!values->icon.empty()) {
-        entry.icon = Image(iconOf(unescaped(values->icon)));
+        entry.icon = ThemeIcon(iconOf(unescaped(values->icon)));
     }
     entry.program = programOfCommand(splitCommand(unescaped(values->exec)));
     entry.tryProgram = unescaped(values->tryExec);

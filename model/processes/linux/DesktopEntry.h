@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/values/Image.h"
+#include "base/values/ThemeIcon.h"
 #include "model/processes/linux/CommandLine.h"
 
 #include <optional>
@@ -13,7 +13,7 @@ namespace tidewell {
 /// What a desktop entry tells of its application, as far as it is used here.
 struct DesktopEntry {
     std::optional<std::string> name; ///< in the user's language, if it has that; readable
-    std::optional<Image> icon;
+    std::optional<ThemeIcon> icon;
     Program program;         ///< of `Exec`
     std::string tryProgram;  ///< `TryExec`: a name or a path
     std::string windowClass; ///< `StartupWMClass`

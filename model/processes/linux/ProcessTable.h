@@ -75,7 +75,7 @@ private:
     std::unique_ptr<DesktopEntries> entries_;
     std::uint64_t ticksASecond_;
     std::uint64_t pageSize_;
-    Image executable_{Image::executable};
+    ThemeIcon executable_{ThemeIcon::executable};
     std::vector<Process> known_; // by id
     ApplicationList list_;
 };

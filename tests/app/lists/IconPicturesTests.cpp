@@ -32,7 +32,7 @@ TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
         QImage canvas(16, 16, QImage::Format_ARGB32);
         canvas.fill(Qt::white);
         QPainter painter(&canvas);
-        pictures.draw(painter, QRectF(0, 0, 16, 16), Image(icon));
+        pictures.draw(painter, QRectF(0, 0, 16, 16), ThemeIcon(icon));
         return canvas.pixelColor(8, 8);
     };
     EXPECT_EQ(colourOf("known"), QColor(Qt::red));

@@ -21,7 +21,7 @@ TEST(DesktopEntry, IsReadWithTheNameOfTheUsersLanguage) {
     EXPECT_EQ(parseDesktopEntry(text, entryLanguages("de_AT.UTF-8"))->name, "Datei en");
     const auto entry = parseDesktopEntry(text, {});
     EXPECT_EQ(entry->name, "Files");
-    EXPECT_EQ(entry->icon->icon(), "files");
+    EXPECT_EQ(entry->icon->name(), "files");
     EXPECT_EQ(entry->program.name, "/opt/my \"files");
     EXPECT_FALSE(entry->isShown);
 

@@ -67,7 +67,7 @@ protected:
         settle();
         std::vector<std::string> result;
         for (const auto& application : *list) {
-            const std::string icon = application.icon->icon();
+            const std::string icon = application.icon->name();
             result.push_back(application.localizedName.value_or("none") +
                              (icon == "application-x-executable" ? "" : " " + icon));
         }

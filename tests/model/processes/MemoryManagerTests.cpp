@@ -47,7 +47,7 @@ protected:
         return result;
     }
 
-    Image icon{"editor"};
+    ThemeIcon icon{"editor"};
     FakeApplicationSource source{worker};
     std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
         MemoryManager::Environment{source, defaults, mainThread, clock, log});
