@@ -1,5 +1,6 @@
 #include "ui/CheckBox.h"
 
+#include "ui/Drawing.h"
 #include "ui/Palette.h"
 
 #include <QPainter>
@@ -50,10 +51,9 @@ void CheckBox::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(square.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
     }
     painter.setOpacity(1);
-    if (hasFocus()) {
-        painter.setPen(QPen(withOpacity(accent, 0.6), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(square.adjusted(-1, -1, 1, 1), cornerRadius + 1, cornerRadius + 1);
+    if (showsFocus(*this)) {
+        drawFocusRing(painter, square.adjusted(-2, -2, 2, 2), cornerRadius + 1,
+                      appearanceOf(palette()));
     }
     painter.setPen(text);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);

@@ -1,7 +1,10 @@
 #include "ui/Drawing.h"
 
+#include "ui/Palette.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QWidget>
 
 namespace tidewell {
 
@@ -47,6 +50,19 @@ void drawTextLine(QPainter& painter, const QRectF& area, Qt::Alignment side, con
     const double baseline = area.center().y() + (metrics.ascent() - metrics.descent()) / 2;
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(QPointF(left, baseline), text);
+}
+
+bool showsFocus(const QWidget& widget) {
+    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& outline, double radius, Appearance appearance) {
+    constexpr double width = 2;
+    constexpr double inset = width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(toQColor(colours::accent, appearance), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(outline.adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 } // namespace tidewell

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/values/Colour.h"
+
 #include <QtCore/qnamespace.h>
 
 class QBrush;
@@ -7,6 +9,7 @@ class QColor;
 class QPainter;
 class QRectF;
 class QString;
+class QWidget;
 
 namespace tidewell {
 
@@ -22,5 +25,12 @@ void drawSoftBox(QPainter& painter, const QRectF& box, double radius, const QBru
 /// lays out paragraphs, which takes three times as long.
 void drawTextLine(QPainter& painter, const QRectF& area, Qt::Alignment side, const QString& text,
                   double textWidth);
+
+/// Whether `widget` has the focus and its user gets about by keyboard: the focus of a window that
+/// has only been clicked in is not marked.
+bool showsFocus(const QWidget& widget);
+
+/// Draws the mark of the focus: a line, two points wide, along the inside of `outline`.
+void drawFocusRing(QPainter& painter, const QRectF& outline, double radius, Appearance appearance);
 
 } // namespace tidewell

@@ -1,5 +1,6 @@
 #include "ui/StepSlider.h"
 
+#include "ui/Drawing.h"
 #include "ui/Palette.h"
 
 #include <QPainter>
@@ -13,7 +14,6 @@ constexpr double trackHeight = 4;
 constexpr double thumbRadius = 7;
 constexpr double markRadius = 1;
 constexpr double markDistance = 10; // below the track's middle
-constexpr double ringWidth = 2;
 
 } // namespace
 
@@ -61,8 +61,13 @@ void StepSlider::paintEvent(QPaintEvent*) {
     }
 
     painter.setBrush(isSliderDown() ? QColor(0xe8, 0xe8, 0xea) : Qt::white);
-    painter.setPen(hasFocus() ? QPen(accent, ringWidth) : QPen(withOpacity(Qt::black, 0.3), 1));
+    painter.setPen(QPen(withOpacity(Qt::black, 0.3), 1));
     painter.drawEllipse(thumb, thumbRadius, thumbRadius);
+    if (showsFocus(*this)) {
+        const QPointF corner(thumbRadius + 1, thumbRadius + 1);
+        drawFocusRing(painter, {thumb - corner, thumb + corner}, thumbRadius,
+                      appearanceOf(palette()));
+    }
 }
 
 } // namespace tidewell

@@ -1,8 +1,9 @@
 #include "ui/SymbolButton.h"
 
+#include "ui/Drawing.h"
 #include "ui/Palette.h"
 
-#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QVariantAnimation>
 
@@ -13,7 +14,6 @@ namespace tidewell {
 namespace {
 
 constexpr double cornerRadius = 5;
-constexpr double ringWidth = 2;
 
 } // namespace
 
@@ -35,17 +35,13 @@ void SymbolButton::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const Appearance appearance = appearanceOf(palette());
     const QColor text = palette().color(QPalette::Active, QPalette::ButtonText);
-    const QRectF ground =
-        QRectF(rect()).adjusted(ringWidth / 2, ringWidth / 2, -ringWidth / 2, -ringWidth / 2);
     if (isEnabled() && (isDown() || underMouse())) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(withOpacity(text, isDown() ? 0.16 : 0.08));
-        painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius, cornerRadius);
     }
-    if (hasFocus() && showsRing_) {
-        painter.setPen(QPen(toQColor(colours::accent, appearance), ringWidth));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+    if (showsFocus(*this)) {
+        drawFocusRing(painter, rect(), cornerRadius, appearance);
     }
     painter.setOpacity(isEnabled() ? 1 : 0.4);
     const QColor colour = isDown() ? text : toQColor(colours::secondaryText, appearance);
@@ -62,24 +58,7 @@ void SymbolButton::leaveEvent(QEvent* event) {
     QAbstractButton::leaveEvent(event);
 }
 
-void SymbolButton::focusInEvent(QFocusEvent* event) {
-    const Qt::FocusReason reason = event->reason();
-    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-        reason == Qt::ShortcutFocusReason) {
-        showRing(true);
-    }
-    QAbstractButton::focusInEvent(event);
-}
-
-void SymbolButton::focusOutEvent(QFocusEvent* event) {
-    if (event->reason() != Qt::ActiveWindowFocusReason) { // else the focus comes back with it
-        showRing(false);
-    }
-    QAbstractButton::focusOutEvent(event);
-}
-
 void SymbolButton::keyPressEvent(QKeyEvent* event) {
-    showRing(true);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         click();
         return;
@@ -105,12 +84,6 @@ void SymbolButton::bounce() {
 
 void SymbolButton::setHeight(double height) {
     if (std::exchange(height_, height) != height) {
-        update();
-    }
-}
-
-void SymbolButton::showRing(bool show) {
-    if (std::exchange(showsRing_, show) != show) {
         update();
     }
 }

@@ -11,8 +11,7 @@ class QVariantAnimation;
 namespace tidewell {
 
 /// A button that shows nothing but its symbol, on a soft ground while the pointer is over it or
-/// while it is pressed, and with a ring once the keyboard has brought the focus to it. A window
-/// that opens with the focus on it shows no ring yet, and a click gives it no focus. Main thread.
+/// while it is pressed. A click gives it no focus. Main thread.
 class SymbolButton final : public QAbstractButton {
 public:
     /// `symbol` is a name that `hasSymbol` knows; `name` is what assistive technology says. The
@@ -29,16 +28,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void showRing(bool show);
     void setHeight(double height);
 
     SymbolPicture symbol_;
-    bool showsRing_ = false;
     double height_ = 0;                 ///< points that the symbol jumps above its place just now
     QVariantAnimation* jump_ = nullptr; ///< made for the first one; owned by the button
 };

@@ -3,6 +3,7 @@
 #include "app/lists/AccessibleList.h"
 #include "app/lists/HeaderView.h"
 #include "app/lists/ShowItemView.h"
+#include "ui/Drawing.h"
 #include "ui/Palette.h"
 
 #include <QKeyEvent>
@@ -34,7 +35,6 @@ constexpr Measures measuresOf(ShowItemList::Kind kind) {
 }
 
 constexpr double cornerRadius = 5;
-constexpr double ringWidth = 2;
 
 /// A thumb without a groove, for a small box. The toolkit's own bar would fill a tenth of it.
 class ScrollThumb final : public QScrollBar {
@@ -127,20 +127,10 @@ bool ShowItemList::event(QEvent* event) {
             painter.setBrush(withOpacity(toQColor(colours::systemCyan, appearance), 0.2));
             painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
         }
-        if (isRinged_ && hasFocus()) {
-            painter.setPen(QPen(toQColor(colours::accent, appearance), ringWidth));
-            painter.setBrush(Qt::NoBrush);
-            constexpr double inset = ringWidth / 2;
-            painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset),
-                                    cornerRadius, cornerRadius);
+        if (showsFocus(*this)) {
+            drawFocusRing(painter, rect(), cornerRadius, appearance);
         }
-    } else if (event->type() == QEvent::FocusIn) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason) {
-            isRinged_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
-        }
-        update();
-    } else if (event->type() == QEvent::FocusOut) {
+    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         update();
     }
     return QAbstractScrollArea::event(event);

@@ -48,7 +48,6 @@ private:
     Kind kind_;
     std::vector<DisplayContainer> items_;
     bool isHighlighted_ = false;
-    bool isRinged_ = false; // when it has the focus: the keyboard gave it
     IconPictures icons_{[this] { viewport()->update(); }};
 };
 

@@ -17,6 +17,7 @@
 #include "ui/LinearGauge.h"
 #include "ui/Palette.h"
 #include "ui/Pictures.h"
+#include "ui/PushButton.h"
 #include "ui/RoundGauge.h"
 #include "ui/SymbolButton.h"
 #include "ui/TitledBox.h"
@@ -63,11 +64,10 @@ std::string translatedFigure(const std::string& name) {
 
 /// A prompt in the middle of a row of its own, which is what is hidden with it.
 QPushButton* makePrompt(const QString& title) {
-    auto* prompt = new QPushButton(title);
+    auto* prompt = new PushButton(title);
     prompt->setFont(textFont(TextStyle::body, prompt->font()));
     prompt->setFixedHeight(promptHeight);
     prompt->setAutoDefault(true); // takes Return, too
-    prompt->setMinimumWidth(prompt->sizeHint().width() + promptHeight);
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 15 + betweenItems);

@@ -1,6 +1,7 @@
 #include "app/processes/AppMemoryPlacement.h"
 
 #include "app/panel/AnchorPoint.h"
+#include "ui/Geometry.h"
 
 #include <QLineF>
 
@@ -13,16 +14,10 @@ namespace {
 constexpr double besidePanel = 24;
 constexpr double abovePanelBottom = 129;
 
-/// The nearest place of a window on a screen, whole if it is not larger than that.
-QPointF heldOn(const QRectF& screen, const QRectF& window) {
-    return {std::max(screen.left(), std::min(window.left(), screen.right() - window.width())),
-            std::max(screen.top(), std::min(window.top(), screen.bottom() - window.height()))};
-}
-
 QPointF nearestWhole(const QRectF& window, const QList<QRect>& screens) {
-    QPointF nearest = heldOn(screens.first(), window);
+    QPointF nearest = movedInto(screens.first(), window).topLeft();
     for (const QRect& screen : screens) {
-        const QPointF place = heldOn(screen, window);
+        const QPointF place = movedInto(screen, window).topLeft();
         if (QLineF(window.topLeft(), place).length() < QLineF(window.topLeft(), nearest).length()) {
             nearest = place;
         }

@@ -3,6 +3,7 @@
 #include "desktop/appearance/SoftCorners.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
+#include "ui/Drawing.h"
 #include "ui/Palette.h"
 #include "ui/Symbols.h"
 
@@ -88,24 +89,21 @@ protected:
         const QRect textPlace(horizontalPadding + symbolSize + spacing, 0, width(), bottom);
         painter.setPen(toQColor(colours::primary, appearance));
         painter.drawText(textPlace, Qt::AlignLeft | Qt::AlignBottom, text());
-        if (hasFocus() && showsFocus_) {
-            painter.setBrush(Qt::NoBrush);
-            painter.setPen(QPen(toQColor(colours::accent, appearance), 2));
-            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius - 1,
-                                    cornerRadius - 1);
+        if (showsFocus(*this)) {
+            drawFocusRing(painter, rect(), cornerRadius - 1, appearance);
         }
     }
 
     void resizeEvent(QResizeEvent*) override { corners_.resized(); }
 
-    // The keyboard's place is shown to those who came with the keyboard.
+    // The window manager's keys may have brought the focus here, which Qt does not tell.
     void focusInEvent(QFocusEvent* event) override {
-        showsFocus_ = QGuiApplication::mouseButtons() == Qt::NoButton;
+        setAttribute(Qt::WA_KeyboardFocusChange, QGuiApplication::mouseButtons() == Qt::NoButton);
         QAbstractButton::focusInEvent(event);
     }
 
     void mousePressEvent(QMouseEvent* event) override {
-        showsFocus_ = false;
+        setAttribute(Qt::WA_KeyboardFocusChange, false);
         shownAt_ = (event->globalPosition() - event->position()).toPoint();
         QAbstractButton::mousePressEvent(event);
     }
@@ -170,7 +168,6 @@ private:
     StatusItemBehaviour behaviour_;
     StatusItemContent content_;
     SoftCorners corners_{*this, cornerRadius};
-    bool showsFocus_ = false;
     QPoint shownAt_; // as last asked for, or as the last click told
     QMetaObject::Connection screenChanged_;
     Subscription appearanceChanged_;

@@ -1,5 +1,7 @@
 #include "desktop/statusitem/PanelPosition.h"
 
+#include "ui/Geometry.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -59,19 +61,13 @@ QRect around(const QPoint& click, const QRect& available) {
     return QRect(click, QSize(1, 1)).adjusted(-margin, -margin, margin, margin);
 }
 
-/// Moves a stretch of `length` that should begin at `wanted` into the range, which holds it.
-int within(int wanted, int length, int start, int end) {
-    return std::max(start, std::min(wanted, end - length));
-}
-
 QRect inside(const QRect& available, QPoint wanted, const QSize& panel) {
     // The margin is given up where the panel does not fit with it.
     const int marginX = panel.width() + 2 * gap <= available.width() ? gap : 0;
     const int marginY = panel.height() + 2 * gap <= available.height() ? gap : 0;
-    return {
-        within(wanted.x(), panel.width(), available.x() + marginX, endOfX(available) - marginX),
-        within(wanted.y(), panel.height(), available.y() + marginY, endOfY(available) - marginY),
-        panel.width(), panel.height()};
+    return movedInto(available.marginsRemoved({marginX, marginY, marginX, marginY}),
+                     QRect(wanted, panel))
+        .toRect();
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <QPoint>
 #include <QRect>
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -20,6 +21,9 @@ struct StatusItemContent {
 
     bool operator==(const StatusItemContent&) const = default;
 };
+
+/// The sizes in pixels in which desktops ask for an item's picture.
+inline constexpr std::array statusItemSizes{16, 22, 24, 32, 48, 64};
 
 /// Where the user reached for the item, in the toolkit's screen coordinates. Both are missing where
 /// the desktop does not say or cannot be believed.

@@ -128,7 +128,7 @@ public:
     /// Drawn when they are asked for: all sizes together are 35 KB that nobody needs twice.
     QList<NotifierPixmap> iconPixmap() const {
         QList<NotifierPixmap> pixmaps;
-        for (const int size : {16, 22, 24, 32, 48, 64}) {
+        for (const int size : statusItemSizes) {
             pixmaps.append(pixmapOf(content_, shownAppearance_, size));
         }
         return pixmaps;

@@ -28,7 +28,7 @@ void TrayIconStatusItem::setContent(const StatusItemContent& content) {
 
 void TrayIconStatusItem::draw() {
     QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64}) {
+    for (const int size : statusItemSizes) {
         if (const auto image = symbolImage(content_.symbolName,
                                            content_.colour.in(appearance_.statusArea()), size, 1)) {
             icon.addPixmap(QPixmap::fromImage(*image));

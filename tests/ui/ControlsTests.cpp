@@ -1,3 +1,6 @@
+#include "ui/CheckBox.h"
+#include "ui/Drawing.h"
+#include "ui/Geometry.h"
 #include "ui/LinearGauge.h"
 #include "ui/Palette.h"
 #include "ui/TitledBox.h"
@@ -88,6 +91,30 @@ TEST(TitledBox, IsHoveredAsOneWithItsTitleAndContentUntilItIsHidden) {
     }
     window.hide();
     EXPECT_EQ(hovers, (std::vector{true, false, true, false}));
+}
+
+TEST(Focus, IsMarkedForThoseWhoGetAboutByKeyboard) {
+    QWidget window;
+    CheckBox first(QStringLiteral("first"), &window);
+    CheckBox second(QStringLiteral("second"), &window);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::mouseClick(&first, Qt::LeftButton);
+    EXPECT_TRUE(first.hasFocus());
+    EXPECT_FALSE(showsFocus(first));
+    QTest::keyClick(&first, Qt::Key_Tab);
+    EXPECT_TRUE(showsFocus(second));
+    EXPECT_FALSE(showsFocus(first));
+}
+
+TEST(Geometry, MovesRectanglesNoFurtherThanTheyMust) {
+    const QRectF area(100, 50, 400, 300);
+    for (const auto& [wanted, corner] : {std::pair{QRectF(150, 60, 20, 20), QPointF(150, 60)},
+                                         {QRectF(-9e9, 340, 20, 20), QPointF(100, 330)},
+                                         {QRectF(490, 0, 20, 20), QPointF(480, 50)},
+                                         {QRectF(490, 60, 800, 20), QPointF(100, 60)}}) {
+        EXPECT_EQ(movedInto(area, wanted), QRectF(corner, wanted.size()));
+    }
 }
 
 } // namespace

@@ -1,11 +1,12 @@
 #include "updater/windows/UpdateWindow.h"
 
 #include "ui/Fonts.h"
+#include "ui/Geometry.h"
 #include "ui/Pictures.h"
+#include "ui/PushButton.h"
 #include "ui/TextDirection.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -89,9 +90,7 @@ void UpdateWindow::stayOnScreen() {
     const QRect available = screen()->availableGeometry();
     const QRect frame = frameGeometry();
     if (isVisible() && !available.contains(frame)) {
-        const QPoint last = available.bottomRight() - QPoint(frame.width() - 1, frame.height() - 1);
-        move(std::max(available.left(), std::min(frame.left(), last.x())),
-             std::max(available.top(), std::min(frame.top(), last.y())));
+        move(movedInto(available, frame).topLeft().toPoint());
     }
 }
 
@@ -104,9 +103,8 @@ QWidget* UpdateWindow::makeButtons() {
     layout->addStretch();
     for (std::size_t index = 0; index < buttons_.size(); ++index) {
         const Button& button = buttons_[index];
-        auto* widget = new QPushButton(button.text);
+        auto* widget = new PushButton(button.text);
         widget->setFont(textFont(TextStyle::body, widget->font()));
-        widget->setMinimumWidth(widget->sizeHint().width() + 16); // styles may leave no room
         connect(widget, &QPushButton::clicked, this, [this, index] { act(index); });
         if (button.role == Role::other) {
             layout->insertWidget(0, widget);
