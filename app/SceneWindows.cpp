@@ -1,10 +1,9 @@
 #include "app/SceneWindows.h"
 
-#include "desktop/appearance/SoftCorners.h"
+#include "desktop/appearance/RoundedBackground.h"
 #include "ui/Pictures.h"
 
 #include <QApplication>
-#include <QPainter>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -24,30 +23,13 @@ QString objectName(std::string_view identifier) {
     return QString::fromUtf8(identifier.data(), qsizetype(identifier.size()));
 }
 
-/// A window without the desktop's frame.
-class FramelessWindow final : public QWidget {
-public:
-    FramelessWindow()
-        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {}
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        corners_.paint(painter);
-    }
-    void resizeEvent(QResizeEvent* event) override {
-        corners_.resized();
-        QWidget::resizeEvent(event);
-    }
-
-private:
-    SoftCorners corners_{*this, windowCornerRadius};
-};
-
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
-    QWidget* window =
-        scene.titleBar == TitleBar::hidden ? new FramelessWindow : new QWidget(nullptr, Qt::Window);
+    auto* window = new QWidget(nullptr, Qt::Window);
+    if (scene.titleBar == TitleBar::hidden) {
+        window->setWindowFlag(Qt::FramelessWindowHint);
+        useRoundedBackground(*window, windowCornerRadius);
+    }
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(objectName(scene.identifier));
     window->setWindowTitle(QString::fromStdString(scene.title));
