@@ -1,14 +1,14 @@
 #include "app/SceneWindows.h"
 
-#include "desktop/appearance/RoundedBackground.h"
+#include "desktop/appearance/SoftCorners.h"
 #include "ui/Pictures.h"
 
-#include <QApplication>
+#include <QGuiApplication>
+#include <QPainter>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <chrono>
 
 namespace tidewell {
@@ -19,27 +19,40 @@ using namespace std::chrono_literals;
 
 constexpr auto untilInFront = 100ms;
 
-QString objectName(std::string_view identifier) {
-    return QString::fromUtf8(identifier.data(), qsizetype(identifier.size()));
-}
+/// A window without the desktop's frame.
+class FramelessWindow final : public QWidget {
+public:
+    FramelessWindow()
+        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {}
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        corners_.paint(painter);
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        corners_.resized();
+        QWidget::resizeEvent(event);
+    }
+
+private:
+    SoftCorners corners_{*this, windowCornerRadius};
+};
 
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
-    auto* window = new QWidget(nullptr, Qt::Window);
-    if (scene.titleBar == TitleBar::hidden) {
-        window->setWindowFlag(Qt::FramelessWindowHint);
-        useRoundedBackground(*window, windowCornerRadius);
-    }
+    QWidget* window =
+        scene.titleBar == TitleBar::hidden ? new FramelessWindow : new QWidget(nullptr, Qt::Window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(objectName(scene.identifier));
-    window->setWindowTitle(QString::fromStdString(scene.title));
+    window->setWindowTitle(scene.title);
     window->setWindowIcon(applicationIcon());
     auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(content.release());
     // Larger only where the user's font or language needs it.
     window->setFixedSize(QSize(scene.width, scene.height).expandedTo(window->minimumSizeHint()));
-    const QScreen* const screen = QApplication::primaryScreen();
+    const QScreen* const screen = QGuiApplication::primaryScreen();
     if (scene.placement == Placement::centred && screen != nullptr) {
         const QRect available = screen->availableGeometry();
         QRect frame = window->rect();
@@ -58,16 +71,12 @@ SceneWindows::~SceneWindows() {
 }
 
 void SceneWindows::add(WindowScene scene, MakeContent makeContent) {
-    const std::string identifier(scene.identifier);
+    const SceneIdentifier identifier = scene.identifier;
     scenes_.insert_or_assign(identifier, Entry{std::move(scene), std::move(makeContent), nullptr});
 }
 
-void SceneWindows::openWindow(std::string_view identifier) {
-    const auto found = scenes_.find(identifier);
-    if (found == scenes_.end()) {
-        return;
-    }
-    Entry& entry = found->second;
+void SceneWindows::openWindow(SceneIdentifier identifier) {
+    Entry& entry = scenes_.at(identifier);
     if (window(identifier) == nullptr) {
         entry.window = makeWindow(entry.scene, entry.makeContent());
         entry.window->setPalette(palette_);
@@ -77,24 +86,20 @@ void SceneWindows::openWindow(std::string_view identifier) {
     entry.window->show();
 }
 
-void SceneWindows::bringWindowToFront(const QString& identifier) {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto found = std::ranges::find_if(windows, [&](const QWidget* window) {
-        return window->isVisible() && window->objectName() == identifier;
-    });
-    if (found != windows.end()) {
-        (*found)->raise();
-        (*found)->activateWindow();
+void SceneWindows::bringWindowToFront(SceneIdentifier identifier) const {
+    if (QWidget* open = window(identifier)) {
+        open->raise();
+        open->activateWindow();
     }
 }
 
-void SceneWindows::openAuxiliaryWindow(std::string_view identifier) {
+void SceneWindows::openAuxiliaryWindow(SceneIdentifier identifier) {
     openWindow(identifier);
-    QTimer::singleShot(untilInFront, qApp,
-                       [name = objectName(identifier)] { bringWindowToFront(name); });
+    QTimer::singleShot(untilInFront, &context_,
+                       [this, identifier] { bringWindowToFront(identifier); });
 }
 
-void SceneWindows::dismissWindow(std::string_view identifier) const {
+void SceneWindows::dismissWindow(SceneIdentifier identifier) const {
     if (QWidget* open = window(identifier)) {
         open->close();
     }
@@ -109,7 +114,7 @@ void SceneWindows::setPalette(const QPalette& palette) {
     }
 }
 
-QWidget* SceneWindows::window(std::string_view identifier) const {
+QWidget* SceneWindows::window(SceneIdentifier identifier) const {
     const auto found = scenes_.find(identifier);
     // A window that was closed is there, hidden, until the event loop deletes it.
     return found == scenes_.end() || !found->second.window || found->second.window->isHidden()

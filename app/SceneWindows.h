@@ -2,6 +2,7 @@
 
 #include "app/Scenes.h"
 
+#include <QObject>
 #include <QPalette>
 #include <QPointer>
 #include <QWidget>
@@ -28,23 +29,23 @@ public:
     /// From now on the scene can be opened.
     void add(WindowScene scene, MakeContent makeContent);
 
-    /// Shows the scene's window if it is not open. An identifier without a scene does nothing.
-    void openWindow(std::string_view identifier);
+    /// Shows the scene's window, which must have been added, if it is not open.
+    void openWindow(SceneIdentifier identifier);
 
-    /// Makes the program's first window of that name the active one, in front of all others.
-    static void bringWindowToFront(const QString& identifier);
+    /// Makes the scene's window the active one, in front of all others, if it is open.
+    void bringWindowToFront(SceneIdentifier identifier) const;
 
     /// Opens the scene's window and brings it to the front a moment later.
-    void openAuxiliaryWindow(std::string_view identifier);
+    void openAuxiliaryWindow(SceneIdentifier identifier);
 
     /// Closes the scene's window, if it is open.
-    void dismissWindow(std::string_view identifier) const;
+    void dismissWindow(SceneIdentifier identifier) const;
 
     /// Gives `palette` to every window, open or not.
     void setPalette(const QPalette& palette);
 
     /// The scene's window, or null while it is closed.
-    QWidget* window(std::string_view identifier) const;
+    QWidget* window(SceneIdentifier identifier) const;
 
 private:
     struct Entry {
@@ -52,8 +53,9 @@ private:
         MakeContent makeContent;
         QPointer<QWidget> window;
     };
-    std::map<std::string, Entry, std::less<>> scenes_;
+    std::map<SceneIdentifier, Entry> scenes_;
     QPalette palette_;
+    QObject context_; // of the timers
 };
 
 } // namespace tidewell

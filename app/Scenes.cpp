@@ -4,18 +4,41 @@
 
 namespace tidewell {
 
-std::array<WindowScene, 3> windowScenes(const std::string& applicationName) {
+QString objectName(SceneIdentifier identifier) {
+    switch (identifier) {
+    case SceneIdentifier::about:
+        return QStringLiteral("about");
+    case SceneIdentifier::settings:
+        return QStringLiteral("settings");
+    case SceneIdentifier::appMemory:
+        return QStringLiteral("appMemory");
+    }
+    return {};
+}
+
+std::array<WindowScene, 3> windowScenes(const QString& applicationName) {
     const auto title = [](const char* sourceText) {
         return QCoreApplication::translate("Scenes", sourceText);
     };
-    const QString about = title(QT_TRANSLATE_NOOP("Scenes", "About"));
-    const QString settings = title(QT_TRANSLATE_NOOP("Scenes", "%1 Settings"))
-                                 .arg(QString::fromStdString(applicationName));
-    const QString appMemory = title(QT_TRANSLATE_NOOP("Scenes", "App Memory"));
     return {{
-        {"about", about.toStdString(), 400, 160, TitleBar::hidden, Placement::centred},
-        {"settings", settings.toStdString(), 410, 285, TitleBar::standard, Placement::centred},
-        {"appMemory", appMemory.toStdString(), 400, 380, TitleBar::hidden, Placement::ownChoice},
+        {.identifier = SceneIdentifier::about,
+         .title = title(QT_TRANSLATE_NOOP("Scenes", "About")),
+         .width = 400,
+         .height = 160,
+         .titleBar = TitleBar::hidden,
+         .placement = Placement::centred},
+        {.identifier = SceneIdentifier::settings,
+         .title = title(QT_TRANSLATE_NOOP("Scenes", "%1 Settings")).arg(applicationName),
+         .width = 410,
+         .height = 285,
+         .titleBar = TitleBar::standard,
+         .placement = Placement::centred},
+        {.identifier = SceneIdentifier::appMemory,
+         .title = title(QT_TRANSLATE_NOOP("Scenes", "App Memory")),
+         .width = 400,
+         .height = 380,
+         .titleBar = TitleBar::hidden,
+         .placement = Placement::ownChoice},
     }};
 }
 

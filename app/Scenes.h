@@ -1,10 +1,17 @@
 #pragma once
 
+#include <QString>
+
 #include <array>
 #include <string>
-#include <string_view>
 
 namespace tidewell {
+
+/// The windows that the panel opens.
+enum class SceneIdentifier { about, settings, appMemory };
+
+/// Its text, which is the object name of the window: "about", "settings" or "appMemory".
+QString objectName(SceneIdentifier identifier);
 
 enum class TitleBar { standard, hidden };
 enum class Placement {
@@ -15,8 +22,8 @@ enum class Placement {
 /// One single-instance window of the program, as data. It is as large as its content and cannot be
 /// resized.
 struct WindowScene {
-    std::string_view identifier; ///< also the window's object name
-    std::string title;
+    SceneIdentifier identifier;
+    QString title;
     int width;  ///< points
     int height; ///< points
     TitleBar titleBar;
@@ -30,7 +37,7 @@ inline constexpr int panelHeight = 760;
 /// Of the windows that have no frame of the desktop's, the panel included; points.
 inline constexpr double windowCornerRadius = 10;
 
-/// The windows that the panel opens, in their order, with titles in the user's language.
-std::array<WindowScene, 3> windowScenes(const std::string& applicationName);
+/// The scenes in the order of their identifiers, with titles in the user's language.
+std::array<WindowScene, 3> windowScenes(const QString& applicationName);
 
 } // namespace tidewell

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QToolTip>
 
+#include <chrono>
 #include <cstdlib>
 
 namespace tidewell {
@@ -23,13 +24,38 @@ void quitApplication() {
         qApp, [] { QCoreApplication::exit(EXIT_SUCCESS); }, Qt::QueuedConnection);
 }
 
+double secondsSince1970() {
+    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+MemoryWatcher::Environment watcherEnvironment(const ApplicationEnvironment& environment) {
+    return {
+        .probes = environment.probes,
+        .defaults = environment.defaults,
+        .mainThread = environment.mainThread,
+        .schedulerThread = environment.schedulerThread,
+        .clock = environment.clock,
+        .log = environment.log,
+        .secondsSince1970 = secondsSince1970,
+        .translated =
+            [](const char* text) {
+                return QCoreApplication::translate("MemoryWatcher", text).toStdString();
+            },
+    };
+}
+
 std::shared_ptr<SparkleModel> makeSparkleModel(const ApplicationEnvironment& environment) {
     if (!environment.makeUpdater) {
         return nullptr;
     }
     return std::make_shared<SparkleModel>(SparkleModel::Environment{
-        environment.watcher.defaults, environment.watcher.mainThread, environment.watcher.clock,
-        environment.watcher.log, environment.makeUpdater});
+        .defaults = environment.defaults,
+        .mainThread = environment.mainThread,
+        .clock = environment.clock,
+        .log = environment.log,
+        .makeUpdater = environment.makeUpdater,
+    });
 }
 
 std::string menuTitle(const char* sourceText) {
@@ -40,16 +66,16 @@ std::string menuTitle(const char* sourceText) {
 
 TidewellApp::TidewellApp(ApplicationEnvironment environment)
     : environment_(std::move(environment))
-    , applicationName_(applicationName(environment_.bundle))
-    , notificationManager_(std::make_shared<NotificationManager>(environment_.notificationCenter,
-                                                                 environment_.watcher.log))
-    , memoryWatcher_(std::make_shared<MemoryWatcher>(environment_.watcher, notificationManager_))
+    , applicationName_(QString::fromStdString(applicationName(environment_.bundle)))
+    , notificationManager_(
+          std::make_shared<NotificationManager>(environment_.notificationCenter, environment_.log))
+    , memoryWatcher_(
+          std::make_shared<MemoryWatcher>(watcherEnvironment(environment_), notificationManager_))
     , sparkleModel_(makeSparkleModel(environment_))
     , historySaving_([this] { memoryWatcher_->writeData(); })
     , panel_([this] { return makePanelContent(); })
-    , quitConfirmation_(environment_.watcher.defaults, QString::fromStdString(applicationName_),
-                        panel_, quitApplication) {
-    panel_.setWindowTitle(QString::fromStdString(applicationName_));
+    , quitConfirmation_(environment_.defaults, applicationName_, panel_, quitApplication) {
+    panel_.setWindowTitle(applicationName_);
     addWindows();
     appearanceChanged_ = environment_.appearance.didChange([this] { applyAppearance(); });
     applyAppearance();
@@ -58,23 +84,23 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
 void TidewellApp::start() {
     statusItem_ = environment_.makeStatusItem(statusItemBehaviour());
     label_ = std::make_unique<BarLabelView>(sparkleModel_.get(), *memoryWatcher_, colours::primary,
-                                            environment_.watcher.mainThread, *statusItem_);
+                                            environment_.mainThread, *statusItem_);
     label_->appear();
-    spawn(environment_.watcher.mainThread, memoryWatcher_->startPeriodicTask());
+    spawn(environment_.mainThread, memoryWatcher_->startPeriodicTask());
 }
 
 StatusItemBehaviour TidewellApp::statusItemBehaviour() {
     StatusItemBehaviour behaviour;
     behaviour.identifier = "tidewell";
-    behaviour.title = applicationName_;
+    behaviour.title = applicationName_.toStdString();
     behaviour.activated = [this](const StatusItemActivation& activation) {
         panel_.toggle(activation);
     };
     behaviour.menu.push_back(
         {menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Open")), [this] { panel_.open({}); }});
     for (const auto& [identifier, title] :
-         {std::pair("settings", QT_TRANSLATE_NOOP("StatusMenu", "Settings")),
-          std::pair("about", QT_TRANSLATE_NOOP("StatusMenu", "About"))}) {
+         {std::pair(SceneIdentifier::settings, QT_TRANSLATE_NOOP("StatusMenu", "Settings")),
+          std::pair(SceneIdentifier::about, QT_TRANSLATE_NOOP("StatusMenu", "About"))}) {
         behaviour.menu.push_back(
             {menuTitle(title), [this, identifier] { windows_.openAuxiliaryWindow(identifier); }});
     }
@@ -88,8 +114,8 @@ std::unique_ptr<QWidget> TidewellApp::makePanelContent() {
         .memoryWatcher = memoryWatcher_,
         .notificationManager = notificationManager_,
         .sparkleModel = sparkleModel_,
-        .defaults = environment_.watcher.defaults,
-        .mainThread = environment_.watcher.mainThread,
+        .defaults = environment_.defaults,
+        .mainThread = environment_.mainThread,
         .bundle = environment_.bundle,
         .windows = windows_,
         .confirmQuit = [this] { quitConfirmation_.confirmQuit(); },
@@ -97,33 +123,47 @@ std::unique_ptr<QWidget> TidewellApp::makePanelContent() {
     });
 }
 
-std::unique_ptr<QWidget> TidewellApp::makeAppMemory(std::function<void()> dismissWindow) {
-    const MemoryWatcher::Environment& shared = environment_.watcher;
+std::unique_ptr<QWidget> TidewellApp::makeAppMemory() {
     if (!memoryManager_) {
-        memoryManager_ = std::make_shared<MemoryManager>(
-            MemoryManager::Environment{environment_.applications, shared.defaults,
-                                       shared.mainThread, shared.clock, shared.log});
+        memoryManager_ = std::make_shared<MemoryManager>(MemoryManager::Environment{
+            .applications = environment_.applications,
+            .defaults = environment_.defaults,
+            .mainThread = environment_.mainThread,
+            .clock = environment_.clock,
+            .log = environment_.log,
+        });
     }
     return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
-        memoryManager_, shared.defaults, std::move(dismissWindow), panelWidth});
+        .memoryManager = memoryManager_,
+        .defaults = environment_.defaults,
+        .dismissWindow = [this] { windows_.dismissWindow(SceneIdentifier::appMemory); },
+        .panelWidth = panelWidth,
+    });
+}
+
+std::unique_ptr<QWidget> TidewellApp::makeAbout() {
+    return std::make_unique<AboutView>(AboutView::Environment{
+        .bundle = environment_.bundle,
+        .openUrl = environment_.openUrl,
+        .dismissWindow = [this] { windows_.dismissWindow(SceneIdentifier::about); },
+    });
+}
+
+std::unique_ptr<QWidget> TidewellApp::makeSettings() {
+    return std::make_unique<SettingsView>(SettingsView::Environment{
+        .defaults = environment_.defaults,
+        .loginItem = environment_.loginItem,
+        .applicationName = applicationName_.toStdString(),
+        .sparkleModel = sparkleModel_,
+        .animationsAreWanted = environment_.animationsAreWanted,
+    });
 }
 
 void TidewellApp::addWindows() {
     const auto [about, settings, appMemory] = windowScenes(applicationName_);
-    const auto dismiss = [this](std::string_view identifier) {
-        return [this, identifier] { windows_.dismissWindow(identifier); };
-    };
-    windows_.add(about, [this, close = dismiss(about.identifier)] {
-        return std::make_unique<AboutView>(
-            AboutView::Environment{environment_.bundle, environment_.openUrl, close});
-    });
-    windows_.add(settings, [this] {
-        return std::make_unique<SettingsView>(SettingsView::Environment{
-            environment_.watcher.defaults, environment_.loginItem, applicationName_, sparkleModel_,
-            environment_.animationsAreWanted});
-    });
-    windows_.add(appMemory,
-                 [this, close = dismiss(appMemory.identifier)] { return makeAppMemory(close); });
+    windows_.add(about, [this] { return makeAbout(); });
+    windows_.add(settings, [this] { return makeSettings(); });
+    windows_.add(appMemory, [this] { return makeAppMemory(); });
 }
 
 void TidewellApp::applyAppearance() {

@@ -14,6 +14,7 @@
 #include "model/processes/MemoryManager.h"
 #include "model/updates/SparkleModel.h"
 
+#include <QString>
 #include <QUrl>
 
 #include <functional>
@@ -23,14 +24,19 @@ namespace tidewell {
 
 /// How the program reaches the outside. What is referred to must outlive the application root.
 struct ApplicationEnvironment {
-    MemoryWatcher::Environment watcher;
-    UserNotificationCenter& notificationCenter;
+    Log& log;
     const Bundle& bundle;
+    UserDefaults& defaults;
+    ContinuousClock& clock;
+    Executor& mainThread;
+    Executor& schedulerThread; ///< where the once-a-minute work waits
+    SystemProbes& probes;
+    ApplicationSource& applications;
+    UserNotificationCenter& notificationCenter;
+    LoginItem& loginItem;
     DesktopAppearance& appearance;
     std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
     MakeUpdater makeUpdater; ///< empty in a program that others keep up to date
-    ApplicationSource& applications;
-    LoginItem& loginItem;
     /// Opens the desktop's notification settings; false where it has none.
     std::function<bool()> openNotificationSettings;
     std::function<void(const QUrl& url)> openUrl;
@@ -57,12 +63,14 @@ public:
 private:
     StatusItemBehaviour statusItemBehaviour();
     std::unique_ptr<QWidget> makePanelContent();
-    std::unique_ptr<QWidget> makeAppMemory(std::function<void()> dismissWindow);
+    std::unique_ptr<QWidget> makeAbout();
+    std::unique_ptr<QWidget> makeSettings();
+    std::unique_ptr<QWidget> makeAppMemory();
     void addWindows();
     void applyAppearance();
 
     ApplicationEnvironment environment_;
-    std::string applicationName_;
+    QString applicationName_;
     // The models, in the order in which they are created.
     std::shared_ptr<NotificationManager> notificationManager_;
     std::shared_ptr<MemoryWatcher> memoryWatcher_;

@@ -1,32 +1,19 @@
+#include "app/Platform.h"
 #include "app/TidewellApp.h"
-#include "app/updates/ProgramUpdater.h"
 #include "base/ports/BundleInformation.h"
-#include "base/runtime/SerialExecutor.h"
-#include "desktop/appearance/DesktopAnimations.h"
-#include "desktop/appearance/DesktopAppearance.h"
 #include "desktop/appearance/IconThemes.h"
 #include "desktop/files/BundleReader.h"
-#include "desktop/files/FileUserDefaults.h"
 #include "desktop/files/JournalLog.h"
-#include "desktop/notifications/DesktopNotificationCenter.h"
-#include "desktop/notifications/NotificationSettings.h"
-#include "desktop/session/AutostartLoginItem.h"
 #include "desktop/session/HangingBuses.h"
-#include "desktop/session/MainThread.h"
 #include "desktop/session/PowerOffMonitor.h"
-#include "desktop/session/SessionEnd.h"
+#include "desktop/session/ProgramEnd.h"
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
-#include "desktop/statusitem/DesktopStatusItem.h"
 #include "desktop/statusitem/X11.h"
-#include "model/memory/probes/linux/LinuxProbes.h"
-#include "model/processes/linux/LinuxApplicationSource.h"
 #include "ui/Translations.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QFile>
-#include <QUrl>
 
 #include <cerrno>
 #include <chrono>
@@ -48,19 +35,29 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-/// Whether there is a display beside the X server. The toolkit ends the program with a core dump
-/// where it finds none at all.
+/// Whether there is a display beside the X server. Qt aborts where it finds none at all.
 bool hasOtherDisplay() {
     return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-/// A Wayland client cannot place its windows, so the panel could not lie beside the status item.
-/// Where there is an X server, too, it is the better choice, unless the user chose.
-/// Returns whether it was this program's choice.
-bool preferX11() {
-    return isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM") &&
-           qputenv("QT_QPA_PLATFORM", "xcb;wayland");
-}
+/// Makes Qt choose X11 where it has the choice, unless the user chose: a Wayland client cannot
+/// place its windows, so the panel could not lie beside the status item. Lasts as long as this: it
+/// is not to be the choice of the programs that this one starts.
+class PreferringX11 final {
+public:
+    PreferringX11() = default;
+    PreferringX11(const PreferringX11&) = delete;
+    PreferringX11& operator=(const PreferringX11&) = delete;
+    ~PreferringX11() {
+        if (isOurs_) {
+            qunsetenv("QT_QPA_PLATFORM");
+        }
+    }
+
+private:
+    bool isOurs_ =
+        isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM") && qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+};
 
 /// A program may be started without standard streams. Their numbers would go to the next files
 /// that are opened, and log lines into the bus, say.
@@ -74,14 +71,41 @@ void fillStandardStreams() {
     }
 }
 
-double secondsSince1970() {
-    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch())
-        .count();
+void logError(Log& log, std::string_view message, std::string_view function, std::int64_t line) {
+    logMessage(log, message, "general", __FILE__, function, line, LogLevel::error);
 }
 
-void logError(Log& log, std::string_view message, std::int64_t line) {
-    logMessage(log, message, "general", __FILE__, "main()", line, LogLevel::error);
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle) {
+    std::unique_ptr<QApplication> application;
+    {
+        const PreferringX11 choice;
+        application = std::make_unique<QApplication>(argc, argv);
+    }
+    // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep
+    // the decimal point.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName(QString::fromStdString(applicationName(bundle)));
+    QApplication::setDesktopFileName(QString::fromStdString(bundleIdentifier(bundle)));
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
 }
+
+/// Everything that tells the program to save its history, which is done once for each way out.
+class WaysOut final {
+public:
+    WaysOut(HistorySaving& saving, Log& log)
+        : programEnd_([&saving] { saving.willTerminate(); })
+        , powerOff_(QDBusConnection::systemBus(), QApplication::applicationName(),
+                    {.willPowerOff = [&saving] { saving.willPowerOff(); },
+                     .calledOff = [&saving] { saving.powerOffWasCancelled(); }},
+                    log) {}
+
+private:
+    ProgramEnd programEnd_;
+    // Not quit(): that asks the windows first, and a signal is no question.
+    TerminationSignals signals_{[] { QCoreApplication::exit(EXIT_SUCCESS); }};
+    PowerOffMonitor powerOff_;
+};
 
 struct Ending {
     int status;
@@ -90,25 +114,12 @@ struct Ending {
 
 Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
                   Log& log) {
-    const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
-    const QString name = QString::fromStdString(applicationName(bundle));
-
-    const bool choseX11 = preferX11();
-    const QApplication application(argc, argv);
-    if (choseX11) {
-        qunsetenv("QT_QPA_PLATFORM"); // not the choice of the programs that this one starts
-    }
+    const auto application = makeApplication(argc, argv, bundle);
     server.reset(); // not before: a server may start anew when its last client leaves
-    // The toolkit has taken over the user's locale. Texts for the user come from ICU; files and
-    // protocols keep the plain notation of numbers, whatever the user's decimal sign is.
-    std::setlocale(LC_NUMERIC, "C");
-    QApplication::setApplicationName(name);
-    QApplication::setDesktopFileName(identifier);
-    QApplication::setQuitOnLastWindowClosed(false);
 
-    const QDBusConnection sessionBus = QDBusConnection::sessionBus();
-    SingleInstance instance(sessionBus, identifier, SingleInstance::usualLockFile(identifier), 3s,
-                            log);
+    const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
+    SingleInstance instance(QDBusConnection::sessionBus(), identifier,
+                            SingleInstance::usualLockFile(identifier), 3s, log);
     if (const auto status = instance.start()) {
         return {*status, {}};
     }
@@ -116,67 +127,13 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
         QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
     useInstalledIconThemes();
 
-    // What the models stand on, in the order in which it has to outlive the rest. Tasks wait in
-    // the clock and the executors, and end with them.
-    FileUserDefaults defaults(defaultPreferencesFile(), log);
-    LinuxProbes probes("/proc", "/sys", log);
-    TimerFdClock clock;
-    const ClockDriver clockDriver(clock);
-    MainThread mainThread;
-    SerialExecutor schedulerThread;
-    SerialExecutor surveyThread;
-    DesktopNotificationCenter notificationCenter(sessionBus, clock, name,
-                                                 notificationRecordsOfThisSession(identifier), {});
-    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-    DesktopAppearance appearance(sessionBus, desktop);
-    const DesktopAnimations animations(sessionBus);
-    const auto animationsAreWanted = [&animations] { return animations.areWanted(); };
-    LinuxApplicationSource applications(LinuxApplicationSource::usualSettings(), surveyThread, log);
-    AutostartLoginItem loginItem(autostartFolder(), identifier.toStdString(), name.toStdString(),
-                                 installedProgram());
     std::string next;
-    const auto restart = [&next](const QString& program) {
+    Platform platform(bundle, log, [&next](const QString& program) {
         next = QFile::encodeName(program).toStdString();
         QCoreApplication::exit(EXIT_SUCCESS);
-    };
-
-    TidewellApp app({
-        .watcher = {.probes = probes,
-                    .defaults = defaults,
-                    .mainThread = mainThread,
-                    .schedulerThread = schedulerThread,
-                    .clock = clock,
-                    .log = log,
-                    .secondsSince1970 = secondsSince1970,
-                    .translated =
-                        [](const char* text) {
-                            return QCoreApplication::translate("MemoryWatcher", text).toStdString();
-                        }},
-        .notificationCenter = notificationCenter,
-        .bundle = bundle,
-        .appearance = appearance,
-        .makeStatusItem =
-            [&](const StatusItemBehaviour& behaviour) {
-                return std::make_unique<DesktopStatusItem>(sessionBus, clock, appearance, log,
-                                                           behaviour);
-            },
-        .makeUpdater = programUpdater(
-            {bundle, defaults, mainThread, log, appearance, animationsAreWanted, restart}),
-        .applications = applications,
-        .loginItem = loginItem,
-        .openNotificationSettings = [desktop] { return openNotificationSettings(desktop); },
-        .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
-        .animationsAreWanted = animationsAreWanted,
     });
-
-    const SessionEnd sessionEnd([&app] { app.historySaving().willTerminate(); });
-    // Not quit(): that asks the windows first, and a signal is no question.
-    const TerminationSignals signals([] { QCoreApplication::exit(EXIT_SUCCESS); });
-    const PowerOffMonitor powerOff(
-        QDBusConnection::systemBus(), name,
-        {.willPowerOff = [&app] { app.historySaving().willPowerOff(); },
-         .calledOff = [&app] { app.historySaving().powerOffWasCancelled(); }},
-        log);
+    TidewellApp app(platform.environment());
+    const WaysOut waysOut(app.historySaving(), log);
     instance.onActivate([&app] { app.openPanel(); });
 
     app.start();
@@ -184,11 +141,11 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     return {status, next};
 }
 
-/// Goes on as another program, now that nothing of this one is left.
+/// Goes on as another program in the same process, now that nothing of this one is left.
 int startNext(const std::string& program, Log& log) {
     execl(program.c_str(), program.c_str(), nullptr);
     logError(log, program + " cannot be started: " + std::system_category().message(errno),
-             __LINE__);
+             "startNext()", __LINE__);
     return EXIT_FAILURE;
 }
 
@@ -207,7 +164,7 @@ int main(int argc, char** argv) {
         logError(log,
                  "There is no display to show anything on: neither DISPLAY nor "
                  "WAYLAND_DISPLAY leads to one",
-                 __LINE__);
+                 "main()", __LINE__);
         return EXIT_FAILURE;
     }
     leaveOutHangingBuses(1s, log);

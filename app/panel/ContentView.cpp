@@ -152,9 +152,9 @@ QWidget* ContentView::makeToolbar() {
     const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
     SceneWindows& windows = environment_.windows;
     add("info.circle", tr("About %1").arg(name), {},
-        [&windows] { windows.openAuxiliaryWindow("about"); });
+        [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::about); });
     add("gear", tr("Go to Settings - %1").arg(settingsKeys.toString(QKeySequence::NativeText)),
-        settingsKeys, [&windows] { windows.openAuxiliaryWindow("settings"); });
+        settingsKeys, [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::settings); });
     add("power", tr("Quit %1 - %2").arg(name, quitKeys.toString(QKeySequence::NativeText)),
         quitKeys, environment_.confirmQuit);
     toolbar->adjustSize();
@@ -382,11 +382,11 @@ void ContentView::showNotificationSettings() {
 }
 
 void ContentView::openAppMemory() {
-    environment_.windows.openAuxiliaryWindow("appMemory");
+    environment_.windows.openAuxiliaryWindow(SceneIdentifier::appMemory);
 }
 
 void ContentView::dismissAppMemory() const {
-    environment_.windows.dismissWindow("appMemory");
+    environment_.windows.dismissWindow(SceneIdentifier::appMemory);
 }
 
 } // namespace tidewell

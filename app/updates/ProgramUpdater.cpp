@@ -1,7 +1,7 @@
 #include "app/updates/ProgramUpdater.h"
 
 #include "base/ports/BundleInformation.h"
-#include "desktop/session/RunningAppImage.h"
+#include "desktop/files/RunningProgram.h"
 #include "ui/Palette.h"
 #include "updater/FeedUpdater.h"
 

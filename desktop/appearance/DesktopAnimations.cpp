@@ -1,6 +1,6 @@
 #include "desktop/appearance/DesktopAnimations.h"
 
-#include "desktop/appearance/SettingsService.h"
+#include "desktop/appearance/DesktopSettings.h"
 
 namespace tidewell {
 
@@ -10,10 +10,11 @@ struct Setting {
     const SettingsService& service;
     QString group;
     QString key;
+    /// Whether the setting's value asks for stillness.
     bool (*wantsNone)(const QVariant& value);
 };
 
-// An invalid value, or one of another type, is none of these.
+// What has another type, or is no value at all, asks for nothing.
 bool isFalse(const QVariant& value) {
     return value.metaType() == QMetaType::fromType<bool>() && !value.toBool();
 }

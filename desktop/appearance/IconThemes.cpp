@@ -19,7 +19,7 @@ bool isInstalled(const QString& theme) {
     });
 }
 
-/// From GTK's settings, which most desktops write.
+/// What most desktops without a toolkit of their own are set up with.
 QString configuredTheme() {
     const QString file = QStandardPaths::locate(QStandardPaths::GenericConfigLocation,
                                                 QStringLiteral("gtk-3.0/settings.ini"));
@@ -31,7 +31,7 @@ QString configuredTheme() {
 } // namespace
 
 void useInstalledIconThemes() {
-    // hicolor, which every theme falls back to, has applications' own icons only.
+    // The theme that every other one falls back to holds applications' own icons and no others.
     const QString last = QStringLiteral("hicolor");
     const QString present = QIcon::themeName();
     const QString configured = configuredTheme();

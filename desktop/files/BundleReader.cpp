@@ -1,9 +1,11 @@
 #include "desktop/files/BundleReader.h"
 
-#include "desktop/files/WholeFile.h"
+#include "base/values/ReadFile.h"
+#include "desktop/files/RunningProgram.h"
 
 #include <nlohmann/json.hpp>
 
+#include <fcntl.h>
 #include <string>
 
 namespace tidewell {
@@ -15,35 +17,24 @@ constexpr std::size_t largestFile = 1U << 20U;
 } // namespace
 
 std::filesystem::path installedInfoFile() {
-    std::error_code error;
-    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) {
-        return {};
-    }
-    return executable.parent_path().parent_path() / "share/tidewell/Info.json";
+    return runningProgram().parent_path().parent_path() / "share/tidewell/Info.json";
 }
 
 Bundle readBundle(const std::filesystem::path& infoFile, Log& log) {
     Bundle::InfoDictionary info;
-    const auto content = readWholeFile(infoFile, largestFile);
-    std::string problem;
-    if (const auto* error = std::get_if<std::error_code>(&content)) {
-        problem = error->message();
-    } else {
-        const auto document = nlohmann::json::parse(std::get<std::string>(content), nullptr, false);
-        if (document.is_object()) {
-            for (const auto& [key, value] : document.items()) {
-                if (value.is_string()) {
-                    info.emplace(key, value.get<std::string>());
-                }
-            }
-        } else {
-            problem = "it is not a JSON object";
-        }
+    const auto content = readFile(AT_FDCWD, infoFile.c_str(), largestFile);
+    const auto document = nlohmann::json::parse(content.value_or(""), nullptr, false);
+    if (!document.is_object()) {
+        logMessage(log,
+                   content ? infoFile.string() + " is not a JSON object"
+                           : content.error().description(),
+                   "general", __FILE__, "readBundle()", __LINE__, LogLevel::error);
+        return Bundle({});
     }
-    if (!problem.empty()) {
-        logMessage(log, "Could not read " + infoFile.string() + ": " + problem, "general", __FILE__,
-                   "readBundle(infoFile:log:)", __LINE__, LogLevel::error);
+    for (const auto& [key, value] : document.items()) {
+        if (value.is_string()) {
+            info.emplace(key, value.get<std::string>());
+        }
     }
     return Bundle(std::move(info));
 }

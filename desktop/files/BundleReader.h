@@ -7,9 +7,8 @@
 
 namespace tidewell {
 
-/// Where the information dictionary lies that belongs to the running program:
-/// ../share/tidewell/Info.json as seen from the folder of its executable, in an installation as in
-/// the build tree. Empty where the system does not tell what is running.
+/// The information dictionary of the running program: ../share/tidewell/Info.json as seen from the
+/// folder of its executable, in an installation as in the build tree.
 std::filesystem::path installedInfoFile();
 
 /// Reads a JSON object of texts; entries of other types are left out. A file that is missing, not

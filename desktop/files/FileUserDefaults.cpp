@@ -1,19 +1,16 @@
 #include "desktop/files/FileUserDefaults.h"
 
+#include "base/values/ReadFile.h"
+#include "desktop/files/ReplaceFile.h"
 #include "desktop/files/UserFolders.h"
-#include "desktop/files/WholeFile.h"
 
 #include <QByteArray>
 
 #include <fcntl.h>
-#include <stdio.h>
-#include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <cmath>
-#include <cstdlib>
 #include <ctime>
 #include <limits>
 
@@ -23,8 +20,8 @@ namespace {
 
 using nlohmann::json;
 
-/// Far more than a history needs. What is larger or deeper was not written by this program, and
-/// writing it back would take memory and stack without bounds.
+/// Far more than a history needs. Writing back what is larger or deeper would take memory and stack
+/// without bounds.
 constexpr std::size_t largestFile = 16U << 20U;
 constexpr int deepestNesting = 64;
 
@@ -92,7 +89,7 @@ std::optional<DefaultsValue> valueOf(const json& entry) {
 
 /// The JSON object that `content` is; empty when it is none.
 std::optional<json> parseEntries(const std::string& content) {
-    // A zero byte is JSON nowhere, but to the parser it is the end, whatever follows.
+    // To the parser, a NUL byte is the end of the text.
     if (content.find('\0') != std::string::npos) {
         return std::nullopt;
     }
@@ -105,37 +102,14 @@ std::optional<json> parseEntries(const std::string& content) {
     return document.is_object() && !isTooDeep ? std::optional(std::move(document)) : std::nullopt;
 }
 
-/// Where `file` leads, whether or not there is something yet. A circle of links leads nowhere: it
-/// stays what it is, and cannot be read.
+/// The file that a link leads to, whether or not it exists yet: replacing the link itself would cut
+/// it. A cycle of links leads nowhere, stays what it is, and cannot be read.
 std::filesystem::path afterLinks(const std::filesystem::path& file) {
-    auto target = file;
-    for (int links = 0; links < 40; ++links) {
-        std::error_code error;
-        const auto next = std::filesystem::read_symlink(target, error);
-        if (error) {
-            return target;
-        }
-        target = target.parent_path() / next;
-    }
-    return file;
-}
-
-/// Gives `from` the name `to`, which must be free.
-std::error_code renameToFreeName(const std::filesystem::path& from,
-                                 const std::filesystem::path& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return {};
-    }
-    std::error_code error(errno, std::generic_category());
-    if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
-        return error;
-    }
-    // Some network file systems cannot do both in one step.
-    if (std::filesystem::exists(std::filesystem::symlink_status(to, error))) {
-        return std::make_error_code(std::errc::file_exists);
-    }
-    std::filesystem::rename(from, to, error);
-    return error;
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(file, error);
+    const auto resolved =
+        std::filesystem::weakly_canonical(error ? file : file.parent_path() / target, error);
+    return error ? file : resolved;
 }
 
 std::string utcTime() {
@@ -181,48 +155,45 @@ void FileUserDefaults::store(std::string_view key, DefaultsValue value) {
 }
 
 void FileUserDefaults::read() {
-    const auto content = readWholeFile(file_, largestFile);
-    if (const auto* error = std::get_if<std::error_code>(&content)) {
-        if (*error != std::errc::no_such_file_or_directory) {
-            setAside(error->message());
+    const auto content = readFile(AT_FDCWD, file_.c_str(), largestFile);
+    if (!content) {
+        if (content.error().cause != std::errc::no_such_file_or_directory) {
+            setAside(content.error().description());
         }
-        return;
-    }
-    if (auto entries = parseEntries(std::get<std::string>(content))) {
+    } else if (auto entries = parseEntries(*content)) {
         entries_ = std::move(*entries);
     } else {
-        setAside("it is not a JSON object");
+        setAside(file_.string() + " is not a JSON object");
     }
 }
 
 void FileUserDefaults::setAside(const std::string& problem) {
-    auto first = file_;
-    first += ".unreadable-" + utcTime();
-    auto aside = first;
-    auto error = renameToFreeName(file_, aside);
-    for (int number = 2; error == std::errc::file_exists; ++number) {
-        aside = first;
-        aside += "-" + std::to_string(number);
-        error = renameToFreeName(file_, aside);
+    const std::string name = file_.string() + ".unreadable-" + utcTime();
+    std::filesystem::path aside = name;
+    std::error_code error;
+    for (int number = 2; std::filesystem::exists(symlink_status(aside, error)); ++number) {
+        aside = name + "-" + std::to_string(number);
     }
+    std::filesystem::rename(file_, aside, error);
     isKeptInMemory_ = static_cast<bool>(error);
     const std::string outcome =
         error
             ? "it stays, and changes last for this run only (setting it aside: " + error.message() +
                   ")"
             : "it was set aside as " + aside.filename().string();
-    logMessage(log_, "Could not read " + file_.string() + ": " + problem + "; " + outcome,
-               "general", __FILE__, "setAside(problem:)", __LINE__, LogLevel::error);
+    logMessage(log_, problem + "; " + outcome, "general", __FILE__, "setAside()", __LINE__,
+               LogLevel::error);
 }
 
 void FileUserDefaults::save() {
     const std::string text = entries_.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
-    const auto error = text.size() > largestFile ? std::make_error_code(std::errc::file_too_large)
-                                                 : replaceFile(file_, text);
-    isUnsaved_ = static_cast<bool>(error);
-    if (error) {
-        logMessage(log_, "Could not write " + file_.string() + ": " + error.message(), "general",
-                   __FILE__, "save()", __LINE__, LogLevel::error);
+    const auto saved = text.size() > largestFile
+                           ? failure("Could not write " + file_.string() + ": it is too large")
+                           : replaceFile(file_, text);
+    isUnsaved_ = !saved;
+    if (!saved) {
+        logMessage(log_, saved.error().description(), "general", __FILE__, "save()", __LINE__,
+                   LogLevel::error);
     }
 }
 

@@ -43,8 +43,7 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
-/// Keeps a stream whose reader has gone away from ending the program, on this thread, without a
-/// word to the handlers of the rest of it.
+/// Keeps SIGPIPE from this thread, without changing the process's handler.
 class WithoutBrokenPipeSignal final {
 public:
     WithoutBrokenPipeSignal() {
@@ -70,7 +69,7 @@ private:
     sigset_t earlierMask_{};
 };
 
-/// In one call, so that the lines of two threads do not mix. Nobody is left to tell when it fails.
+/// In one call, so that the lines of two threads do not mix. A failure has no place to be reported.
 void writeLine(int descriptor, std::string_view line) {
     const WithoutBrokenPipeSignal guard;
     while (!line.empty()) {

@@ -49,7 +49,7 @@ QString withoutMarkup(QString text) {
 DesktopNotificationCenter::DesktopNotificationCenter(QDBusConnection sessionBus,
                                                      ContinuousClock& clock,
                                                      QString applicationName,
-                                                     NotificationRecords records, Limits limits)
+                                                     PermissionRecords records, Limits limits)
     : bus_(std::move(sessionBus))
     , clock_(clock)
     , applicationName_(std::move(applicationName))
@@ -83,7 +83,7 @@ void DesktopNotificationCenter::findService(const Answer& found) {
             found(result);
             return;
         }
-        // Not up before somebody notifies, perhaps: the bus may be able to start it.
+        // It may be D-Bus activated, and not be running yet.
         callService(bus_, busCall(QStringLiteral("ListActivatableNames")), limits_.bus, context_,
                     lookAmongActivatable);
     };

@@ -2,7 +2,7 @@
 
 #include "base/ports/UserNotificationCenter.h"
 #include "base/runtime/ContinuousClock.h"
-#include "desktop/notifications/NotificationRecords.h"
+#include "desktop/notifications/PermissionRecords.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -11,7 +11,7 @@
 namespace tidewell {
 
 /// Notifications through the desktop's service, `org.freedesktop.Notifications`. No desktop asks
-/// the user for leave: a program may notify until the user switches it off in the desktop's
+/// the user for permission: a program may notify until the user switches it off in the desktop's
 /// settings, so authorization is what those say, and granted where they say nothing.
 ///
 /// The service is asked anew for what it can do before each notification: daemons get replaced
@@ -29,7 +29,7 @@ public:
 
     /// `clock` must outlive the center and ring its alarms on the main thread.
     DesktopNotificationCenter(QDBusConnection sessionBus, ContinuousClock& clock,
-                              QString applicationName, NotificationRecords records, Limits limits);
+                              QString applicationName, PermissionRecords records, Limits limits);
 
     void requestAuthorization(AuthorizationOptions options,
                               std::function<void(Result<bool>)> answer) override;
@@ -46,7 +46,7 @@ private:
     QDBusConnection bus_;
     ContinuousClock& clock_;
     QString applicationName_;
-    NotificationRecords records_;
+    PermissionRecords records_;
     Limits limits_;
     QObject context_; // calls under way end with it
 };

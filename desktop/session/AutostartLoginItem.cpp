@@ -1,8 +1,7 @@
 #include "desktop/session/AutostartLoginItem.h"
 
+#include "desktop/files/ReplaceFile.h"
 #include "desktop/files/UserFolders.h"
-#include "desktop/files/WholeFile.h"
-#include "desktop/session/RunningAppImage.h"
 
 #include <algorithm>
 #include <string_view>
@@ -55,13 +54,6 @@ std::filesystem::path autostartFolder() {
     return configurationFolder() / "autostart";
 }
 
-std::filesystem::path installedProgram() {
-    // An AppImage runs from a folder that is gone with it.
-    auto image = runningAppImage();
-    std::error_code error; // an empty path says as much
-    return image.empty() ? std::filesystem::read_symlink("/proc/self/exe", error) : image;
-}
-
 AutostartLoginItem::AutostartLoginItem(const std::filesystem::path& folder,
                                        const std::string& identifier, std::string applicationName,
                                        std::filesystem::path program)
@@ -75,17 +67,13 @@ Result<> AutostartLoginItem::registerApplication() {
     if (!program_.is_absolute() || std::ranges::any_of(program, isControl)) {
         return failure("No autostart entry can name the program \"" + program + "\"");
     }
-    if (const auto error =
-            replaceFile(file_, autostartEntry(identifier_, applicationName_, program))) {
-        return failure(file_.native(), error);
-    }
-    return {};
+    return replaceFile(file_, autostartEntry(identifier_, applicationName_, program));
 }
 
 Result<> AutostartLoginItem::unregisterApplication() {
     std::error_code error;
     if (std::filesystem::remove(file_, error); error) {
-        return failure(file_.native(), error);
+        return failure("Could not remove " + file_.native(), error);
     }
     return {};
 }

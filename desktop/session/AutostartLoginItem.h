@@ -27,7 +27,4 @@ private:
 /// The folder that desktops start programs from at login, whether or not it exists.
 std::filesystem::path autostartFolder();
 
-/// The file to start this program from next time: the AppImage that it runs in, or its own.
-std::filesystem::path installedProgram();
-
 } // namespace tidewell

@@ -12,8 +12,8 @@ namespace {
 
 using Milliseconds = std::chrono::milliseconds;
 
-/// Whether the bus takes longer than `patience` to greet us. One that refuses or is not there
-/// does not hang: whoever connects to it learns that at once.
+/// Whether the bus takes longer than `patience` to authenticate us. One that refuses or is not
+/// there does not hang: connecting to it fails at once.
 bool hangs(int (*open)(sd_bus**), Milliseconds patience) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + patience;
@@ -35,7 +35,7 @@ bool hangs(int (*open)(sd_bus**), Milliseconds patience) {
         }
     }
     sd_bus_close_unref(bus);
-    // EAGAIN: so many are waiting already that the socket takes no more of them.
+    // EAGAIN: the socket's backlog of connections is full.
     return result == -ETIMEDOUT || result == -EAGAIN;
 }
 

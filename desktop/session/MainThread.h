@@ -8,8 +8,8 @@
 
 namespace tidewell {
 
-/// The main thread as an executor: jobs run in the toolkit's event loop. Created on the main
-/// thread, after the application object.
+/// The main thread as an executor: jobs run in Qt's event loop. Created on the main thread,
+/// after the application object.
 class MainThread final : public Executor {
 public:
     MainThread() = default;

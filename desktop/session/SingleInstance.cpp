@@ -46,7 +46,7 @@ SingleInstance::~SingleInstance() {
 }
 
 std::optional<int> SingleInstance::start() {
-    // The object first: whoever sees the name may call at once.
+    // The object before the name: a caller may come as soon as there is the name.
     registered_ = bus_.registerVirtualObject(objectPath_, this);
     const QDeadlineTimer deadline(patience_);
     QDBusMessage reply;

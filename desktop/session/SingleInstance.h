@@ -15,8 +15,8 @@ namespace tidewell {
 
 /// Lets the program run once for each user, and a second start bring up the first one's panel. The
 /// first start owns the program's name on the session bus and answers `org.freedesktop.Application`
-/// there. It also holds a lock file, which keeps a program apart that another bus, or no bus at
-/// all, does not let it see: two of them would write the same store. Main thread.
+/// there. It also holds a lock file, for a program on another bus, or on none: two of them would
+/// write the same store. Main thread.
 class SingleInstance final : private QDBusVirtualObject {
 public:
     /// `identifier` is the bus name; the object's path follows from it. `patience` bounds

@@ -30,7 +30,7 @@ extern "C" void noteSignal(int /*signal*/) {
     const int error = errno; // the interrupted code may be about to read it
     const std::uint64_t one = 1;
     if (write(signalled.load(), &one, sizeof one) < 0) {
-        // Full after 2^64 signals: it is readable all the same.
+        // The counter is full: the descriptor is readable all the same.
     }
     errno = error;
 }

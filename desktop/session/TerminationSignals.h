@@ -25,7 +25,7 @@ public:
     explicit TerminationSignals(std::function<void()> endRequested);
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
-    /// Gives the signals back to whoever handled them before.
+    /// Restores the earlier handlers.
     ~TerminationSignals();
 
 private:

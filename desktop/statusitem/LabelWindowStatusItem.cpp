@@ -1,6 +1,6 @@
 #include "desktop/statusitem/LabelWindowStatusItem.h"
 
-#include "desktop/appearance/RoundedBackground.h"
+#include "desktop/appearance/SoftCorners.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
 #include "ui/Drawing.h"
@@ -20,8 +20,8 @@ namespace tidewell {
 
 namespace {
 
-// Points.
-constexpr int symbolSize = 16; // including its margin; the disc is 12
+// All in points.
+constexpr int symbolSize = 16; // with the margin that belongs to the picture; the disc is 12
 constexpr int spacing = 8;
 constexpr int horizontalPadding = 12;
 constexpr int verticalPadding = 6;
@@ -30,7 +30,7 @@ constexpr int screenMargin = 8;
 
 } // namespace
 
-/// A button, so that it works by keyboard and with a screen reader.
+/// A button, for the keyboard's and assistive technologies' sake.
 class LabelWindow final : public QAbstractButton {
 public:
     LabelWindow(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
@@ -38,7 +38,6 @@ public:
         , behaviour_(std::move(behaviour))
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
-        useRoundedBackground(*this, cornerRadius);
         setAttribute(Qt::WA_ShowWithoutActivating);
         setAttribute(Qt::WA_QuitOnClose, false);
         setFocusPolicy(Qt::StrongFocus);
@@ -62,7 +61,7 @@ public:
             place();
         }
         if (!isVisible()) {
-            winId(); // created now: the property is set before the window is mapped
+            winId(); // created, so that it can be told before it is shown
             x11::showOnAllDesktops(*this);
             show();
         }
@@ -79,8 +78,9 @@ protected:
     void paintEvent(QPaintEvent*) override {
         const Appearance appearance = appearance_.desktop();
         QPainter painter(this);
+        corners_.paint(painter);
         painter.setRenderHint(QPainter::Antialiasing);
-        // Symbol and text are aligned at the bottom.
+        // Symbol and text stand on the same line.
         const int bottom = height() - verticalPadding;
         if (const auto image = symbolImage(content_.symbolName, content_.colour.in(appearance),
                                            symbolSize, devicePixelRatioF())) {
@@ -94,7 +94,9 @@ protected:
         }
     }
 
-    // Window managers give the focus by keys, too, which Qt does not count as such.
+    void resizeEvent(QResizeEvent*) override { corners_.resized(); }
+
+    // The window manager's keys may have brought the focus here, which Qt does not tell.
     void focusInEvent(QFocusEvent* event) override {
         setAttribute(Qt::WA_KeyboardFocusChange, QGuiApplication::mouseButtons() == Qt::NoButton);
         QAbstractButton::focusInEvent(event);
@@ -114,7 +116,7 @@ protected:
         }
     }
 
-    // Alt+F4, say. Ignoring the event instead would make QApplication::quit() fail.
+    // Closed by the window manager's keys, say. Ignoring that would keep the program from ending.
     void closeEvent(QCloseEvent* event) override {
         QAbstractButton::closeEvent(event);
         QMetaObject::invokeMethod(this, &QWidget::show, Qt::QueuedConnection);
@@ -125,7 +127,7 @@ protected:
     }
 
 private:
-    // Queued: the call may run a nested event loop in which this window is deleted.
+    // Not from within the window, which may be gone before that returns.
     void activate() {
         QMetaObject::invokeMethod(
             this,
@@ -135,8 +137,8 @@ private:
             Qt::QueuedConnection);
     }
 
-    /// Where the window is. Not pos(): Qt queries the X server once, after mapping, and may do so
-    /// before the window manager has moved the window.
+    /// Where the user sees the window. The toolkit may be wrong about that for good: it asks the X
+    /// server while the window manager is still at moving the window to where it was to be.
     QRect placeShown() const { return {shownAt_, size()}; }
 
     void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
@@ -153,7 +155,7 @@ private:
     void place() {
         const QScreen* const screen = QGuiApplication::primaryScreen();
         if (screen == nullptr) {
-            return; // primaryScreenChanged follows
+            return; // the last one was unplugged; the next is told
         }
         const QRect available = screen->availableGeometry();
         const QSize size = sizeHint();
@@ -165,7 +167,8 @@ private:
     DesktopAppearance& appearance_;
     StatusItemBehaviour behaviour_;
     StatusItemContent content_;
-    QPoint shownAt_; // as last set, or computed from the last mouse press
+    SoftCorners corners_{*this, cornerRadius};
+    QPoint shownAt_; // as last asked for, or as the last click told
     QMetaObject::Connection screenChanged_;
     Subscription appearanceChanged_;
 };

@@ -13,23 +13,23 @@
 
 namespace tidewell {
 
-/// What the status item shows. Texts are UTF-8 without markup.
+/// What the status item shows. Texts are UTF-8 and plain.
 struct StatusItemContent {
-    std::string symbolName;           ///< of ui/Symbols.h
-    Colour colour = colours::primary; ///< drawn in the status area's appearance
+    std::string symbolName;           ///< a known symbol, see ui/Symbols.h
+    Colour colour = colours::primary; ///< in the appearance of what the item stands on
     std::string text;
 
     bool operator==(const StatusItemContent&) const = default;
 };
 
-/// The sizes of the item's picture, in pixels.
+/// The sizes in pixels in which desktops ask for an item's picture.
 inline constexpr std::array statusItemSizes{16, 22, 24, 32, 48, 64};
 
-/// Where the user clicked on the item, in Qt's screen coordinates. Both are missing where the host
-/// does not say, or what it says is useless.
+/// Where the user reached for the item, in the toolkit's screen coordinates. Both are missing where
+/// the desktop does not say or cannot be believed.
 struct StatusItemActivation {
     std::optional<QPoint> click;
-    std::optional<QRect> item; ///< its geometry
+    std::optional<QRect> item; ///< the place that the item itself takes
 };
 
 /// One line of the item's menu.
@@ -39,16 +39,15 @@ struct StatusMenuEntry {
 };
 
 /// What the item is called and what it does. The functions are called from the event loop, never
-/// from within a call to the item, and may run nested event loops.
+/// from within a call to the item, and may open nested loops.
 struct StatusItemBehaviour {
-    std::string identifier; ///< the same in every run: hosts store an item's settings under it
+    std::string identifier; ///< stable over runs, for the desktop's memory of its items
     std::string title;      ///< the program's name
     std::function<void(const StatusItemActivation&)> activated;
-    std::vector<StatusMenuEntry>
-        menu; ///< the first entry opens the panel, for hosts without Activate
+    std::vector<StatusMenuEntry> menu; ///< the first entry is what desktops without clicks offer
 };
 
-/// The program's item in the desktop's status area, shown until this is destroyed. Main thread.
+/// The program's place in the desktop's status area, there as long as this object. Main thread.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -56,7 +55,7 @@ public:
     StatusItem& operator=(const StatusItem&) = delete;
     virtual ~StatusItem() = default;
 
-    /// Shows `content` from now on. Does nothing when it is shown already.
+    /// Shows `content` from now on. Costs next to nothing when it shows that already.
     virtual void setContent(const StatusItemContent& content) = 0;
 };
 

@@ -8,17 +8,19 @@
 
 namespace tidewell {
 
-/// Makes each form of the status item.
+/// How to make each form of the status item.
 struct StatusItemForms {
     using Maker = std::function<std::unique_ptr<StatusItem>()>;
-    Maker notifier; ///< a StatusNotifierItem on D-Bus
-    Maker tray;     ///< an XEmbed icon in a system tray
+    Maker notifier; ///< drawn by the desktop
+    Maker tray;     ///< embedded in an old-style tray
     Maker label;    ///< a window of our own
 };
 
-/// The status item in the best form that the present hosts allow; never two at once. The switch to
-/// the StatusNotifierItem is immediate. The others are debounced by `grace`: at login the program
-/// may start before the host, and a host that restarts is back soon.
+/// The status item in the best form that the desktop offers at the moment; never two at once.
+///
+/// A desktop that draws items is taken at once. Any other form is taken only after the desktop has
+/// stayed the same for `grace`: at login programs are up before the desktop is, and a desktop that
+/// restarts is soon back.
 class StatusItemSwitcher final : public StatusItem {
 public:
     static constexpr double grace = 1.5; ///< seconds
@@ -45,8 +47,8 @@ private:
     StatusItemForms forms_;
     std::optional<StatusItemContent> content_;
     Form form_ = Form::none;
-    // The host went away while it showed the item, which has to be registered again with the next.
-    // QSystemTrayIcon does so by itself.
+    // The desktop that drew the item went away: the next one has to be told of it anew. Tray icons
+    // see to that themselves.
     bool isLost_ = false;
     std::unique_ptr<StatusItem> item_;
     std::optional<ContinuousClock::AlarmId> alarm_;

@@ -1,11 +1,11 @@
 #include "desktop/statusitem/StatusNotifierStatusItem.h"
 
 #include "desktop/session/ServiceCall.h"
-#include "desktop/statusitem/BusStructure.h"
 #include "ui/Symbols.h"
 
 #include <QCursor>
 #include <QDBusAbstractAdaptor>
+#include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QGuiApplication>
@@ -15,13 +15,23 @@
 
 namespace tidewell {
 
-struct NotifierPixmap { // (iiay): ARGB32, big-endian
+struct NotifierPixmap { // (iiay): pixels as ARGB32 in network byte order
     int width = 0;
     int height = 0;
     QByteArray pixels;
 
-    static auto fields(auto& pixmap) {
-        return std::tie(pixmap.width, pixmap.height, pixmap.pixels);
+    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierPixmap& pixmap) {
+        out.beginStructure();
+        out << pixmap.width << pixmap.height << pixmap.pixels;
+        out.endStructure();
+        return out;
+    }
+
+    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierPixmap& pixmap) {
+        in.beginStructure();
+        in >> pixmap.width >> pixmap.height >> pixmap.pixels;
+        in.endStructure();
+        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
     }
 };
 
@@ -31,8 +41,18 @@ struct NotifierTooltip { // (sa(iiay)ss)
     QString title;
     QString text;
 
-    static auto fields(auto& tooltip) {
-        return std::tie(tooltip.iconName, tooltip.icon, tooltip.title, tooltip.text);
+    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierTooltip& tooltip) {
+        out.beginStructure();
+        out << tooltip.iconName << tooltip.icon << tooltip.title << tooltip.text;
+        out.endStructure();
+        return out;
+    }
+
+    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierTooltip& tooltip) {
+        in.beginStructure();
+        in >> tooltip.iconName >> tooltip.icon >> tooltip.title >> tooltip.text;
+        in.endStructure();
+        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
     }
 };
 
@@ -50,7 +70,7 @@ NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance,
 
 } // namespace
 
-/// The methods, properties and signals of org.kde.StatusNotifierItem.
+/// The object's face on the bus. Names are the interface's.
 class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -105,7 +125,7 @@ public:
     }
     QString none() const { return {}; }
     QList<NotifierPixmap> noPixmap() const { return {}; }
-    /// Drawn on demand, not kept: all sizes together are 35 KB.
+    /// Drawn when they are asked for: all sizes together are 35 KB that nobody needs twice.
     QList<NotifierPixmap> iconPixmap() const {
         QList<NotifierPixmap> pixmaps;
         for (const int size : statusItemSizes) {
@@ -126,7 +146,7 @@ public:
         if ((x != 0 || y != 0) && QGuiApplication::platformName() == QStringLiteral("xcb")) {
             activation.click = QCursor::pos();
         }
-        // Queued: the reply goes out first, and this may be deleted in the call.
+        // Answered first: what it does may take its time, and may outlive this.
         QMetaObject::invokeMethod(
             this, [activated = behaviour_.activated, activation] { activated(activation); },
             Qt::QueuedConnection);
@@ -137,8 +157,12 @@ public:
     }
     Q_SLOT void Scroll(int, const QString&) {}
 
+    Q_SIGNAL void NewTitle();
     Q_SIGNAL void NewIcon();
+    Q_SIGNAL void NewAttentionIcon();
+    Q_SIGNAL void NewOverlayIcon();
     Q_SIGNAL void NewToolTip();
+    Q_SIGNAL void NewStatus(const QString&);
     Q_SIGNAL void XAyatanaNewLabel(const QString&, const QString&);
 
 private:
@@ -174,7 +198,7 @@ StatusNotifierStatusItem::StatusNotifierStatusItem(const QDBusConnection& bus,
 
 StatusNotifierStatusItem::~StatusNotifierStatusItem() {
     if (isRegistered_) {
-        // The watcher drops an item whose bus name has no owner.
+        // Losing its name is what takes the item off the desktop.
         bus_.send(busCall(QStringLiteral("ReleaseName")) << service_);
     }
     bus_.unregisterObject(QLatin1String(path));
@@ -182,7 +206,7 @@ StatusNotifierStatusItem::~StatusNotifierStatusItem() {
 
 void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
     adaptor_->setContent(content);
-    if (!isRegistered_) { // not before there is content: hosts read it at once
+    if (!isRegistered_) { // with something to show from the first moment on
         isRegistered_ = true;
         constexpr uint doNotQueue = 4;
         bus_.send(busCall(QStringLiteral("RequestName")) << service_ << doNotQueue);
@@ -198,7 +222,7 @@ QString labelGuide(const std::string& text) {
     QString guide = QString::fromStdString(text);
     for (QChar& character : guide) {
         if (character.isDigit()) {
-            // Of the same script: Unicode has the ten digits of each in a row.
+            // The same script's: each has its digits in a row.
             character = QChar(character.unicode() - character.digitValue() + 8);
         }
     }

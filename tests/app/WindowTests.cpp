@@ -11,27 +11,29 @@ namespace tidewell {
 namespace {
 
 TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
+    constexpr auto about = SceneIdentifier::about;
     int made = 0;
     SceneWindows windows;
-    windows.add(windowScenes("Tidewell")[0], [&made] {
+    windows.add(windowScenes(QStringLiteral("Tidewell")).front(), [&made] {
         ++made;
         return std::make_unique<QLabel>();
     });
-    windows.dismissWindow("about");
-    windows.openWindow("about");
-    QWidget* const first = windows.window("about");
+    windows.dismissWindow(about);
+    windows.openWindow(about);
+    QWidget* const first = windows.window(about);
     ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->objectName(), QStringLiteral("about"));
     EXPECT_EQ(first->size(), QSize(400, 160));
     EXPECT_TRUE(first->windowFlags().testFlag(Qt::FramelessWindowHint));
     first->showMinimized();
-    windows.openWindow("about");
-    EXPECT_EQ(windows.window("about"), first);
+    windows.openWindow(about);
+    EXPECT_EQ(windows.window(about), first);
     EXPECT_FALSE(first->isMinimized());
     EXPECT_EQ(made, 1);
 
-    windows.dismissWindow("about");
-    ASSERT_TRUE(QTest::qWaitFor([&windows] { return windows.window("about") == nullptr; }));
-    windows.openWindow("about");
+    windows.dismissWindow(about);
+    ASSERT_TRUE(QTest::qWaitFor([&windows] { return windows.window(about) == nullptr; }));
+    windows.openWindow(about);
     EXPECT_EQ(made, 2) << "content is made anew with each opening";
 }
 

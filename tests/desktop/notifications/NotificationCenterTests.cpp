@@ -56,7 +56,7 @@ protected:
     }
 
     ManualClock clock;
-    NotificationRecords records{identifier, {}, {}, {}};
+    PermissionRecords records{identifier, {}, {}, {}};
     std::chrono::milliseconds recordsLimit = 20s;
 };
 

@@ -1,3 +1,4 @@
+#include "desktop/files/RunningProgram.h"
 #include "desktop/session/AutostartLoginItem.h"
 #include "tests/fakes/ScopedEnvironment.h"
 #include "tests/fakes/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "desktop/session/SessionEnd.h"
+#include "desktop/session/ProgramEnd.h"
 #include "desktop/session/TerminationSignals.h"
 
 #include <QCoreApplication>
@@ -24,14 +24,14 @@ TEST(TerminationSignals, AskOnceForTheEndAndLeaveAnIgnoredHangUpIgnored) {
     EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
 }
 
-[[noreturn]] void exitInASession() {
-    const SessionEnd sessionEnd([] { std::fputs("saved;", stderr); });
+[[noreturn]] void exitWithoutTheEventLoop() {
+    const ProgramEnd programEnd([] { std::fputs("saved;", stderr); });
     std::exit(7);
 }
 
-TEST(SessionEndDeathTest, ComesWhereTheProgramExitsWithoutItsEventLoopsEnd) {
+TEST(ProgramEndDeathTest, ComesWhereTheProgramExitsWithoutItsEventLoopsEnd) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    EXPECT_EXIT(exitInASession(), testing::ExitedWithCode(7), "saved;");
+    EXPECT_EXIT(exitWithoutTheEventLoop(), testing::ExitedWithCode(7), "saved;");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "desktop/session/SessionEnd.h"
+#include "desktop/session/ProgramEnd.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>
@@ -14,7 +14,7 @@ namespace {
 
 // A function that runs at exit has no other way to reach its object.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-std::atomic<SessionEnd*> current = nullptr;
+std::atomic<ProgramEnd*> current = nullptr;
 
 void answer(QSessionManager& manager) {
     manager.setRestartHint(QSessionManager::RestartNever);
@@ -22,11 +22,11 @@ void answer(QSessionManager& manager) {
 
 } // namespace
 
-SessionEnd::SessionEnd(std::function<void()> ends)
+ProgramEnd::ProgramEnd(std::function<void()> ends)
     : ends_(std::move(ends)) {
     assert(current == nullptr);
     current = this;
-    static const int registered = std::atexit(&SessionEnd::atExit);
+    static const int registered = std::atexit(&ProgramEnd::atExit);
     static_cast<void>(registered);
 
     // Directly: the session manager looks at the answers when the signal returns.
@@ -37,19 +37,19 @@ SessionEnd::SessionEnd(std::function<void()> ends)
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &context_, [this] { end(); });
 }
 
-SessionEnd::~SessionEnd() {
+ProgramEnd::~ProgramEnd() {
     current = nullptr;
 }
 
-void SessionEnd::atExit() {
-    SessionEnd* const sessionEnd = current;
+void ProgramEnd::atExit() {
+    ProgramEnd* const programEnd = current;
     // Called from another thread, exit() leaves the main thread running.
-    if (sessionEnd != nullptr && sessionEnd->thread_ == std::this_thread::get_id()) {
-        sessionEnd->end();
+    if (programEnd != nullptr && programEnd->thread_ == std::this_thread::get_id()) {
+        programEnd->end();
     }
 }
 
-void SessionEnd::end() {
+void ProgramEnd::end() {
     if (const auto ends = std::exchange(ends_, nullptr)) {
         ends();
     }

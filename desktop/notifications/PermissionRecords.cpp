@@ -1,4 +1,4 @@
-#include "desktop/notifications/NotificationRecords.h"
+#include "desktop/notifications/PermissionRecords.h"
 
 #include "desktop/session/ServiceCall.h"
 
@@ -43,7 +43,7 @@ std::optional<bool> popupsInFile(const QString& path, const QString& identifier)
     return popups;
 }
 
-bool plasmaDenies(const NotificationRecords& records) {
+bool plasmaDenies(const PermissionRecords& records) {
     if (!records.desktops.contains(QStringLiteral("KDE"))) {
         return false;
     }
@@ -59,7 +59,7 @@ bool plasmaDenies(const NotificationRecords& records) {
 
 /// The portals' store. It is no daemon of the desktop but a small program that the bus starts on
 /// demand and that ends by itself; where no portal is installed the bus refuses at once.
-void askPermissionStore(const NotificationRecords& records, const QDBusConnection& bus,
+void askPermissionStore(const PermissionRecords& records, const QDBusConnection& bus,
                         std::chrono::milliseconds limit, QObject& context, Report report) {
     auto lookup = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.impl.portal.PermissionStore"),
@@ -80,7 +80,8 @@ void askPermissionStore(const NotificationRecords& records, const QDBusConnectio
         });
 }
 
-/// GNOME files a program's switch under its identifier in a form that is fit for a path.
+/// GNOME keeps the switch of a program in a relocatable schema, below a path made from its
+/// identifier.
 QString gnomeSchema(const QString& identifier) {
     QString folder = identifier.toLower();
     for (QChar& character : folder) {
@@ -96,7 +97,7 @@ QString gnomeSchema(const QString& identifier) {
 /// GNOME's settings are read through the tool that comes with every GNOME: the store is a binary
 /// database with its own layers of defaults, the settings portal does not give this part of it
 /// out, and the library would weigh more than this one Boolean, asked for once an alert, is worth.
-void askGnomeSettings(const NotificationRecords& records, std::chrono::milliseconds limit,
+void askGnomeSettings(const PermissionRecords& records, std::chrono::milliseconds limit,
                       QObject& context, Report report) {
     const bool isGnome = records.desktops.contains(QStringLiteral("GNOME")) ||
                          records.desktops.contains(QStringLiteral("Unity"));
@@ -136,13 +137,13 @@ void askGnomeSettings(const NotificationRecords& records, std::chrono::milliseco
 
 } // namespace
 
-NotificationRecords notificationRecordsOfThisSession(const QString& identifier) {
+PermissionRecords permissionRecordsOfThisSession(const QString& identifier) {
     return {identifier, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
             QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation),
             QStandardPaths::findExecutable(QStringLiteral("gsettings"))};
 }
 
-void findWhetherDenied(const NotificationRecords& records, const QDBusConnection& bus,
+void findWhetherDenied(const PermissionRecords& records, const QDBusConnection& bus,
                        std::chrono::milliseconds limit, QObject& context, Report answer) {
     if (plasmaDenies(records)) {
         answer(true);

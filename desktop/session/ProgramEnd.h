@@ -8,9 +8,9 @@
 namespace tidewell {
 
 /// Calls a function once when the program ends, whichever way the end comes: the event loop's
-/// regular end (Quit, a signal's, the session manager's) or `exit()`, which is what the toolkit
-/// calls when the display goes away under the program at log-out. The objects that `main` holds
-/// are still there in both cases.
+/// regular end (Quit, a signal's, the session manager's) or `exit()`, which is what Qt calls when
+/// the X server goes away under the program at log-out. The objects that `main` holds are still
+/// there in both cases.
 ///
 /// Of the session manager's requests only the answers are given here: never a prompt, never to be
 /// started again by it (that is the login item's matter). They are no reason to save: they also
@@ -19,12 +19,12 @@ namespace tidewell {
 ///
 /// Created after the application object, on the main thread, after the things that `ends` uses;
 /// at most one exists at a time. Destroying it calls nothing.
-class SessionEnd final {
+class ProgramEnd final {
 public:
-    explicit SessionEnd(std::function<void()> ends);
-    SessionEnd(const SessionEnd&) = delete;
-    SessionEnd& operator=(const SessionEnd&) = delete;
-    ~SessionEnd();
+    explicit ProgramEnd(std::function<void()> ends);
+    ProgramEnd(const ProgramEnd&) = delete;
+    ProgramEnd& operator=(const ProgramEnd&) = delete;
+    ~ProgramEnd();
 
 private:
     static void atExit();

@@ -11,7 +11,7 @@
 namespace tidewell {
 
 /// Where this session's desktop keeps what the user decided about a program's notifications.
-struct NotificationRecords {
+struct PermissionRecords {
     QString identifier;             ///< the program's, as in the name of its desktop file
     QStringList desktops;           ///< the names that the session goes by
     QStringList configurationPaths; ///< folders of settings files, the user's own first
@@ -20,13 +20,13 @@ struct NotificationRecords {
 
 /// The records of the session that this process runs in. Reads the environment and looks for the
 /// tool in the search path.
-NotificationRecords notificationRecordsOfThisSession(const QString& identifier);
+PermissionRecords permissionRecordsOfThisSession(const QString& identifier);
 
 /// Looks through the desktop's records and answers once, within this call or later on the main
 /// thread, after `limit` at the latest: whether one of them says that the user switched the
 /// program's notifications off. What is missing, unreadable or late counts as no record.
 /// Destroying `context` drops the answer. Main thread.
-void findWhetherDenied(const NotificationRecords& records, const QDBusConnection& bus,
+void findWhetherDenied(const PermissionRecords& records, const QDBusConnection& bus,
                        std::chrono::milliseconds limit, QObject& context,
                        std::function<void(bool denied)> answer);
 

@@ -1,0 +1,60 @@
+#include "app/Platform.h"
+
+#include "app/updates/ProgramUpdater.h"
+#include "base/ports/BundleInformation.h"
+#include "desktop/files/BundleReader.h"
+#include "desktop/files/RunningProgram.h"
+#include "desktop/notifications/NotificationSettingsPrograms.h"
+#include "desktop/statusitem/DesktopStatusItem.h"
+
+#include <QDesktopServices>
+
+namespace tidewell {
+
+Platform::Platform(const Bundle& bundle, Log& log,
+                   std::function<void(const QString& program)> restart)
+    : bundle_(bundle)
+    , log_(log)
+    , restart_(std::move(restart))
+    , defaults_(defaultPreferencesFile(), log)
+    , probes_("/proc", "/sys", log)
+    , notificationCenter_(
+          sessionBus_, clock_, QString::fromStdString(applicationName(bundle)),
+          permissionRecordsOfThisSession(QString::fromStdString(bundleIdentifier(bundle))), {})
+    , applications_(LinuxApplicationSource::usualSettings(), surveyThread_, log)
+    , loginItem_(autostartFolder(), bundleIdentifier(bundle), applicationName(bundle),
+                 installedProgram()) {}
+
+ApplicationEnvironment Platform::environment() {
+    const auto animationsAreWanted = [this] { return animations_.areWanted(); };
+    return {
+        .log = log_,
+        .bundle = bundle_,
+        .defaults = defaults_,
+        .clock = clock_,
+        .mainThread = mainThread_,
+        .schedulerThread = schedulerThread_,
+        .probes = probes_,
+        .applications = applications_,
+        .notificationCenter = notificationCenter_,
+        .loginItem = loginItem_,
+        .appearance = appearance_,
+        .makeStatusItem =
+            [this](const StatusItemBehaviour& behaviour) {
+                return std::make_unique<DesktopStatusItem>(sessionBus_, clock_, appearance_, log_,
+                                                           behaviour);
+            },
+        .makeUpdater = programUpdater({.bundle = bundle_,
+                                       .defaults = defaults_,
+                                       .mainThread = mainThread_,
+                                       .log = log_,
+                                       .appearance = appearance_,
+                                       .animationsAreWanted = animationsAreWanted,
+                                       .restart = restart_}),
+        .openNotificationSettings = [this] { return openNotificationSettings(desktop_); },
+        .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
+        .animationsAreWanted = animationsAreWanted,
+    };
+}
+
+} // namespace tidewell

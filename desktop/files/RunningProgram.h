@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+
+namespace tidewell {
+
+/// The executable of this process; empty where /proc is missing. Any thread.
+std::filesystem::path runningProgram();
+
+/// The AppImage that this program runs from, an absolute path; empty where it runs from none. An
+/// AppImage that merely started this program does not count.
+std::filesystem::path runningAppImage();
+
+/// The file to start this program from next time: the AppImage that it runs from, or its own
+/// executable. An AppImage's executable lies in a mount that goes with the process.
+std::filesystem::path installedProgram();
+
+} // namespace tidewell
