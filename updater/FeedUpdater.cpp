@@ -14,7 +14,6 @@ namespace {
 
 constexpr qint64 largestFeed = qint64{1} << 20;
 constexpr double hour = 3600;
-constexpr double usualInterval = 86400;
 
 } // namespace
 
@@ -80,28 +79,29 @@ void FeedUpdater::setCanCheck() {
 }
 
 bool FeedUpdater::automaticallyChecksForUpdates() const {
-    return environment_.defaults.boolForKey(updater_keys::enableAutomaticChecks);
+    return readForView(environment_.defaults, environment_.preferences.automaticallyChecks);
 }
 
 void FeedUpdater::setAutomaticallyChecksForUpdates(bool automatically) {
-    environment_.defaults.set(updater_keys::enableAutomaticChecks, automatically);
+    write(environment_.defaults, environment_.preferences.automaticallyChecks, automatically);
 }
 
 bool FeedUpdater::automaticallyDownloadsUpdates() const {
-    return environment_.defaults.boolForKey(updater_keys::automaticallyUpdate);
+    return readForView(environment_.defaults, environment_.preferences.automaticallyDownloads);
 }
 
 void FeedUpdater::setAutomaticallyDownloadsUpdates(bool automatically) {
-    environment_.defaults.set(updater_keys::automaticallyUpdate, automatically);
+    write(environment_.defaults, environment_.preferences.automaticallyDownloads, automatically);
 }
 
 double FeedUpdater::updateCheckInterval() const {
-    const double stored = environment_.defaults.doubleForKey(updater_keys::scheduledCheckInterval);
-    return stored > 0 && std::isfinite(stored) ? std::max(stored, hour) : usualInterval;
+    const auto& preference = environment_.preferences.checkInterval;
+    const double seconds = readForView(environment_.defaults, preference);
+    return seconds > 0 && std::isfinite(seconds) ? std::max(seconds, hour) : preference.viewDefault;
 }
 
 void FeedUpdater::setUpdateCheckInterval(double seconds) {
-    environment_.defaults.set(updater_keys::scheduledCheckInterval, seconds);
+    write(environment_.defaults, environment_.preferences.checkInterval, seconds);
 }
 
 void FeedUpdater::checkForUpdates() {
@@ -165,9 +165,9 @@ void FeedUpdater::takeFeed(FetchOutcome outcome, const QString& reason) {
 
 void FeedUpdater::answer(const AppcastItem* update) {
     const Session session = session_;
-    const auto skipped = environment_.defaults.value(updater_keys::skippedVersion);
+    const auto skipped = stored(environment_.defaults, environment_.preferences.skippedVersion);
     if (update != nullptr && session == Session::silent &&
-        skipped == DefaultsValue(update->version.toStdString())) {
+        skipped == update->version.toStdString()) {
         update = nullptr;
     }
     if (session == Session::silent) {
@@ -208,8 +208,8 @@ void FeedUpdater::offer(const AppcastItem& item) {
                             .remindLater = [this] { endSession(); },
                             .skip =
                                 [this, version = item.version.toStdString()] {
-                                    environment_.defaults.set(updater_keys::skippedVersion,
-                                                              version);
+                                    write(environment_.defaults,
+                                          environment_.preferences.skippedVersion, version);
                                     endSession();
                                     delegate_.updaterDidNotFindUpdate(*this);
                                 }});

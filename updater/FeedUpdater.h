@@ -22,6 +22,7 @@ public:
     struct Environment {
         const Bundle& bundle;
         UserDefaults& defaults;
+        UpdaterPreferences preferences;
         Executor& mainThread;
         Log& log;
         FetchSettings fetching;
@@ -48,7 +49,7 @@ public:
     void setAutomaticallyChecksForUpdates(bool automatically) override;
     bool automaticallyDownloadsUpdates() const override;
     void setAutomaticallyDownloadsUpdates(bool automatically) override;
-    /// A day where nothing usable is stored, and never less than an hour.
+    /// The default where nothing usable is stored, and never less than an hour.
     double updateCheckInterval() const override;
     void setUpdateCheckInterval(double seconds) override;
 

@@ -2,6 +2,7 @@
 
 #include "base/ports/BundleInformation.h"
 #include "desktop/files/RunningProgram.h"
+#include "model/preferences/StoredPreferences.h"
 #include "ui/Palette.h"
 #include "updater/FeedUpdater.h"
 
@@ -60,6 +61,7 @@ MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
             FeedUpdater::Environment{
                 .bundle = environment.bundle,
                 .defaults = environment.defaults,
+                .preferences = preferences::updater,
                 .mainThread = environment.mainThread,
                 .log = environment.log,
                 .fetching = std::move(fetching),

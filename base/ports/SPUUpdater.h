@@ -1,15 +1,24 @@
 #pragma once
 
 #include "base/observable/Subscription.h"
+#include "base/ports/StoredPreference.h"
 #include "base/values/Result.h"
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 namespace tidewell {
 
 class SPUUpdater;
+
+/// Where an updater keeps the user's choices.
+struct UpdaterPreferences {
+    StoredPreference<bool> automaticallyChecks;
+    /// Whether a new version is downloaded before the user wants to install it.
+    StoredPreference<bool> automaticallyDownloads;
+    StoredPreference<double> checkInterval;       ///< seconds between two silent checks
+    StoredPreference<std::string> skippedVersion; ///< which the user does not want to hear of
+};
 
 /// A release that an updater found.
 struct SUAppcastItem {
@@ -67,13 +76,5 @@ public:
     /// nothing while another check is under way, and on an updater that is not started.
     virtual void checkForUpdateInformation() = 0;
 };
-
-/// The keys under which an updater keeps the user's choices.
-namespace updater_keys {
-inline constexpr std::string_view enableAutomaticChecks = "SUEnableAutomaticChecks";
-inline constexpr std::string_view automaticallyUpdate = "SUAutomaticallyUpdate";
-inline constexpr std::string_view scheduledCheckInterval = "SUScheduledCheckInterval";
-inline constexpr std::string_view skippedVersion = "SUSkippedVersion";
-} // namespace updater_keys
 
 } // namespace tidewell

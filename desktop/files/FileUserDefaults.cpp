@@ -138,7 +138,7 @@ std::optional<DefaultsValue> FileUserDefaults::value(std::string_view key) const
     return found == entries_.end() ? std::nullopt : valueOf(*found);
 }
 
-void FileUserDefaults::store(std::string_view key, DefaultsValue value) {
+void FileUserDefaults::set(std::string_view key, DefaultsValue value) {
     json entry = std::visit(EntryOf(), value);
     const auto found = entries_.find(key);
     if (found == entries_.end()) {

@@ -31,9 +31,7 @@ public:
     FileUserDefaults(const std::filesystem::path& file, Log& log);
 
     std::optional<DefaultsValue> value(std::string_view key) const override;
-
-protected:
-    void store(std::string_view key, DefaultsValue value) override;
+    void set(std::string_view key, DefaultsValue value) override;
 
 private:
     void read();

@@ -28,7 +28,7 @@ void MemoryWatcher::writeData() {
 void MemoryWatcher::readData() {
     constexpr auto function = "readData()";
     DataContainer loaded;
-    if (const auto document = readPlainly(environment_.defaults, preferences::dataContainer)) {
+    if (const auto document = stored(environment_.defaults, preferences::dataContainer)) {
         auto decoded = decodeDataContainer(*document);
         if (const auto* error = std::get_if<DecodingError>(&decoded)) {
             logMessage(environment_.log, error->description, category, __FILE__, function, __LINE__,

@@ -12,7 +12,7 @@ SparkleModel::SparkleModel(Environment environment)
     auto updater = environment_.makeUpdater(*this);
     canCheckChanges_ = updater->observeCanCheckForUpdates(
         [this](bool canCheck) { canCheckForUpdates_ = canCheck; });
-    if (readPlainly(environment_.defaults, preferences::enableAutomaticChecks)) {
+    if (stored(environment_.defaults, preferences::updater.automaticallyChecks).value_or(false)) {
         if (const auto started = updater->startUpdater(); !started) {
             logMessage(environment_.log,
                        "Failed to start updater: " + started.error().description(), "general",

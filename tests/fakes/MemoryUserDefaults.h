@@ -13,11 +13,12 @@ public:
         const auto found = values_.find(key);
         return found == values_.end() ? std::nullopt : std::optional(found->second);
     }
-
-protected:
-    void store(std::string_view key, DefaultsValue value) override {
+    void set(std::string_view key, DefaultsValue value) override {
+        ++writes;
         values_.insert_or_assign(std::string(key), std::move(value));
     }
+
+    int writes = 0;
 
 private:
     std::map<std::string, DefaultsValue, std::less<>> values_;

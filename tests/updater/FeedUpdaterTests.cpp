@@ -1,4 +1,5 @@
 #include "desktop/session/MainThread.h"
+#include "model/preferences/StoredPreferences.h"
 #include "tests/desktop/PrivateBus.h"
 #include "tests/fakes/MemoryUserDefaults.h"
 #include "tests/fakes/RecordingLog.h"
@@ -82,6 +83,7 @@ protected:
         updater.emplace(
             FeedUpdater::Environment{.bundle = bundle,
                                      .defaults = defaults,
+                                     .preferences = preferences::updater,
                                      .mainThread = mainThread,
                                      .log = log,
                                      .fetching = settings,

@@ -47,7 +47,7 @@ TEST_F(FileUserDefaultsTest, KeepsEveryTypeOfValueToTheBitFromOneRunToTheNext) {
     for (const auto& [key, value] : values) {
         EXPECT_EQ(stored(key), value) << key;
     }
-    EXPECT_TRUE(std::isnan(FileUserDefaults(file_, log_).doubleForKey("no number")));
+    EXPECT_TRUE(std::isnan(std::get<double>(stored("no number").value())));
     EXPECT_EQ(stored("no UTF-8"), DefaultsValue(std::string("a\ufffd")));
 }
 
@@ -60,7 +60,7 @@ TEST_F(FileUserDefaultsTest, LeavesEntriesOfOtherVersionsAsTheyAre) {
     for (const auto* key : {"list", "none", "new", "typed", "bad"}) {
         EXPECT_EQ(defaults.value(key), std::nullopt) << key;
     }
-    EXPECT_EQ(defaults.doubleForKey("_pollingInterval"), 3);
+    EXPECT_EQ(defaults.value("_pollingInterval"), DefaultsValue(3.0));
     auto expected = nlohmann::json::parse(readText(file_));
     defaults.set("_pollingInterval", 4.0);
     expected["_pollingInterval"] = 4.0;
@@ -99,7 +99,7 @@ TEST_F(FileUserDefaultsTest, RunsFromMemoryWhenTheFileCanNeitherBeReadNorSetAsid
     FileUserDefaults defaults(file, log_);
     EXPECT_THAT(log_.takeLines(), ElementsAre(HasSubstr("changes last for this run only")));
     defaults.set("key", 2.0);
-    EXPECT_EQ(defaults.doubleForKey("key"), 2.0);
+    EXPECT_EQ(defaults.value("key"), DefaultsValue(2.0));
     EXPECT_EQ(readText(file), "broken");
 }
 

@@ -1,5 +1,6 @@
 #include "base/text/ByteText.h"
 #include "model/memory/DataContainerJson.h"
+#include "model/preferences/StoredPreferences.h"
 #include "tests/fakes/WatcherSurroundings.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +18,6 @@ using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto historyKey = "_dataContainer";
 constexpr std::uint64_t physical = 17179869184;
 constexpr std::uint64_t gigabyte = physical / 16;
 
@@ -31,6 +31,8 @@ protected:
     void useSwap(std::uint64_t used) {
         probes.swap = SwapUsage{.total = used + 100, .used = used, .free = 100};
     }
+
+    std::optional<Data> saved() const { return stored(defaults, preferences::dataContainer); }
 };
 
 TEST_F(MemoryWatcherTest, StartsWithSwapAndASampleAtOnceAndTheFirstSwapWorkSoonAfter) {
@@ -68,7 +70,7 @@ TEST_F(MemoryWatcherTest, KeepsTheNewestHundredSamplesOfEachKind) {
         container.memoryPressureArray.push_back({i, 0.5});
         container.swapUsedArray.push_back({i, 0.25});
     }
-    defaults.set(historyKey, encodeDataContainer(container).value());
+    write(defaults, preferences::dataContainer, encodeDataContainer(container).value());
     watcher->readData();
     EXPECT_THAT(watcher->memoryPressureArray(), SizeIs(150)) << "loaded in full";
     start();
@@ -105,6 +107,12 @@ TEST_F(MemoryWatcherTest, KeepsWhatItHasWhereAReadingFails) {
     EXPECT_THAT(log.takeLines(),
                 Contains(error + "startPeriodicTask(): Failed to retrieve total physical memory."));
     EXPECT_EQ(watcher->usedMemoryPercentage(), 0.0);
+    useSwap(physical);
+    watcher->updateSwapUsage();
+    watcher->checkSwapUsage();
+    settle();
+    EXPECT_EQ(watcher->warningLevel(), WarningLevel::none) << "of an unknown memory";
+    EXPECT_THAT(center.requests, IsEmpty());
 
     constexpr auto least = std::numeric_limits<std::int64_t>::min(); // has no difference to 100
     for (const auto percentage : {std::optional<std::int64_t>(), std::optional(least)}) {
@@ -121,10 +129,11 @@ TEST_F(MemoryWatcherTest, KeepsWhatItHasWhereAReadingFails) {
     probes.freePercentage = 101;
     pass(1);
     EXPECT_EQ(watcher->memoryPressure(), -1);
-    EXPECT_THAT(watcher->showItems(), SizeIs(8));
+    EXPECT_THAT(watcher->showItems(), SizeIs(9));
     probes.swap = std::nullopt;
     watcher->updateSwapUsage();
     EXPECT_EQ(watcher->swapTotal() + watcher->swapUsed(), 0U);
+    EXPECT_EQ(watcher->swapUsedArray().back().value, 0);
 }
 
 TEST_F(MemoryWatcherTest, ReplacesBothLoopsWhenStartedAgainAndStopsSamplingAloneWhenCancelled) {
@@ -147,20 +156,23 @@ TEST_F(MemoryWatcherTest, ReplacesBothLoopsWhenStartedAgainAndStopsSamplingAlone
 TEST_F(MemoryWatcherTest, LeavesWhatItSavedAloneWhenItCannotSaveOrRead) {
     start();
     watcher->writeData();
-    auto saved = defaults.dataForKey(historyKey).value();
+    const auto first = saved();
+    watcher->writeData();
+    auto last = saved();
+    EXPECT_NE(last, first) << "each has an identity of its own";
     log.takeLines();
     startOfTime = std::numeric_limits<double>::quiet_NaN();
     pass(1);
     watcher->writeData();
     EXPECT_THAT(log.takeLines(), ElementsAre("error file writeData(): Could not save data"));
-    EXPECT_EQ(defaults.dataForKey(historyKey), saved);
+    EXPECT_EQ(saved(), last);
 
-    saved.pop_back();
-    defaults.set(historyKey, saved);
+    last->pop_back();
+    write(defaults, preferences::dataContainer, *last);
     watcher->readData();
     EXPECT_THAT(watcher->memoryPressureArray(), IsEmpty());
     EXPECT_THAT(log.takeLines(), ElementsAre(testing::StartsWith("error file readData(): ")));
-    EXPECT_EQ(defaults.dataForKey(historyKey), saved);
+    EXPECT_EQ(saved(), last);
 }
 
 TEST_F(MemoryWatcherTest, AlertsByTheTransitionOfTheLevelAtEachSwapWork) {
@@ -197,6 +209,15 @@ TEST_F(MemoryWatcherTest, AlertsByTheTransitionOfTheLevelAtEachSwapWork) {
     settle();
     EXPECT_EQ(center.requests[0].body, "Your computer uses swap memory (" + byteText(2048) + ").")
         << "the amount when the alert is composed";
+
+    clock.dropAlarms(); // of the watcher that goes
+    center.requests.clear();
+    notificationManager = nullptr;
+    watcher = makeWatcher();
+    useSwap(physical + 1);
+    start();
+    EXPECT_EQ(watcher->warningLevel(), high);
+    EXPECT_THAT(center.requests, IsEmpty()) << "there is nobody to post it";
 }
 
 } // namespace

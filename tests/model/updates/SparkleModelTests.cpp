@@ -24,7 +24,7 @@ protected:
 
 TEST_F(SparkleModelTest, StartsTheUpdaterWhereTheUserWantsChecksAndDoesWithoutOneThatCannotStart) {
     EXPECT_EQ(updater->starts, 0);
-    defaults.set(preferences::enableAutomaticChecks.key, 1.0); // a number that means yes
+    defaults.set(preferences::updater.automaticallyChecks.key, 1.0); // a number that means yes
     model = makeUpdates();
     EXPECT_EQ(updater->starts, 1);
     EXPECT_EQ(model->updater(), updater.get());
