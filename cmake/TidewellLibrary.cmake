@@ -1,7 +1,6 @@
 # tidewell_library(NAME SOURCES file... [LINK library...] [QT])
 #
-# One static library per folder. What it may include is what it links: a library that names
-# nothing of Qt here gets no Qt headers.
+# One static library per folder. Who may include what is held by tools/check-layers.
 function(tidewell_library name)
     cmake_parse_arguments(ARG "QT" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
