@@ -56,7 +56,7 @@ MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
             environment.animationsAreWanted);
         FetchSettings fetching;
         fetching.program = QCoreApplication::applicationDirPath() +
-                           QStringLiteral("/../libexec/tidewell/tidewell-fetch");
+                           QStringLiteral("/" TIDEWELL_HELPERS_FROM_PROGRAM "/tidewell-fetch");
         return std::make_shared<FeedUpdater>(
             FeedUpdater::Environment{
                 .bundle = environment.bundle,

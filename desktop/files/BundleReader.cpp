@@ -17,7 +17,8 @@ constexpr std::size_t largestFile = 1U << 20U;
 } // namespace
 
 std::filesystem::path installedInfoFile() {
-    return runningProgram().parent_path().parent_path() / "share/tidewell/Info.json";
+    return (runningProgram().parent_path() / TIDEWELL_DATA_FROM_PROGRAM / "Info.json")
+        .lexically_normal();
 }
 
 Bundle readBundle(const std::filesystem::path& infoFile, Log& log) {

@@ -7,8 +7,9 @@
 
 namespace tidewell {
 
-/// The information dictionary of the running program: ../share/tidewell/Info.json as seen from the
-/// folder of its executable, in an installation as in the build tree.
+/// The information dictionary of the running program. Its place relative to the executable's is
+/// decided when the program is configured, ../share/tidewell/Info.json unless the install folders
+/// are chosen otherwise, and is the same in the build tree.
 std::filesystem::path installedInfoFile();
 
 /// Reads a JSON object of texts; entries of other types are left out. A file that is missing, not
