@@ -21,7 +21,7 @@ constexpr int iconHeight = 130;
 constexpr int symbolWidth = 40;
 
 QUrl website() {
-    static const QUrl url(QStringLiteral("https://tidewell.net/"));
+    static const QUrl url(QStringLiteral(TIDEWELL_WEB_SITE));
     return url;
 }
 

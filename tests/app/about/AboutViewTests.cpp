@@ -30,7 +30,7 @@ TEST(AboutView, ClosesOnAClickAndAfterTheWebSite) {
                                               "No copyright information found."}));
 
     QTest::mouseClick(view.findChild<QPushButton*>(), Qt::LeftButton);
-    EXPECT_THAT(actions, testing::ElementsAre("https://tidewell.net/", "dismiss"));
+    EXPECT_THAT(actions, testing::ElementsAre(TIDEWELL_WEB_SITE, "dismiss"));
     QTest::mouseClick(view.childAt(90, 80), Qt::LeftButton);
     QTest::keyClick(&view, Qt::Key_Escape);
     EXPECT_EQ(actions.size(), 4);
