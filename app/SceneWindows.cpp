@@ -1,10 +1,9 @@
 #include "app/SceneWindows.h"
 
-#include "desktop/appearance/SoftCorners.h"
+#include "desktop/appearance/RoundedBackground.h"
 #include "ui/Pictures.h"
 
 #include <QGuiApplication>
-#include <QPainter>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -19,30 +18,13 @@ using namespace std::chrono_literals;
 
 constexpr auto untilInFront = 100ms;
 
-/// A window without the desktop's frame.
-class FramelessWindow final : public QWidget {
-public:
-    FramelessWindow()
-        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {}
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        corners_.paint(painter);
-    }
-    void resizeEvent(QResizeEvent* event) override {
-        corners_.resized();
-        QWidget::resizeEvent(event);
-    }
-
-private:
-    SoftCorners corners_{*this, windowCornerRadius};
-};
-
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
-    QWidget* window =
-        scene.titleBar == TitleBar::hidden ? new FramelessWindow : new QWidget(nullptr, Qt::Window);
+    auto* window = new QWidget(nullptr, Qt::Window);
+    if (scene.titleBar == TitleBar::hidden) {
+        window->setWindowFlag(Qt::FramelessWindowHint);
+        useRoundedBackground(*window, windowCornerRadius);
+    }
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setObjectName(objectName(scene.identifier));
     window->setWindowTitle(scene.title);

@@ -6,7 +6,7 @@
 
 namespace tidewell {
 
-/// The height of the panel's list of figures in points: it gives way to the prompts above it.
+/// The height of the panel's list of figures in points. The prompts above it take from it.
 constexpr int listHeight(bool checkIfNotificationsAreAllowed, bool isUpdateAvailable) {
     return (checkIfNotificationsAreAllowed ? 165 : 205) - (isUpdateAvailable ? 40 : 0);
 }

@@ -1,11 +1,11 @@
 #include "app/panel/PanelWindow.h"
 
 #include "app/Scenes.h"
+#include "desktop/appearance/RoundedBackground.h"
 #include "desktop/statusitem/PanelPosition.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -13,19 +13,18 @@ namespace tidewell {
 
 namespace {
 
-// A click on a host's status item first makes the host active, which closes the panel, and is
-// reported after that: such a click must not open the panel again. Both come of one press of the
-// button, so that the time between them is the host's own delay.
+// A click on the host takes the focus from the panel, which closes it, and is reported after that.
+// Such a click must not open the panel again. The host itself is all that delays the report.
 constexpr qint64 sameClickMilliseconds = 300;
 
 } // namespace
 
 PanelWindow::PanelWindow(MakeContent makeContent)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
-    , corners_(*this, windowCornerRadius)
     , makeContent_(std::move(makeContent)) {
     setObjectName(QStringLiteral("panel"));
-    // The focus waits here: a panel that was clicked up marks none of its controls.
+    useRoundedBackground(*this, windowCornerRadius);
+    // The focus starts here, so that no control has a focus ring before Tab was pressed.
     setFocusPolicy(Qt::ClickFocus);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
@@ -56,8 +55,7 @@ void PanelWindow::open(const StatusItemActivation& activation) {
     show();
     raise();
     activateWindow();
-    // While the window manager places the window, its content is brought up to date: it is there
-    // when the first frame is painted.
+    // After show(), so that the window manager is at work meanwhile. The first frame has it all.
     if (makeContent_) {
         addContent();
     }
@@ -98,12 +96,7 @@ void PanelWindow::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void PanelWindow::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    corners_.paint(painter);
-}
-
-// The panel looks the same with the focus: all of it would be painted once more.
+// QWidget would repaint all of the panel, which looks the same with the focus.
 void PanelWindow::focusInEvent(QFocusEvent*) {}
 void PanelWindow::focusOutEvent(QFocusEvent*) {}
 
@@ -112,11 +105,6 @@ void PanelWindow::hideEvent(QHideEvent* event) {
         content_->hide();
     }
     QWidget::hideEvent(event);
-}
-
-void PanelWindow::resizeEvent(QResizeEvent* event) {
-    corners_.resized();
-    QWidget::resizeEvent(event);
 }
 
 } // namespace tidewell

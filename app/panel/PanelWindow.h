@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/appearance/SoftCorners.h"
 #include "desktop/statusitem/StatusItem.h"
 
 #include <QElapsedTimer>
@@ -11,26 +10,23 @@
 
 namespace tidewell {
 
-/// The window that drops down from the status item. Its content is made when it is opened for the
-/// first time. It closes on Escape, on a second click on the status item and when another program
-/// becomes active, but not when one of our own windows does. Main thread.
+/// The window that drops down from the status item. Its content is made when it first opens. It
+/// closes on Escape, on a second click on the status item and when another program becomes active,
+/// but not when one of our own windows does. Main thread.
 class PanelWindow final : public QWidget {
 public:
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
     explicit PanelWindow(MakeContent makeContent);
 
-    /// A click on the status item: opens the panel beside it, wholly on its screen even where that
-    /// makes it lower, or closes it.
+    /// A click on the status item: closes the panel, or opens it beside the item.
     void toggle(const StatusItemActivation& activation);
 
-    /// Opens the panel, or brings it to the front where it is open already.
+    /// Opens the panel beside the item, or raises and activates the open one.
     void open(const StatusItemActivation& activation);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -39,7 +35,6 @@ private:
     void addContent();
     void closeBecauseOfAnotherProgram();
 
-    SoftCorners corners_;
     MakeContent makeContent_;
     QWidget* content_ = nullptr; ///< a child, hidden while the panel is
     QElapsedTimer closedByAnotherProgram_;

@@ -1,6 +1,6 @@
 #include "desktop/appearance/DesktopAnimations.h"
 
-#include "desktop/appearance/DesktopSettings.h"
+#include "desktop/appearance/SettingsService.h"
 
 namespace tidewell {
 
@@ -10,11 +10,10 @@ struct Setting {
     const SettingsService& service;
     QString group;
     QString key;
-    /// Whether the setting's value asks for stillness.
     bool (*wantsNone)(const QVariant& value);
 };
 
-// What has another type, or is no value at all, asks for nothing.
+// An invalid value, or one of another type, is none of these.
 bool isFalse(const QVariant& value) {
     return value.metaType() == QMetaType::fromType<bool>() && !value.toBool();
 }

@@ -5,9 +5,8 @@
 
 namespace tidewell {
 
-/// Whether the user wants things on the screen to move, as far as the desktop knows. Asked once,
-/// when it is made, of the desktop portal and of Xfce's settings; until they have answered, and
-/// where nobody does, things move. Main thread.
+/// Whether the user wants animations. Asked once, when it is made, of the settings portal and of
+/// Xfconf; true until one of them says no. Main thread.
 class DesktopAnimations final : public QObject {
 public:
     explicit DesktopAnimations(const QDBusConnection& bus);

@@ -16,15 +16,15 @@ const QString xfceTheme = QStringLiteral("/Net/ThemeName");
 const QString xfcePanel = QStringLiteral("xfce4-panel");
 const QString xfcePanelDark = QStringLiteral("/panels/dark-mode");
 
-/// GNOME's bar is dark in its light theme, too. Relatives name GNOME besides themselves.
+/// GNOME's bar is dark in its light theme, too. Derived desktops list GNOME besides themselves.
 bool hasDarkBar(const QString& desktops) {
     const QStringList names = desktops.split(QLatin1Char(':'));
     return names.contains(QStringLiteral("GNOME")) && !names.contains(QStringLiteral("Budgie")) &&
            !names.contains(QStringLiteral("GNOME-Flashback"));
 }
 
-/// What the name of a theme says of it: "Greybird-dark" is dark, "Greybird" and "Arc-Darker", with
-/// dark title bars only, are light.
+/// By the theme's name: "Greybird-dark" is dark; "Greybird" is light, and so is "Arc-Darker", which
+/// has dark title bars only.
 Appearance themeAppearance(const QString& name) {
     const qsizetype found = name.indexOf(QLatin1String("dark"), 0, Qt::CaseInsensitive);
     const bool isDark =
@@ -46,7 +46,7 @@ DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& 
     }
     connect(&portalOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askPortal(); });
     connect(&xfceOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askXfce(); });
-    // From any sender: naming one would make the toolkit wait for the bus to say who that is.
+    // No sender name: with one, QtDBus makes a blocking GetNameOwner call.
     bus_.connect(QString(), portalSettings.path, portalSettings.interface,
                  QStringLiteral("SettingChanged"), {portalGroup, portalKey}, QString(), this,
                  SLOT(askPortal()));

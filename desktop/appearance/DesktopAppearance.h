@@ -2,7 +2,7 @@
 
 #include "base/observable/ObserverList.h"
 #include "base/values/Colour.h"
-#include "desktop/appearance/DesktopSettings.h"
+#include "desktop/appearance/SettingsService.h"
 
 #include <QDBusServiceWatcher>
 
@@ -10,21 +10,19 @@
 
 namespace tidewell {
 
-/// Whether the desktop is light or dark, followed live. Asked in this order, none of them waited
-/// for: the desktop portal's colour scheme, the name of Xfce's theme, the toolkit's palette. The
-/// last one answers at once, so there always is a value. For its sake the program gives palettes
-/// to its windows only, never to the application. Main thread.
+/// Whether the desktop is light or dark, followed live: by the settings portal's colour scheme,
+/// else by the name of Xfce's theme, else by the application's QPalette, which is known at once.
+/// The program therefore sets palettes on its windows only, never on the application. Main thread.
 class DesktopAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    /// `desktops` is the list of desktop names that the session gives, parted by colons
-    /// (XDG_CURRENT_DESKTOP). After the application object.
+    /// `desktops` is the value of XDG_CURRENT_DESKTOP. After the application object.
     DesktopAppearance(const QDBusConnection& bus, const QString& desktops);
 
-    /// What windows stand on.
+    /// Of windows.
     Appearance desktop() const { return desktop_; }
-    /// What pictures in the status area stand on; some desktops have a dark bar in a light theme.
+    /// Of the status area: some desktops have a dark bar in a light theme.
     Appearance statusArea() const { return statusArea_; }
 
     /// Calls `observer` after each change of either.
@@ -35,7 +33,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // Told of a change by whoever, it asks those who know.
+    // A change signal may come from any sender, so the value is asked for.
     Q_SLOT void askPortal();
     Q_SLOT void askXfce();
     void ask(const SettingsService& service, const QString& group, const QString& key,

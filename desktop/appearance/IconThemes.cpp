@@ -19,7 +19,7 @@ bool isInstalled(const QString& theme) {
     });
 }
 
-/// What most desktops without a toolkit of their own are set up with.
+/// From GTK's settings, which most desktops write.
 QString configuredTheme() {
     const QString file = QStandardPaths::locate(QStandardPaths::GenericConfigLocation,
                                                 QStringLiteral("gtk-3.0/settings.ini"));
@@ -31,7 +31,7 @@ QString configuredTheme() {
 } // namespace
 
 void useInstalledIconThemes() {
-    // The theme that every other one falls back to holds applications' own icons and no others.
+    // hicolor, which every theme falls back to, has applications' own icons only.
     const QString last = QStringLiteral("hicolor");
     const QString present = QIcon::themeName();
     const QString configured = configuredTheme();

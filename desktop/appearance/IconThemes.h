@@ -2,9 +2,9 @@
 
 namespace tidewell {
 
-/// Gives the toolkit an icon theme where it knows of none for the desktop: the one that the user
-/// chose for other toolkits, and a complete one that is installed for icons which that lacks.
-/// Main thread, once, after the application object is made.
+/// Sets QIcon's theme where Qt knows none of the desktop's, to the one that GTK's settings name,
+/// and a complete one that is installed as its fallback. Main thread, once, after the application
+/// object is made.
 void useInstalledIconThemes();
 
 } // namespace tidewell

@@ -8,7 +8,7 @@ namespace tidewell {
 
 class DesktopAppearance;
 
-/// The status item of the running desktop, with all that it takes to follow what it offers.
+/// The status item, in the form that the running desktop supports, with the hosts it follows.
 class DesktopStatusItem final : public StatusItem {
 public:
     /// The references must outlive this. After the application object.

@@ -1,6 +1,6 @@
 #include "desktop/statusitem/LabelWindowStatusItem.h"
 
-#include "desktop/appearance/SoftCorners.h"
+#include "desktop/appearance/RoundedBackground.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
 #include "ui/Drawing.h"
@@ -20,8 +20,8 @@ namespace tidewell {
 
 namespace {
 
-// All in points.
-constexpr int symbolSize = 16; // with the margin that belongs to the picture; the disc is 12
+// Points.
+constexpr int symbolSize = 16; // including its margin; the disc is 12
 constexpr int spacing = 8;
 constexpr int horizontalPadding = 12;
 constexpr int verticalPadding = 6;
@@ -30,7 +30,7 @@ constexpr int screenMargin = 8;
 
 } // namespace
 
-/// A button, for the keyboard's and assistive technologies' sake.
+/// A button, so that it works by keyboard and with a screen reader.
 class LabelWindow final : public QAbstractButton {
 public:
     LabelWindow(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
@@ -38,6 +38,7 @@ public:
         , behaviour_(std::move(behaviour))
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        useRoundedBackground(*this, cornerRadius);
         setAttribute(Qt::WA_ShowWithoutActivating);
         setAttribute(Qt::WA_QuitOnClose, false);
         setFocusPolicy(Qt::StrongFocus);
@@ -61,7 +62,7 @@ public:
             place();
         }
         if (!isVisible()) {
-            winId(); // created, so that it can be told before it is shown
+            winId(); // created now: the property is set before the window is mapped
             x11::showOnAllDesktops(*this);
             show();
         }
@@ -78,9 +79,8 @@ protected:
     void paintEvent(QPaintEvent*) override {
         const Appearance appearance = appearance_.desktop();
         QPainter painter(this);
-        corners_.paint(painter);
         painter.setRenderHint(QPainter::Antialiasing);
-        // Symbol and text stand on the same line.
+        // Symbol and text are aligned at the bottom.
         const int bottom = height() - verticalPadding;
         if (const auto image = symbolImage(content_.symbolName, content_.colour.in(appearance),
                                            symbolSize, devicePixelRatioF())) {
@@ -94,9 +94,7 @@ protected:
         }
     }
 
-    void resizeEvent(QResizeEvent*) override { corners_.resized(); }
-
-    // The window manager's keys may have brought the focus here, which Qt does not tell.
+    // Window managers give the focus by keys, too, which Qt does not count as such.
     void focusInEvent(QFocusEvent* event) override {
         setAttribute(Qt::WA_KeyboardFocusChange, QGuiApplication::mouseButtons() == Qt::NoButton);
         QAbstractButton::focusInEvent(event);
@@ -116,7 +114,7 @@ protected:
         }
     }
 
-    // Closed by the window manager's keys, say. Ignoring that would keep the program from ending.
+    // Alt+F4, say. Ignoring the event instead would make QApplication::quit() fail.
     void closeEvent(QCloseEvent* event) override {
         QAbstractButton::closeEvent(event);
         QMetaObject::invokeMethod(this, &QWidget::show, Qt::QueuedConnection);
@@ -127,7 +125,7 @@ protected:
     }
 
 private:
-    // Not from within the window, which may be gone before that returns.
+    // Queued: the call may run a nested event loop in which this window is deleted.
     void activate() {
         QMetaObject::invokeMethod(
             this,
@@ -137,8 +135,8 @@ private:
             Qt::QueuedConnection);
     }
 
-    /// Where the user sees the window. The toolkit may be wrong about that for good: it asks the X
-    /// server while the window manager is still at moving the window to where it was to be.
+    /// Where the window is. Not pos(): Qt queries the X server once, after mapping, and may do so
+    /// before the window manager has moved the window.
     QRect placeShown() const { return {shownAt_, size()}; }
 
     void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
@@ -155,7 +153,7 @@ private:
     void place() {
         const QScreen* const screen = QGuiApplication::primaryScreen();
         if (screen == nullptr) {
-            return; // the last one was unplugged; the next is told
+            return; // primaryScreenChanged follows
         }
         const QRect available = screen->availableGeometry();
         const QSize size = sizeHint();
@@ -167,8 +165,7 @@ private:
     DesktopAppearance& appearance_;
     StatusItemBehaviour behaviour_;
     StatusItemContent content_;
-    SoftCorners corners_{*this, cornerRadius};
-    QPoint shownAt_; // as last asked for, or as the last click told
+    QPoint shownAt_; // as last set, or computed from the last mouse press
     QMetaObject::Connection screenChanged_;
     Subscription appearanceChanged_;
 };

@@ -9,10 +9,9 @@ namespace tidewell {
 
 class LabelWindow;
 
-/// The status item as a small window of our own in the top right corner of the primary screen, in
-/// front of other windows and on all desktops, for desktops that show no status items at all. It
-/// never takes the keyboard by itself; reached by it, Space and Return do what a click does, and
-/// the menu key what a right click does.
+/// The status item as a small window in the top right corner of the primary screen, on top and on
+/// all workspaces, for desktops without any host. It never takes the focus by itself. With the
+/// focus, Space and Return do what a click does, the menu key what a right click does.
 class LabelWindowStatusItem final : public StatusItem {
 public:
     /// `appearance` must outlive this.

@@ -6,14 +6,13 @@
 
 namespace tidewell {
 
-/// Where the panel goes: beside the item (or the click, where the item's place is not known),
-/// wholly in the available area of the screen. Without either it goes to the corner of the
-/// desktop's own bar where status items usually are. A panel larger than the available area is cut
-/// down to it.
+/// The panel's geometry: beside the item, else beside the click, else in the corner of the bar
+/// where status items usually are. All of it lies in the screen's available area, which makes a
+/// larger panel smaller.
 QRect panelPosition(const StatusItemActivation& activation, const QRect& screen,
                     const QRect& available, const QSize& wanted);
 
-/// The same on the screen of the click or item, and on the primary screen without either.
+/// The same on the screen of the item or click, else on the primary screen.
 QRect panelPosition(const StatusItemActivation& activation, const QSize& panel);
 
 } // namespace tidewell

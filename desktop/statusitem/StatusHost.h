@@ -5,12 +5,15 @@
 namespace tidewell {
 
 enum class HostState {
-    absent,  ///< there is none, or it does not want us
-    unknown, ///< it was asked and has not answered yet; a hung one never does
+    absent,  ///< there is none, or it refused the item
+    unknown, ///< asked and not answered yet; a hung host never answers
     present,
 };
 
-/// Something on the desktop that can show status items, and may come and go. Main thread.
+/// What shows status items on the desktop, and may appear and vanish at any time. Main thread.
+///
+/// A new kind of host is a subclass of this, a form of the `StatusItem` for it, a `Maker` in
+/// `StatusItemForms`, and a line in `StatusItemSwitcher::wanted()`.
 class StatusHost {
 public:
     StatusHost() = default;
@@ -20,8 +23,8 @@ public:
 
     virtual HostState state() const = 0;
 
-    /// Calls `observer` after every change. One host following another without a gap is told as
-    /// two changes: what was shown in the first is not in the second.
+    /// Calls `observer` after every change. A host that replaces another is two changes, absent
+    /// in between: the new one does not know the item yet.
     Subscription didChange(std::function<void()> observer) {
         return observers_.add(std::move(observer));
     }

@@ -13,23 +13,23 @@
 
 namespace tidewell {
 
-/// What the status item shows. Texts are UTF-8 and plain.
+/// What the status item shows. Texts are UTF-8 without markup.
 struct StatusItemContent {
-    std::string symbolName;           ///< a known symbol, see ui/Symbols.h
-    Colour colour = colours::primary; ///< in the appearance of what the item stands on
+    std::string symbolName;           ///< of ui/Symbols.h
+    Colour colour = colours::primary; ///< drawn in the status area's appearance
     std::string text;
 
     bool operator==(const StatusItemContent&) const = default;
 };
 
-/// The sizes in pixels in which desktops ask for an item's picture.
+/// The sizes of the item's picture, in pixels.
 inline constexpr std::array statusItemSizes{16, 22, 24, 32, 48, 64};
 
-/// Where the user reached for the item, in the toolkit's screen coordinates. Both are missing where
-/// the desktop does not say or cannot be believed.
+/// Where the user clicked on the item, in Qt's screen coordinates. Both are missing where the host
+/// does not say, or what it says is useless.
 struct StatusItemActivation {
     std::optional<QPoint> click;
-    std::optional<QRect> item; ///< the place that the item itself takes
+    std::optional<QRect> item; ///< its geometry
 };
 
 /// One line of the item's menu.
@@ -39,15 +39,16 @@ struct StatusMenuEntry {
 };
 
 /// What the item is called and what it does. The functions are called from the event loop, never
-/// from within a call to the item, and may open nested loops.
+/// from within a call to the item, and may run nested event loops.
 struct StatusItemBehaviour {
-    std::string identifier; ///< stable over runs, for the desktop's memory of its items
+    std::string identifier; ///< the same in every run: hosts store an item's settings under it
     std::string title;      ///< the program's name
     std::function<void(const StatusItemActivation&)> activated;
-    std::vector<StatusMenuEntry> menu; ///< the first entry is what desktops without clicks offer
+    std::vector<StatusMenuEntry>
+        menu; ///< the first entry opens the panel, for hosts without Activate
 };
 
-/// The program's place in the desktop's status area, there as long as this object. Main thread.
+/// The program's item in the desktop's status area, shown until this is destroyed. Main thread.
 class StatusItem {
 public:
     StatusItem() = default;
@@ -55,7 +56,7 @@ public:
     StatusItem& operator=(const StatusItem&) = delete;
     virtual ~StatusItem() = default;
 
-    /// Shows `content` from now on. Costs next to nothing when it shows that already.
+    /// Shows `content` from now on. Does nothing when it is shown already.
     virtual void setContent(const StatusItemContent& content) = 0;
 };
 

@@ -56,8 +56,7 @@ StatusItemSwitcher::Form StatusItemSwitcher::wanted() const {
     if (notifierHost_.state() == HostState::present) {
         return Form::notifier;
     }
-    // With a desktop that does not answer, the tray would hang as well: it is drawn by the same
-    // programs, and the toolkit's tray icon asks them and waits.
+    // Not while the watcher is unknown: QSystemTrayIcon would ask it with a blocking call.
     if (trayHost_.state() == HostState::present && notifierHost_.state() == HostState::absent) {
         return Form::tray;
     }
@@ -67,7 +66,7 @@ StatusItemSwitcher::Form StatusItemSwitcher::wanted() const {
 void StatusItemSwitcher::take(Form form) {
     form_ = form;
     isLost_ = false;
-    item_.reset(); // before the next one is made
+    item_.reset(); // before the next is made: never two at once
     if (!content_) {
         return;
     }

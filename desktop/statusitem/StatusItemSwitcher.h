@@ -8,19 +8,17 @@
 
 namespace tidewell {
 
-/// How to make each form of the status item.
+/// Makes each form of the status item.
 struct StatusItemForms {
     using Maker = std::function<std::unique_ptr<StatusItem>()>;
-    Maker notifier; ///< drawn by the desktop
-    Maker tray;     ///< embedded in an old-style tray
+    Maker notifier; ///< a StatusNotifierItem on D-Bus
+    Maker tray;     ///< an XEmbed icon in a system tray
     Maker label;    ///< a window of our own
 };
 
-/// The status item in the best form that the desktop offers at the moment; never two at once.
-///
-/// A desktop that draws items is taken at once. Any other form is taken only after the desktop has
-/// stayed the same for `grace`: at login programs are up before the desktop is, and a desktop that
-/// restarts is soon back.
+/// The status item in the best form that the present hosts allow; never two at once. The switch to
+/// the StatusNotifierItem is immediate. The others are debounced by `grace`: at login the program
+/// may start before the host, and a host that restarts is back soon.
 class StatusItemSwitcher final : public StatusItem {
 public:
     static constexpr double grace = 1.5; ///< seconds
@@ -47,8 +45,8 @@ private:
     StatusItemForms forms_;
     std::optional<StatusItemContent> content_;
     Form form_ = Form::none;
-    // The desktop that drew the item went away: the next one has to be told of it anew. Tray icons
-    // see to that themselves.
+    // The host went away while it showed the item, which has to be registered again with the next.
+    // QSystemTrayIcon does so by itself.
     bool isLost_ = false;
     std::unique_ptr<StatusItem> item_;
     std::optional<ContinuousClock::AlarmId> alarm_;

@@ -1,9 +1,9 @@
 #include "desktop/statusitem/StatusMenu.h"
 
+#include "desktop/statusitem/BusStructure.h"
 #include "ui/Palette.h"
 
 #include <QDBusAbstractAdaptor>
-#include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QGuiApplication>
@@ -11,56 +11,22 @@
 
 namespace tidewell {
 
-// The types of com.canonical.dbusmenu's messages.
+// The structures of com.canonical.dbusmenu, with their D-Bus signatures.
 
 struct MenuItemProperties { // (ia{sv})
     int id = 0;
     QVariantMap properties;
 
-    friend QDBusArgument& operator<<(QDBusArgument& out, const MenuItemProperties& item) {
-        out.beginStructure();
-        out << item.id << item.properties;
-        out.endStructure();
-        return out;
-    }
-
-    friend const QDBusArgument& operator>>(const QDBusArgument& in, MenuItemProperties& item) {
-        in.beginStructure();
-        in >> item.id >> item.properties;
-        in.endStructure();
-        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
-    }
+    static auto fields(auto& item) { return std::tie(item.id, item.properties); }
 };
 
-struct MenuLayout { // (ia{sv}av), the children being layouts themselves
+struct MenuLayout { // (ia{sv}av)
     int id = 0;
     QVariantMap properties;
-    QList<MenuLayout> children;
+    QList<QDBusVariant> children; // layouts themselves
 
-    friend QDBusArgument& operator<<(QDBusArgument& out, const MenuLayout& layout) {
-        out.beginStructure();
-        out << layout.id << layout.properties;
-        out.beginArray(QMetaType::fromType<QDBusVariant>());
-        for (const MenuLayout& child : layout.children) {
-            out << QDBusVariant(QVariant::fromValue(child));
-        }
-        out.endArray();
-        out.endStructure();
-        return out;
-    }
-
-    friend const QDBusArgument& operator>>(const QDBusArgument& in, MenuLayout& layout) {
-        in.beginStructure();
-        in >> layout.id >> layout.properties;
-        in.beginArray();
-        while (!in.atEnd()) {
-            QDBusVariant child;
-            in >> child;
-            layout.children.append(qdbus_cast<MenuLayout>(child.variant()));
-        }
-        in.endArray();
-        in.endStructure();
-        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    static auto fields(auto& layout) {
+        return std::tie(layout.id, layout.properties, layout.children);
     }
 };
 
@@ -70,18 +36,8 @@ struct MenuEvent { // (isvu)
     QDBusVariant data;
     uint timestamp = 0;
 
-    friend QDBusArgument& operator<<(QDBusArgument& out, const MenuEvent& event) {
-        out.beginStructure();
-        out << event.id << event.type << event.data << event.timestamp;
-        out.endStructure();
-        return out;
-    }
-
-    friend const QDBusArgument& operator>>(const QDBusArgument& in, MenuEvent& event) {
-        in.beginStructure();
-        in >> event.id >> event.type >> event.data >> event.timestamp;
-        in.endStructure();
-        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    static auto fields(auto& event) {
+        return std::tie(event.id, event.type, event.data, event.timestamp);
     }
 };
 
@@ -93,7 +49,8 @@ QString withoutMnemonics(const std::string& title, QChar mark) {
 
 } // namespace
 
-/// Item 0 is the menu, items from 1 on are its entries.
+/// The methods and properties of com.canonical.dbusmenu. Item 0 is the menu, items from 1 on are
+/// its entries. The menu never changes, so none of the signals is sent.
 class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -119,7 +76,8 @@ public:
         layout = {parentId, propertiesOf(parentId, propertyNames), {}};
         if (parentId == 0 && recursionDepth != 0) {
             for (int id = 1; isItem(id); ++id) {
-                layout.children.append({id, propertiesOf(id, propertyNames), {}});
+                const MenuLayout child{id, propertiesOf(id, propertyNames), {}};
+                layout.children.append(QDBusVariant(QVariant::fromValue(child)));
             }
         }
         return revision;
@@ -142,7 +100,7 @@ public:
 
     Q_SLOT void Event(int id, const QString& type, const QDBusVariant&, uint) {
         if (type == QStringLiteral("clicked") && isItem(id) && id > 0) {
-            // Answered first: what the entry does may take its time.
+            // Queued: the reply goes out before the action runs.
             QMetaObject::invokeMethod(this, entries_[static_cast<std::size_t>(id) - 1].action,
                                       Qt::QueuedConnection);
         }
@@ -169,12 +127,6 @@ public:
         }
         return {};
     }
-
-    // Never sent, as the menu never changes; part of the interface all the same.
-    Q_SIGNAL void ItemsPropertiesUpdated(const QList<tidewell::MenuItemProperties>&,
-                                         const QList<tidewell::MenuItemProperties>&);
-    Q_SIGNAL void LayoutUpdated(uint, int);
-    Q_SIGNAL void ItemActivationRequested(int, uint);
 
 private:
     static constexpr uint revision = 1;

@@ -7,13 +7,13 @@
 
 namespace tidewell {
 
-/// Shows the entries as a menu of our own at `place`, on the screen, and returns at once. For forms
-/// of the item whose desktop draws no menus.
+/// Pops the entries up as a QMenu at `place` of the screen, without waiting for a choice. For hosts
+/// that draw no menus.
 void popUpStatusMenu(const std::vector<StatusMenuEntry>& entries, Appearance appearance,
                      const QPoint& place);
 
-/// The item's menu as desktops draw it themselves: an object on the bus with the interface
-/// com.canonical.dbusmenu, there as long as this object. The menu never changes.
+/// The item's menu for hosts that draw it: a com.canonical.dbusmenu on the bus, until this is
+/// destroyed. The menu never changes.
 class ExportedStatusMenu final {
 public:
     static constexpr const char* path = "/MenuBar";

@@ -8,11 +8,11 @@ namespace tidewell {
 
 namespace {
 
-const QString service = QStringLiteral("org.kde.StatusNotifierWatcher"); // its interface as well
+const QString service = QStringLiteral("org.kde.StatusNotifierWatcher"); // and the interface
 const QString path = QStringLiteral("/StatusNotifierWatcher");
 
-// A hung desktop may come back at any time, and nothing waits for it here.
-constexpr std::chrono::hours patience{24};
+// A hung watcher may answer at any time; nothing here waits for it.
+constexpr std::chrono::hours timeout{24};
 
 } // namespace
 
@@ -32,7 +32,7 @@ StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, Log& log)
                     ask();
                 }
             });
-    // From any sender: naming one would make the toolkit wait for the bus to say who that is.
+    // No sender name: with one, QtDBus makes a blocking GetNameOwner call.
     for (const auto& signal : {QStringLiteral("StatusNotifierHostRegistered"),
                                QStringLiteral("StatusNotifierHostUnregistered")}) {
         bus_.connect(QString(), path, service, signal, this, SLOT(ask()));
@@ -57,7 +57,7 @@ void StatusNotifierHost::ask() {
         service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << service << QStringLiteral("IsStatusNotifierHostRegistered");
     question.setAutoStartService(false);
-    callService(bus_, question, patience, *this, [this, question = ++question_](const auto& reply) {
+    callService(bus_, question, timeout, *this, [this, question = ++question_](const auto& reply) {
         if (question != question_) {
             return;
         }
@@ -73,7 +73,7 @@ void StatusNotifierHost::registerItem(const QString& item) {
                                                QStringLiteral("RegisterStatusNotifierItem"));
     call << item;
     call.setAutoStartService(false);
-    callService(bus_, call, patience, *this, [this, owner = ownerNumber_](const auto& reply) {
+    callService(bus_, call, timeout, *this, [this, owner = ownerNumber_](const auto& reply) {
         if (owner == ownerNumber_ && reply.type() == QDBusMessage::ErrorMessage) {
             logMessage(log_, "Status item refused: " + errorText(reply), "general", __FILE__,
                        "registerItem(item:)", __LINE__, LogLevel::error);

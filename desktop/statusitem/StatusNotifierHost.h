@@ -9,8 +9,8 @@
 
 namespace tidewell {
 
-/// The desktop's bus service that lists status items (org.kde.StatusNotifierWatcher), present when
-/// it runs and something is there that draws the items. Nothing here waits for the service.
+/// The hosts behind the D-Bus service org.kde.StatusNotifierWatcher: present while the service runs
+/// and says that a host is registered with it. All calls are asynchronous.
 class StatusNotifierHost final : public QObject, public StatusHost {
     Q_OBJECT
 
@@ -20,8 +20,8 @@ public:
 
     HostState state() const override { return state_; }
 
-    /// Has the item listed that the bus name `item` stands for. Where that is refused the
-    /// host logs it and counts as absent until another service takes its place.
+    /// Registers the item that owns the bus name `item`. A refusal is logged, and the host counts
+    /// as absent until the service has another owner.
     void registerItem(const QString& item);
 
 private:
@@ -33,8 +33,8 @@ private:
     Log& log_;
     QDBusServiceWatcher owner_;
     HostState state_ = HostState::absent;
-    unsigned question_ = 0;    // the last one asked: only its answer counts
-    unsigned ownerNumber_ = 0; // which service, counted, an answer came from
+    unsigned question_ = 0;    // of the last call to ask(); older answers are dropped
+    unsigned ownerNumber_ = 0; // counts owners of the service's name
 };
 
 } // namespace tidewell

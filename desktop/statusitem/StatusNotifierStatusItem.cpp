@@ -1,11 +1,11 @@
 #include "desktop/statusitem/StatusNotifierStatusItem.h"
 
 #include "desktop/session/ServiceCall.h"
+#include "desktop/statusitem/BusStructure.h"
 #include "ui/Symbols.h"
 
 #include <QCursor>
 #include <QDBusAbstractAdaptor>
-#include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QGuiApplication>
@@ -15,23 +15,13 @@
 
 namespace tidewell {
 
-struct NotifierPixmap { // (iiay): pixels as ARGB32 in network byte order
+struct NotifierPixmap { // (iiay): ARGB32, big-endian
     int width = 0;
     int height = 0;
     QByteArray pixels;
 
-    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierPixmap& pixmap) {
-        out.beginStructure();
-        out << pixmap.width << pixmap.height << pixmap.pixels;
-        out.endStructure();
-        return out;
-    }
-
-    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierPixmap& pixmap) {
-        in.beginStructure();
-        in >> pixmap.width >> pixmap.height >> pixmap.pixels;
-        in.endStructure();
-        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    static auto fields(auto& pixmap) {
+        return std::tie(pixmap.width, pixmap.height, pixmap.pixels);
     }
 };
 
@@ -41,18 +31,8 @@ struct NotifierTooltip { // (sa(iiay)ss)
     QString title;
     QString text;
 
-    friend QDBusArgument& operator<<(QDBusArgument& out, const NotifierTooltip& tooltip) {
-        out.beginStructure();
-        out << tooltip.iconName << tooltip.icon << tooltip.title << tooltip.text;
-        out.endStructure();
-        return out;
-    }
-
-    friend const QDBusArgument& operator>>(const QDBusArgument& in, NotifierTooltip& tooltip) {
-        in.beginStructure();
-        in >> tooltip.iconName >> tooltip.icon >> tooltip.title >> tooltip.text;
-        in.endStructure();
-        return in; // NOLINT(bugprone-return-const-ref-from-parameter): as the toolkit wants it
+    static auto fields(auto& tooltip) {
+        return std::tie(tooltip.iconName, tooltip.icon, tooltip.title, tooltip.text);
     }
 };
 
@@ -70,7 +50,7 @@ NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance,
 
 } // namespace
 
-/// The object's face on the bus. Names are the interface's.
+/// The methods, properties and signals of org.kde.StatusNotifierItem.
 class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -125,7 +105,7 @@ public:
     }
     QString none() const { return {}; }
     QList<NotifierPixmap> noPixmap() const { return {}; }
-    /// Drawn when they are asked for: all sizes together are 35 KB that nobody needs twice.
+    /// Drawn on demand, not kept: all sizes together are 35 KB.
     QList<NotifierPixmap> iconPixmap() const {
         QList<NotifierPixmap> pixmaps;
         for (const int size : statusItemSizes) {
@@ -146,7 +126,7 @@ public:
         if ((x != 0 || y != 0) && QGuiApplication::platformName() == QStringLiteral("xcb")) {
             activation.click = QCursor::pos();
         }
-        // Answered first: what it does may take its time, and may outlive this.
+        // Queued: the reply goes out first, and this may be deleted in the call.
         QMetaObject::invokeMethod(
             this, [activated = behaviour_.activated, activation] { activated(activation); },
             Qt::QueuedConnection);
@@ -157,12 +137,8 @@ public:
     }
     Q_SLOT void Scroll(int, const QString&) {}
 
-    Q_SIGNAL void NewTitle();
     Q_SIGNAL void NewIcon();
-    Q_SIGNAL void NewAttentionIcon();
-    Q_SIGNAL void NewOverlayIcon();
     Q_SIGNAL void NewToolTip();
-    Q_SIGNAL void NewStatus(const QString&);
     Q_SIGNAL void XAyatanaNewLabel(const QString&, const QString&);
 
 private:
@@ -198,7 +174,7 @@ StatusNotifierStatusItem::StatusNotifierStatusItem(const QDBusConnection& bus,
 
 StatusNotifierStatusItem::~StatusNotifierStatusItem() {
     if (isRegistered_) {
-        // Losing its name is what takes the item off the desktop.
+        // The watcher drops an item whose bus name has no owner.
         bus_.send(busCall(QStringLiteral("ReleaseName")) << service_);
     }
     bus_.unregisterObject(QLatin1String(path));
@@ -206,7 +182,7 @@ StatusNotifierStatusItem::~StatusNotifierStatusItem() {
 
 void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
     adaptor_->setContent(content);
-    if (!isRegistered_) { // with something to show from the first moment on
+    if (!isRegistered_) { // not before there is content: hosts read it at once
         isRegistered_ = true;
         constexpr uint doNotQueue = 4;
         bus_.send(busCall(QStringLiteral("RequestName")) << service_ << doNotQueue);
@@ -222,7 +198,7 @@ QString labelGuide(const std::string& text) {
     QString guide = QString::fromStdString(text);
     for (QChar& character : guide) {
         if (character.isDigit()) {
-            // The same script's: each has its digits in a row.
+            // Of the same script: Unicode has the ten digits of each in a row.
             character = QChar(character.unicode() - character.digitValue() + 8);
         }
     }

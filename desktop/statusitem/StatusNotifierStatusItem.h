@@ -10,9 +10,9 @@ namespace tidewell {
 
 class StatusNotifierAdaptor;
 
-/// The status item as an object on the bus (org.kde.StatusNotifierItem) that the desktop draws:
-/// the symbol as pictures in the sizes that desktops ask for, the text as the label beside it and,
-/// for the many that draw no labels, as the tooltip. Both are told anew only when they change.
+/// The status item as an org.kde.StatusNotifierItem: the symbol as pixmaps, the text as
+/// XAyatanaLabel and, for hosts that show no label, as the tooltip. Change signals are sent only on
+/// a change.
 class StatusNotifierStatusItem final : public StatusItem {
 public:
     static constexpr const char* path = "/StatusNotifierItem";
@@ -34,10 +34,10 @@ private:
     bool isRegistered_ = false;
 };
 
-/// `text` as a tooltip that no desktop takes for markup.
+/// `text` without what a host could take for markup in a tooltip.
 QString plainTooltip(const std::string& text);
 
-/// A text of the same form as `text` and at least as wide with any digits: what desktops reserve.
+/// `text` with its digits replaced by 8, the widest: hosts reserve its width for the label.
 QString labelGuide(const std::string& text);
 
 } // namespace tidewell

@@ -15,7 +15,7 @@ SystemTrayHost::SystemTrayHost() {
     }
     selection_ = x11::atom(server, "_NET_SYSTEM_TRAY_S" + std::to_string(x11::screenNumber()));
     manager_ = x11::atom(server, "MANAGER");
-    // The toolkit listens to the root window already, where a new tray announces itself.
+    // Qt has selected the root window's events, to which a new tray sends MANAGER.
     qApp->installNativeEventFilter(this);
     tray_ = watchedOwner();
 }
@@ -55,7 +55,7 @@ void SystemTrayHost::follow(std::uint32_t tray) {
     tellObservers();
 }
 
-/// The tray's window, whose end will be told; none where there is no tray.
+/// The tray's window, with DestroyNotify selected on it; none where there is no tray.
 std::uint32_t SystemTrayHost::watchedOwner() const {
     xcb_connection_t* const server = x11::connection();
     for (;;) {
@@ -63,7 +63,7 @@ std::uint32_t SystemTrayHost::watchedOwner() const {
         if (owner == XCB_WINDOW_NONE) {
             return owner;
         }
-        // What the toolkit itself asks for on this window, or its own tray icons would go deaf.
+        // The same mask that Qt selects on this window: a client has one mask per window.
         const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         const auto request =
             xcb_change_window_attributes_checked(server, owner, XCB_CW_EVENT_MASK, &mask);
@@ -71,7 +71,7 @@ std::uint32_t SystemTrayHost::watchedOwner() const {
         if (error == nullptr) {
             return owner;
         }
-        std::free(error); // it was destroyed in between: look again
+        std::free(error); // destroyed meanwhile: look again
     }
 }
 

@@ -8,8 +8,8 @@
 
 namespace tidewell {
 
-/// The old-style tray of an X11 desktop, into which programs embed windows: whoever holds the
-/// selection _NET_SYSTEM_TRAY_Sn. Told by the X server, not polled. Always absent elsewhere.
+/// The XEmbed system tray of an X11 desktop: the owner of the selection _NET_SYSTEM_TRAY_Sn,
+/// followed by X events. Always absent without X11.
 class SystemTrayHost final : public StatusHost, private QAbstractNativeEventFilter {
 public:
     /// After the application object.
@@ -22,7 +22,7 @@ private:
     void follow(std::uint32_t tray);
     std::uint32_t watchedOwner() const;
 
-    std::uint32_t selection_ = 0; // atoms and windows of the X server
+    std::uint32_t selection_ = 0; // X atoms and a window
     std::uint32_t manager_ = 0;
     std::uint32_t tray_ = 0;
 };

@@ -44,7 +44,7 @@ void TrayIconStatusItem::react(QSystemTrayIcon::ActivationReason reason) {
         const QRect place = icon_.geometry();
         const StatusItemActivation activation{QCursor::pos(), place.isValid() ? std::optional(place)
                                                                               : std::nullopt};
-        // Not from within the icon, which may be gone before this returns.
+        // Queued: the call may run a nested event loop in which the icon is deleted.
         QMetaObject::invokeMethod(
             &icon_, [activated = behaviour_.activated, activation] { activated(activation); },
             Qt::QueuedConnection);
@@ -53,7 +53,7 @@ void TrayIconStatusItem::react(QSystemTrayIcon::ActivationReason reason) {
     case QSystemTrayIcon::Context:
         popUpStatusMenu(behaviour_.menu, appearance_.desktop(), QCursor::pos());
         break;
-    case QSystemTrayIcon::DoubleClick: // its first click was told already
+    case QSystemTrayIcon::DoubleClick: // follows a Trigger
     case QSystemTrayIcon::Unknown:
         break;
     }

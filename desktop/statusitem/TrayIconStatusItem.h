@@ -7,11 +7,11 @@
 
 namespace tidewell {
 
-/// The status item as an icon in an old-style tray. The text is its tooltip.
+/// The status item as an XEmbed icon in a system tray. The text is its tooltip.
 ///
-/// The toolkit decides once per process, when the first icon is made, whether the desktop draws
-/// items from the bus, and never embeds an icon afterwards if it does; and it waits for the answer.
-/// So this must be made only while a `StatusNotifierHost` is known to be absent.
+/// The first QSystemTrayIcon of a process asks by a blocking call whether there is a
+/// StatusNotifierWatcher, and if so no icon of the process is ever embedded. So this may be made
+/// only while `StatusNotifierHost` is known to be absent.
 class TrayIconStatusItem final : public StatusItem {
 public:
     /// `appearance` must outlive this.

@@ -19,7 +19,7 @@ std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
 } // namespace
 
 OwnConnection connect() {
-    OwnConnection server(xcb_connect(nullptr, nullptr), &xcb_disconnect); // never null by itself
+    OwnConnection server(xcb_connect(nullptr, nullptr), &xcb_disconnect); // never null
     if (xcb_connection_has_error(server.get()) != 0) {
         server.reset();
     }

@@ -7,31 +7,31 @@
 
 class QWidget;
 
-/// The little that this program asks of an X server beside the toolkit. Main thread.
+/// What this program asks of the X server beside what Qt does. Main thread.
 namespace tidewell::x11 {
 
 using OwnConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
-/// A connection of our own to the X server that `DISPLAY` names; null where there is none. Needs no
-/// application object.
+/// A connection of our own to the X server of `DISPLAY`; null where there is none. Works before the
+/// application object is made.
 OwnConnection connect();
 
-/// The toolkit's connection; null where it runs on something else.
+/// Qt's connection; null on another platform.
 xcb_connection_t* connection();
 
-/// The atom of that name; none when the connection has failed.
+/// The atom of that name; XCB_ATOM_NONE when the connection has failed.
 xcb_atom_t atom(xcb_connection_t* connection, const std::string& name);
 
-/// The window that holds a selection; none when nobody does.
+/// The owner of a selection; XCB_WINDOW_NONE without one.
 xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection);
 
-/// The number of the screen that the program is on, as selections' names carry it.
+/// The X screen of `DISPLAY`, the n of selections such as _NET_WM_CM_Sn.
 int screenNumber();
 
-/// Whether a compositor shows windows' transparent parts; true where there is no X server.
+/// Whether a compositor blends translucent windows; true without X11.
 bool isComposited();
 
-/// Asks for the window, not shown yet, to be on all desktops. Nothing happens without X.
+/// Puts the window, not mapped yet, on all workspaces. Does nothing without X11.
 void showOnAllDesktops(const QWidget& window);
 
 } // namespace tidewell::x11

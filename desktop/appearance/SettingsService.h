@@ -9,16 +9,16 @@
 
 namespace tidewell {
 
-/// Who knows settings of the desktop, on the session bus.
+/// A service on the session bus that holds settings of the desktop.
 struct SettingsService {
     QString name;
     QString path;
     QString interface;
-    QString method; ///< reads one setting of a group
-    bool isStarted; ///< by the bus, if need be
+    QString method; ///< takes group and key
+    bool isStarted; ///< whether a question may start it
 };
 
-/// The desktop portal. It is there on every desktop that has one, for all programs.
+/// The settings portal.
 inline const SettingsService portalSettings{
     .name = QStringLiteral("org.freedesktop.portal.Desktop"),
     .path = QStringLiteral("/org/freedesktop/portal/desktop"),
@@ -26,16 +26,15 @@ inline const SettingsService portalSettings{
     .method = QStringLiteral("Read"),
     .isStarted = true};
 
-/// Xfce's. Where it does not run, this is not Xfce.
+/// Xfconf. Not started: where it does not run, this is not Xfce.
 inline const SettingsService xfceSettings{.name = QStringLiteral("org.xfce.Xfconf"),
                                           .path = QStringLiteral("/org/xfce/Xfconf"),
                                           .interface = QStringLiteral("org.xfce.Xfconf"),
                                           .method = QStringLiteral("GetProperty"),
                                           .isStarted = false};
 
-/// Asks for a setting without waiting. `answer` is given its value once, later, on the main thread;
-/// an invalid one where there is none, or nobody answers. Destroying `context` drops the answer.
-/// Main thread.
+/// Asks for a setting. `answer` gets its value once, later; an invalid one where there is none, or
+/// no answer. Destroying `context` drops the answer. Main thread.
 void askForSetting(const QDBusConnection& bus, const SettingsService& service, const QString& group,
                    const QString& key, QObject& context,
                    std::function<void(const QVariant& value)> answer);

@@ -1,4 +1,4 @@
-#include "desktop/appearance/DesktopSettings.h"
+#include "desktop/appearance/SettingsService.h"
 
 #include "desktop/session/ServiceCall.h"
 
@@ -8,9 +8,9 @@ namespace tidewell {
 
 namespace {
 
-constexpr std::chrono::seconds patience{25};
+constexpr std::chrono::seconds timeout{25};
 
-/// The value itself: the portal's older method wraps it twice.
+/// The portal's Read wraps the value in a variant twice.
 QVariant unwrapped(QVariant value) {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
@@ -27,7 +27,7 @@ void askForSetting(const QDBusConnection& bus, const SettingsService& service, c
                                                    service.method);
     question << group << key;
     question.setAutoStartService(service.isStarted);
-    callService(bus, question, patience, context,
+    callService(bus, question, timeout, context,
                 [answer = std::move(answer)](const QDBusMessage& reply) {
                     const bool isValue = reply.type() == QDBusMessage::ReplyMessage;
                     answer(isValue ? unwrapped(reply.arguments().value(0)) : QVariant());
