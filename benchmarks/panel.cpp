@@ -1,7 +1,7 @@
 // What the panel costs: an update while it is open, sampling while it is closed, opening it. Prints
-// medians, each beside its baseline from the same run. Runs on whatever display the toolkit finds.
+// medians, each beside its baseline from the same run. Runs on whatever display Qt finds.
 
-#include "app/Scenes.h"
+#include "app/SceneWindows.h"
 #include "app/panel/ContentView.h"
 #include "app/panel/PanelWindow.h"
 #include "benchmarks/WatchedMachine.h"

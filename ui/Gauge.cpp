@@ -1,6 +1,6 @@
 #include "ui/Gauge.h"
 
-#include <QAccessibleWidget>
+#include "ui/Accessible.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,11 +41,6 @@ private:
     const Gauge& gauge() const { return *static_cast<Gauge*>(widget()); }
 };
 
-QAccessibleInterface* makeAccessibleGauge(const QString&, QObject* object) {
-    auto* const gauge = dynamic_cast<Gauge*>(object);
-    return gauge == nullptr ? nullptr : new AccessibleGauge(gauge);
-}
-
 } // namespace
 
 double gaugeFraction(double value, double minimum, double maximum) {
@@ -58,7 +53,7 @@ double gaugeFraction(double value, double minimum, double maximum) {
 
 Gauge::Gauge(QWidget* parent)
     : QWidget(parent) {
-    QAccessible::installFactory(makeAccessibleGauge); // does nothing the second time
+    makeAccessible<Gauge, AccessibleGauge>();
 }
 
 void Gauge::contentChanged(const Reading& before) {

@@ -1,5 +1,6 @@
 #include "ui/LinearGauge.h"
 
+#include "ui/Drawing.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"
 
@@ -34,7 +35,6 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     const LinearGaugeContent& shown = content();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     const QRectF whole(rect());
     const double trackMiddle = whole.center().y() - lineDistance / 2;
@@ -49,12 +49,11 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     const QFontMetricsF endMetrics(painter.font());
     const double minimumWidth = endMetrics.horizontalAdvance(shown.minimumText);
     const double maximumWidth = endMetrics.horizontalAdvance(shown.maximumText);
-    const double endHeight = endMetrics.height();
-    const double endTop = trackMiddle - endHeight / 2;
-    painter.drawText(mirrored({0, endTop, minimumWidth, endHeight}), Qt::AlignCenter,
-                     shown.minimumText);
-    painter.drawText(mirrored({whole.width() - maximumWidth, endTop, maximumWidth, endHeight}),
-                     Qt::AlignCenter, shown.maximumText);
+    const QRectF ends(0, 0, whole.width(), 2 * trackMiddle);
+    drawTextLine(painter, ends, isMirrored ? Qt::AlignRight : Qt::AlignLeft, shown.minimumText,
+                 minimumWidth);
+    drawTextLine(painter, ends, isMirrored ? Qt::AlignLeft : Qt::AlignRight, shown.maximumText,
+                 maximumWidth);
 
     const double start = minimumWidth > 0 ? minimumWidth + gap : 0;
     const double end = whole.width() - (maximumWidth > 0 ? maximumWidth + gap : 0);
@@ -73,10 +72,8 @@ void LinearGauge::paintEvent(QPaintEvent*) {
 
     painter.setFont(textFont(TextStyle::callout, font()));
     painter.setPen(palette().color(foregroundRole()));
-    const double valueHeight = QFontMetricsF(painter.font()).height();
-    painter.drawText(
-        QRectF(0, trackMiddle + lineDistance - valueHeight / 2, whole.width(), valueHeight),
-        Qt::AlignCenter, shown.text);
+    drawTextLine(painter, {0, trackMiddle, whole.width(), 2 * lineDistance}, Qt::AlignHCenter,
+                 shown.text, QFontMetricsF(painter.font()).horizontalAdvance(shown.text));
 }
 
 } // namespace tidewell

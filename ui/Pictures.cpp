@@ -1,6 +1,7 @@
 #include "ui/Pictures.h"
 
-#include <QAccessibleWidget>
+#include "ui/Accessible.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -41,11 +42,6 @@ void prepare(QPainter& painter, const QRectF& square) {
     painter.translate(square.topLeft());
     painter.scale(square.width() / units, square.height() / units);
     painter.setPen(Qt::NoPen);
-}
-
-QAccessibleInterface* makeAccessiblePicture(const QString&, QObject* object) {
-    auto* const picture = dynamic_cast<PictureView*>(object);
-    return picture == nullptr ? nullptr : new QAccessibleWidget(picture, QAccessible::Graphic);
 }
 
 } // namespace
@@ -101,7 +97,7 @@ void drawNoWarning(QPainter& painter, const QRectF& square) {
 PictureView::PictureView(DrawPicture draw, QWidget* parent)
     : QWidget(parent)
     , draw_(draw) {
-    QAccessible::installFactory(makeAccessiblePicture); // does nothing the second time
+    makeAccessible<PictureView, AccessibleAs<QAccessible::Graphic>>();
 }
 
 void PictureView::paintEvent(QPaintEvent*) {

@@ -1,10 +1,10 @@
 #include "ui/TitledBox.h"
 
+#include "ui/Accessible.h"
 #include "ui/Drawing.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"
 
-#include <QAccessibleWidget>
 #include <QPainter>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -16,17 +16,12 @@ namespace {
 constexpr double cornerRadius = 8;
 constexpr int titleInset = 2;
 
-QAccessibleInterface* makeAccessibleBox(const QString&, QObject* object) {
-    auto* const box = dynamic_cast<TitledBox*>(object);
-    return box == nullptr ? nullptr : new QAccessibleWidget(box, QAccessible::Grouping);
-}
-
 } // namespace
 
 TitledBox::TitledBox(const QString& title, QWidget* content, QWidget* parent)
     : QWidget(parent)
     , inside_(new QVBoxLayout(this)) {
-    QAccessible::installFactory(makeAccessibleBox); // does nothing the second time
+    makeAccessible<TitledBox, AccessibleAs<QAccessible::Grouping>>();
     content->setBackgroundRole(QPalette::Base);
     inside_->addWidget(content);
 

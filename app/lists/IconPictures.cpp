@@ -1,6 +1,6 @@
 #include "app/lists/IconPictures.h"
 
-#include "app/panel/DevicePixels.h"
+#include "ui/DevicePixels.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #include "app/lists/ShowItemView.h"
 
 #include "app/lists/IconPictures.h"
-#include "app/panel/DevicePixels.h"
 #include "base/text/ByteText.h"
+#include "ui/DevicePixels.h"
 #include "ui/Drawing.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"

@@ -1,8 +1,11 @@
 #include "app/panel/BarChart.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include "ui/Accessible.h"
+
 #include <QMouseEvent>
+#include <QPainter>
+
+#include <utility>
 
 namespace tidewell {
 
@@ -25,33 +28,31 @@ private:
     const BarChart* chart_;
 };
 
-QAccessibleInterface* accessibleChart(const QString& /*className*/, QObject* object) {
-    auto* const chart = qobject_cast<BarChart*>(object);
-    return chart == nullptr ? nullptr : new AccessibleChart(chart); // the toolkit's
-}
-
 } // namespace
 
 BarChart::BarChart(double barWidth, double spacing)
     : barWidth_(barWidth)
     , spacing_(spacing) {
-    QAccessible::installFactory(accessibleChart); // does nothing the second time
+    makeAccessible<BarChart, AccessibleChart>();
     setMouseTracking(true);
 }
 
-BarStrip BarChart::strip(std::size_t count) const {
+QString BarChart::newestSampleText() const {
+    return sampleCount() == 0 ? tr("No samples yet") : sampleText(sampleCount() - 1);
+}
+
+BarStrip BarChart::strip() const {
     return {.width = static_cast<double>(width()),
             .barWidth = barWidth_,
             .spacing = spacing_,
-            .count = count};
+            .count = sampleCount()};
 }
 
 void BarChart::samplesChanged() {
     if (!isVisible()) {
         return;
     }
-    rebuild();
-    followPointer();
+    rebuildBars();
     update();
     if (QAccessible::isActive()) {
         QAccessibleEvent event(this, QAccessible::DescriptionChanged);
@@ -59,8 +60,13 @@ void BarChart::samplesChanged() {
     }
 }
 
+void BarChart::rebuildBars() {
+    hovered_ = rebuild(hovered_);
+    followPointer();
+}
+
 void BarChart::showEvent(QShowEvent* event) {
-    rebuild();
+    rebuildBars();
     QWidget::showEvent(event);
 }
 
@@ -72,15 +78,14 @@ void BarChart::hideEvent(QHideEvent* event) {
 
 void BarChart::resizeEvent(QResizeEvent* event) {
     if (isVisible()) {
-        rebuild();
-        followPointer();
+        rebuildBars();
     }
     QWidget::resizeEvent(event);
 }
 
 void BarChart::mouseMoveEvent(QMouseEvent* event) {
     movePointer(event->position());
-    event->ignore(); // for whoever else follows the pointer
+    event->ignore(); // the box around the chart follows the pointer, too
 }
 
 void BarChart::enterEvent(QEnterEvent* event) {
@@ -97,8 +102,8 @@ void BarChart::movePointer(std::optional<QPointF> position) {
 }
 
 void BarChart::followPointer() {
-    const auto left = hoveredBar();
     const auto entered = pointer_ ? barAt(*pointer_) : std::nullopt;
+    const auto left = std::exchange(hovered_, entered);
     if (left == entered) {
         return;
     }
@@ -109,6 +114,23 @@ void BarChart::followPointer() {
         hover(*entered, true);
     }
     update();
+}
+
+std::optional<std::size_t> BarChart::barAt(QPointF position) const {
+    const auto index = strip().barAt(position.x());
+    const double aboveBase = height() - position.y();
+    return index && aboveBase > 0 && aboveBase <= barHeight(*index) ? index : std::nullopt;
+}
+
+void BarChart::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const BarStrip place = strip();
+    for (std::size_t index = place.firstVisible(); index < place.count; ++index) {
+        if (barHeight(index) > 0) {
+            paintBar(painter, index, {place.left(index), static_cast<double>(height())});
+        }
+    }
+    paintReadOut(painter);
 }
 
 } // namespace tidewell

@@ -8,36 +8,40 @@
 
 namespace tidewell {
 
-/// What the charts have in common: a pointer that may rest while the bars move under it, no work
-/// while nothing is to be seen, and a voice for screen readers. Main thread.
+/// What the two histories have in common: where bars stand, the bar under a pointer that may rest
+/// while the bars move, and no work while the chart is hidden. Lengths in points. Main thread.
 class BarChart : public QWidget {
     Q_OBJECT
 
 public:
-    /// The newest sample in words, for screen readers. Says so when there is none.
-    virtual QString newestSampleText() const = 0;
+    virtual std::size_t sampleCount() const = 0;
+    /// What a sample says, for screen readers. The oldest has the index 0.
+    virtual QString sampleText(std::size_t index) const = 0;
+    /// The newest sample; says so when there is none.
+    QString newestSampleText() const;
 
 protected:
-    /// Lengths in points.
     BarChart(double barWidth, double spacing);
 
     double barWidth() const { return barWidth_; }
-    /// Where so many bars stand at the present size.
-    BarStrip strip(std::size_t count) const;
+    BarStrip strip() const;
 
-    /// After the samples, or the colours they are painted in, have changed.
+    /// To be called after the samples, or the colours of their bars, have changed.
     void samplesChanged();
 
-    /// Makes the bars anew from the samples, for the present size; what the pointer did to those
-    /// that stay is kept. Called while the chart is shown, and before it is shown.
-    virtual void rebuild() = 0;
-    /// The bar whose hover region holds `position`.
-    virtual std::optional<std::size_t> barAt(QPointF position) const = 0;
-    /// The bar that was told last that the pointer is on it.
-    virtual std::optional<std::size_t> hoveredBar() const = 0;
-    virtual void hover(std::size_t bar, bool inside) = 0;
-    /// The bars are no longer shown: what lives as long as they do ends.
+    /// Makes the bars from the samples, for the present size. Called while the chart is shown, and
+    /// before it is. `hovered` is the bar that is marked as the pointer's; the result is its index
+    /// among the new bars, if it goes on being one.
+    virtual std::optional<std::size_t> rebuild(std::optional<std::size_t> hovered) = 0;
+    /// The chart is hidden: what lives as long as its bars are shown ends.
     virtual void dropBars() = 0;
+    /// 0 where there is no bar.
+    virtual double barHeight(std::size_t index) const = 0;
+    /// The pointer came onto a bar, or left it.
+    virtual void hover(std::size_t index, bool inside) = 0;
+    virtual void paintBar(QPainter& painter, std::size_t index, QPointF bottomLeft) const = 0;
+    /// Paints what lies over all bars.
+    virtual void paintReadOut(QPainter& /*painter*/) const {}
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -45,14 +49,18 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    void rebuildBars();
     void movePointer(std::optional<QPointF> position);
     void followPointer();
+    std::optional<std::size_t> barAt(QPointF position) const;
 
     double barWidth_;
     double spacing_;
     std::optional<QPointF> pointer_; // while it is in the chart
+    std::optional<std::size_t> hovered_;
 };
 
 } // namespace tidewell

@@ -16,10 +16,6 @@ std::size_t BarStrip::firstVisible() const {
     return count - std::min(count, fitting);
 }
 
-bool BarStrip::reaches(std::size_t index, double from, double to) const {
-    return left(index) <= to && left(index) + barWidth >= from;
-}
-
 std::optional<std::size_t> BarStrip::barAt(double x) const {
     if (x < 0 || x >= width) {
         return std::nullopt;

@@ -20,8 +20,6 @@ struct BarStrip {
     double left(std::size_t index) const;
     /// The first bar of which something is to be seen; `count` when there is none.
     std::size_t firstVisible() const;
-    /// Whether something of a bar lies between two places.
-    bool reaches(std::size_t index, double from, double to) const;
     /// The bar whose column holds `x`, unless `x` is in a gap or beyond the chart's edges.
     std::optional<std::size_t> barAt(double x) const;
 };

@@ -1,35 +1,22 @@
 #include "app/panel/ContentView.h"
 
-#include "app/Scenes.h"
+#include "app/SceneWindows.h"
 #include "app/lists/ShowItemList.h"
 #include "app/panel/AnchorPoint.h"
-#include "app/panel/PanelRules.h"
-#include "app/panel/ScrollingBarChart.h"
+#include "app/panel/GaugesRow.h"
+#include "app/panel/PanelPrompts.h"
+#include "app/panel/PanelToolbar.h"
 #include "app/panel/ScrollingBarChartFixed.h"
+#include "app/panel/SwapSection.h"
 #include "app/processes/WindowAndPositionReader.h"
 #include "base/ports/BundleInformation.h"
-#include "base/text/ByteText.h"
-#include "base/text/IntegerText.h"
-#include "base/values/LevelColours.h"
 #include "model/preferences/StoredPreferences.h"
-#include "ui/Fonts.h"
 #include "ui/Labels.h"
-#include "ui/LinearGauge.h"
-#include "ui/Palette.h"
-#include "ui/Pictures.h"
-#include "ui/PushButton.h"
-#include "ui/RoundGauge.h"
-#include "ui/SymbolButton.h"
 #include "ui/TitledBox.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QShortcut>
-#include <QStackedWidget>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -42,83 +29,47 @@ namespace {
 constexpr int componentWidth = 300;
 constexpr int betweenItems = 6;
 constexpr int boxMargin = 4;
-constexpr int promptHeight = 25;
 constexpr int titleHeight = 24;
-constexpr int gaugesRowHeight = 92;
-constexpr int captionHeight = 18;
-constexpr int toolbarButton = 26;
-constexpr int gaugeCentre =
-    82; // to both sides of the middle: 110 between columns as wide as an arc
 
-QString text(const std::string& utf8) {
-    return QString::fromStdString(utf8);
-}
-
-QString integer(std::int64_t value) {
-    return text(integerText(value));
+constexpr int titleBottomPadding(bool checkIfNotificationsAreAllowed) {
+    return checkIfNotificationsAreAllowed ? 0 : 15;
 }
 
 std::string translatedFigure(const std::string& name) {
     return QCoreApplication::translate("MemoryWatcher", name.c_str()).toStdString();
 }
 
-/// A prompt in the middle of a row of its own, which is what is hidden with it.
-QPushButton* makePrompt(const QString& title) {
-    auto* prompt = new PushButton(title);
-    prompt->setFont(textFont(TextStyle::body, prompt->font()));
-    prompt->setFixedHeight(promptHeight);
-    prompt->setAutoDefault(true); // takes Return, too
-    auto* row = new QWidget;
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 15 + betweenItems);
-    layout->addWidget(prompt, 0, Qt::AlignHCenter);
-    return prompt;
-}
-
-RoundGaugeContent percentage(double value, Colour textColour) {
-    return {.value = value,
-            // Without its fraction. It is finite: it comes of figures that are.
-            .text = integer(static_cast<std::int64_t>(value)) + u'%',
-            .textColour = textColour,
-            .minimumText = integer(0),
-            .maximumText = integer(100),
-            .minimumTextColour = colours::systemGreen,
-            .maximumTextColour = colours::systemRed,
-            .gradient = gaugeGradient(value)};
-}
-
 } // namespace
 
 ContentView::ContentView(Environment environment)
-    : environment_(std::move(environment))
-    , toolbar_(makeToolbar())
-    , title_(makeLabel(text(applicationName(environment_.bundle)), TextStyle::title))
-    , notificationPrompt_(makePrompt(tr("Press to set Allow Notifications")))
-    , updatePrompt_(makePrompt(tr("Update available!"))) {
-    applyPalette();
-    connect(notificationPrompt_, &QPushButton::clicked, this,
-            &ContentView::showNotificationSettings);
-    connect(updatePrompt_, &QPushButton::clicked, this, [this] {
-        if (SPUUpdater* updater = environment_.sparkleModel->updater()) {
-            updater->checkForUpdates();
-        }
-    });
-    auto* copyrightLine =
-        makeSecondaryLabel(text(copyright(environment_.bundle)), TextStyle::footnote);
+    : environment_(std::move(environment)) {
+    const QString name = QString::fromStdString(applicationName(environment_.bundle));
+    toolbar_ = new PanelToolbar(name, environment_.windows, environment_.confirmQuit, this);
+    title_ = makeLabel(name, TextStyle::title);
+    prompts_ =
+        new PanelPrompts(name, {.openNotificationSettings = environment_.openNotificationSettings,
+                                .checkForUpdates = [model = environment_.sparkleModel] {
+                                    if (SPUUpdater* updater = model->updater()) {
+                                        updater->checkForUpdates();
+                                    }
+                                }});
+    gauges_ = new GaugesRow(componentWidth, [this] { dismissAppMemory(); });
+    swap_ = new SwapSection(environment_.memoryWatcher, componentWidth, betweenItems,
+                            [this] { dismissAppMemory(); });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 20, 0, 6);
     layout->setSpacing(0);
     layout->addWidget(title_);
-    layout->addWidget(notificationPrompt_->parentWidget());
-    layout->addWidget(updatePrompt_->parentWidget());
-    for (QWidget* item : {makeGaugesRow(), makeGeneralBox(), makeSwapBox(), makeSwapHistory(),
-                          makePressureHistory()}) {
+    layout->addWidget(prompts_);
+    for (QWidget* item :
+         std::initializer_list<QWidget*>{gauges_, makeGeneralBox(), swap_, makePressureHistory()}) {
         layout->addWidget(item, 0, Qt::AlignHCenter);
         layout->addSpacing(betweenItems);
     }
     layout->addStretch();
-    layout->addWidget(copyrightLine);
+    layout->addWidget(makeSecondaryLabel(QString::fromStdString(copyright(environment_.bundle)),
+                                         TextStyle::footnote));
     setMinimumHeight(panelHeight);
 
     watching_ = environment_.memoryWatcher->objectWillChange([this] { later_.schedule(); });
@@ -126,61 +77,6 @@ ContentView::ContentView(Environment environment)
         watchingUpdates_ =
             environment_.sparkleModel->objectWillChange([this] { later_.schedule(); });
     }
-}
-
-QWidget* ContentView::makeToolbar() {
-    auto* toolbar = new QWidget(this);
-    auto* layout = new QHBoxLayout(toolbar);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    const QString name = text(applicationName(environment_.bundle));
-    const auto add = [layout](std::string_view symbol, const QString& help,
-                              const QKeySequence& keys, const auto& action) {
-        auto* button = new SymbolButton(symbol, help);
-        button->setFixedSize(toolbarButton, toolbarButton);
-        button->setToolTip(help);
-        if (!keys.isEmpty()) {
-            // In the program's other windows, too: the pointer may have made one the active one.
-            auto* shortcut = new QShortcut(keys, button);
-            shortcut->setContext(Qt::ApplicationShortcut);
-            connect(shortcut, &QShortcut::activated, button, &SymbolButton::animateClick);
-        }
-        connect(button, &SymbolButton::clicked, button, action);
-        layout->addWidget(button);
-    };
-    const QKeySequence settingsKeys(Qt::CTRL | Qt::Key_Comma);
-    const QKeySequence quitKeys(Qt::CTRL | Qt::Key_Q);
-    SceneWindows& windows = environment_.windows;
-    add("info.circle", tr("About %1").arg(name), {},
-        [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::about); });
-    add("gear", tr("Go to Settings - %1").arg(settingsKeys.toString(QKeySequence::NativeText)),
-        settingsKeys, [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::settings); });
-    add("power", tr("Quit %1 - %2").arg(name, quitKeys.toString(QKeySequence::NativeText)),
-        quitKeys, environment_.confirmQuit);
-    toolbar->adjustSize();
-    return toolbar;
-}
-
-QWidget* ContentView::makeGaugesRow() {
-    gaugesRow_ = new QWidget;
-    gaugesRow_->setFixedSize(componentWidth, gaugesRowHeight);
-    gaugesRow_->installEventFilter(this);
-    const auto add = [this](int centre, const QString& caption) {
-        auto* gauge = new RoundGauge(gaugesRow_);
-        gauge->setAccessibleName(caption);
-        gauge->resize(gauge->sizeHint());
-        gauge->move(centre - gauge->width() / 2, 0);
-        QLabel* label = makeLabel(caption, TextStyle::body);
-        label->setParent(gaugesRow_);
-        label->setGeometry(centre - gaugeCentre, gaugesRowHeight - captionHeight, 2 * gaugeCentre,
-                           captionHeight);
-        return gauge;
-    };
-    constexpr int middle = componentWidth / 2;
-    const int sign = isRightToLeft() ? -1 : 1;
-    pressureGauge_ = add(middle - sign * gaugeCentre, tr("Pressure"));
-    usageGauge_ = add(middle + sign * gaugeCentre, tr("Memory Usage"));
-    return gaugesRow_;
 }
 
 QWidget* ContentView::makeGeneralBox() {
@@ -196,36 +92,6 @@ QWidget* ContentView::makeGeneralBox() {
         }
     });
     return generalBox_;
-}
-
-QWidget* ContentView::makeSwapBox() {
-    swapGauge_ = new LinearGauge;
-    swapGauge_->setAccessibleName(tr("Swap"));
-    swapState_ = new QStackedWidget;
-    swapState_->addWidget(makeLabel(tr("No swap memory used."), TextStyle::body));
-    swapState_->addWidget(swapGauge_);
-    auto* box = new TitledBox(tr("Swap"), swapState_);
-    box->setContentMargins({12, boxMargin, 12, boxMargin});
-    box->setFixedSize(componentWidth, 64);
-    box->onHover([this](bool entered) {
-        if (entered) {
-            dismissAppMemory();
-        }
-    });
-    return box;
-}
-
-QWidget* ContentView::makeSwapHistory() {
-    swapChart_ = new ScrollingBarChart(environment_.memoryWatcher, {}, 22.1, 1);
-    auto* box = new TitledBox(tr("Swap Usage"), swapChart_);
-    box->setContentMargins({0, 3, 0, 3});
-    swapHistory_ = new QStackedWidget;
-    swapHistory_->setFixedSize(componentWidth, 126);
-    auto* noWarning = new PictureView(drawNoWarning);
-    noWarning->setAccessibleName(tr("No swap memory used."));
-    swapHistory_->addWidget(noWarning);
-    swapHistory_->addWidget(box);
-    return swapHistory_;
 }
 
 QWidget* ContentView::makePressureHistory() {
@@ -263,24 +129,7 @@ void ContentView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
 }
 
-void ContentView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) {
-        applyPalette();
-    }
-    QWidget::changeEvent(event);
-}
-
-void ContentView::applyPalette() {
-    QPalette prompt;
-    prompt.setColor(QPalette::ButtonText,
-                    toQColor(textVariant(colours::systemRed), appearanceOf(palette())));
-    notificationPrompt_->setPalette(prompt);
-}
-
 bool ContentView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == gaugesRow_ && event->type() == QEvent::Enter) {
-        dismissAppMemory();
-    }
     if (watched == list_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
@@ -294,18 +143,9 @@ bool ContentView::eventFilter(QObject* watched, QEvent* event) {
 void ContentView::refresh() {
     const MemoryWatcher& watcher = *environment_.memoryWatcher;
     refreshPrompts();
-    const auto pressure = watcher.memoryPressure();
-    pressureGauge_->setContent(percentage(static_cast<double>(pressure), pressureColour(pressure)));
-    usageGauge_->setContent(percentage(watcher.usedMemoryPercentage(), colours::primary));
-
-    std::vector<DisplayContainer> rows;
-    rows.reserve(watcher.showItems().size());
-    for (const ShowItem& item : watcher.showItems()) {
-        rows.push_back({.showItem = item, .image = std::nullopt});
-        rows.back().showItem.label = translatedFigure(item.label);
-    }
-    list_->setItems(std::move(rows));
-    refreshSwap();
+    gauges_->setContent(watcher.memoryPressure(), watcher.usedMemoryPercentage());
+    refreshList();
+    swap_->refresh();
     pressureChart_->setData(watcher.memoryPressureArray());
 }
 
@@ -314,26 +154,18 @@ void ContentView::refreshPrompts() {
     const int padding = titleBottomPadding(checkIfNotificationsAreAllowed_);
     title_->setContentsMargins(0, 0, 0, padding);
     title_->setFixedHeight(titleHeight + padding);
-    notificationPrompt_->parentWidget()->setVisible(checkIfNotificationsAreAllowed_);
-    updatePrompt_->parentWidget()->setVisible(update);
+    prompts_->setShown(checkIfNotificationsAreAllowed_, update);
     generalBox_->setFixedHeight(TitledBox::titleHeight + 2 * boxMargin +
                                 listHeight(checkIfNotificationsAreAllowed_, update));
 }
 
-void ContentView::refreshSwap() {
-    const MemoryWatcher& watcher = *environment_.memoryWatcher;
-    const bool inUse = watcher.swapUsed() != 0;
-    if (inUse) {
-        swapGauge_->setContent({.value = static_cast<double>(watcher.swapUsed()),
-                                .maximum = static_cast<double>(watcher.swapTotal()),
-                                .text = text(sizeText(watcher.swapUsed())),
-                                .minimumText = integer(0) + QStringLiteral(" MB"),
-                                .maximumText = text(sizeText(watcher.swapTotal())),
-                                .tint = levelColour(watcher.warningLevel())});
-        swapChart_->setData(watcher.swapUsedArray());
+void ContentView::refreshList() {
+    std::vector<DisplayContainer> rows;
+    for (const ShowItem& item : environment_.memoryWatcher->showItems()) {
+        rows.push_back({.showItem = item, .image = std::nullopt});
+        rows.back().showItem.label = translatedFigure(item.label);
     }
-    swapState_->setCurrentIndex(inUse ? 1 : 0);
-    swapHistory_->setCurrentIndex(inUse ? 1 : 0);
+    list_->setItems(std::move(rows));
 }
 
 void ContentView::recordPosition() {
@@ -363,22 +195,6 @@ Task<void> ContentView::askForPermission(std::shared_ptr<NotificationManager> ma
         view->checkIfNotificationsAreAllowed_ = !allowed;
         view->later_.schedule();
     }
-}
-
-void ContentView::showNotificationSettings() {
-    if (environment_.openNotificationSettings()) {
-        return;
-    }
-    auto* message = new QMessageBox(
-        QMessageBox::Information, title_->text(),
-        tr("This desktop has no notification settings that %1 can open.").arg(title_->text()),
-        QMessageBox::Ok, this);
-    message->setInformativeText(tr("Allow its notifications where your desktop keeps them."));
-    message->setWindowIcon(applicationIcon());
-    message->setAttribute(Qt::WA_DeleteOnClose);
-    message->setAttribute(Qt::WA_WindowPropagation);
-    message->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does
-    message->open();
 }
 
 void ContentView::openAppMemory() {

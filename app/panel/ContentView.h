@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/SceneWindows.h"
 #include "base/ports/Bundle.h"
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/Executor.h"
@@ -17,20 +16,25 @@
 #include <memory>
 
 class QLabel;
-class QPushButton;
-class QStackedWidget;
 
 namespace tidewell {
 
-class LinearGauge;
-class RoundGauge;
-class ScrollingBarChart;
+class GaugesRow;
+class PanelPrompts;
+class SceneWindows;
 class ScrollingBarChartFixed;
 class ShowItemList;
+class SwapSection;
 class TitledBox;
 
-/// The content of the main panel. Reads the models only while it is visible: when it appears, and
-/// then at most once for all the changes of one event-loop pass. Main thread.
+/// The height of the panel's list of figures in points. The prompts above it take from it.
+constexpr int listHeight(bool checkIfNotificationsAreAllowed, bool isUpdateAvailable) {
+    return (checkIfNotificationsAreAllowed ? 165 : 205) - (isUpdateAvailable ? 40 : 0);
+}
+
+/// The content of the main panel: lays its parts out, and hands them what the models say. Reads the
+/// models only while it is visible: when it appears, and then at most once for all the changes of
+/// one event-loop pass. Main thread.
 class ContentView final : public QWidget {
     Q_OBJECT
 
@@ -55,26 +59,19 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QWidget* makeToolbar();
-    QWidget* makeGaugesRow();
     QWidget* makeGeneralBox();
-    QWidget* makeSwapBox();
-    QWidget* makeSwapHistory();
     QWidget* makePressureHistory();
 
-    void applyPalette();
     void refresh();
     void refreshPrompts();
-    void refreshSwap();
+    void refreshList();
     void recordPosition();
     void askForPermission();
     static Task<void> askForPermission(std::shared_ptr<NotificationManager> manager,
                                        QPointer<ContentView> view);
-    void showNotificationSettings();
     void openAppMemory();
     void dismissAppMemory() const;
 
@@ -85,17 +82,11 @@ private:
     // Owned by the view, in the order in which the keyboard goes through them.
     QWidget* toolbar_;
     QLabel* title_;
-    QPushButton* notificationPrompt_;
-    QPushButton* updatePrompt_;
-    QWidget* gaugesRow_ = nullptr;
-    RoundGauge* pressureGauge_ = nullptr;
-    RoundGauge* usageGauge_ = nullptr;
-    TitledBox* generalBox_ = nullptr;
+    PanelPrompts* prompts_;
+    GaugesRow* gauges_;
     ShowItemList* list_ = nullptr;
-    QStackedWidget* swapState_ = nullptr; ///< the text that there is none, or the gauge
-    LinearGauge* swapGauge_ = nullptr;
-    QStackedWidget* swapHistory_ = nullptr; ///< the picture that there is none, or the chart
-    ScrollingBarChart* swapChart_ = nullptr;
+    TitledBox* generalBox_ = nullptr;
+    SwapSection* swap_;
     ScrollingBarChartFixed* pressureChart_ = nullptr;
     QPointer<QWidget> positionReader_; ///< the window's, of the present appearance
 

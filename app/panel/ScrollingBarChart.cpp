@@ -5,9 +5,6 @@
 #include "base/values/LevelColours.h"
 #include "ui/Palette.h"
 
-#include <QPaintEvent>
-#include <QPainter>
-
 #include <algorithm>
 
 namespace tidewell {
@@ -35,76 +32,52 @@ void ScrollingBarChart::setData(const std::vector<SwapItem>& swapUsedArray) {
     samplesChanged();
 }
 
-QString ScrollingBarChart::newestSampleText() const {
-    return swapUsedArray_.empty()
-               ? tr("No samples yet")
-               : tr("%1 at %2")
-                     .arg(QString::fromStdString(byteText(swapUsedArray_.back().value)),
-                          QString::fromStdString(timeOfDayString(swapUsedArray_.back().timestamp)));
+QString ScrollingBarChart::sampleText(std::size_t index) const {
+    const auto& [value, timestamp] = swapUsedArray_.at(index);
+    return tr("%1 at %2")
+        .arg(QString::fromStdString(byteText(value)),
+             QString::fromStdString(timeOfDayString(timestamp)));
 }
 
-void ScrollingBarChart::rebuild() {
+std::optional<std::size_t> ScrollingBarChart::rebuild(std::optional<std::size_t> hovered) {
     level_ = memoryWatcher_->warningLevel();
+    labelFont_ = VerticalBarWithText::labelFont();
     const std::int64_t largest =
         swapUsedArray_.empty() ? 0 : std::ranges::max(swapUsedArray_, {}, &SwapItem::value).value;
-    const auto earlier = std::exchange(bars_, {});
-    const std::size_t firstEarlier =
-        std::exchange(firstBar_, strip(swapUsedArray_.size()).firstVisible());
+    bars_.clear();
+    firstBar_ = strip().firstVisible();
+    std::optional<std::size_t> hoveredNow;
     for (std::size_t index = firstBar_; index < swapUsedArray_.size(); ++index) {
         const auto& [value, timestamp] = swapUsedArray_[index];
         auto& bar = bars_.emplace_back();
         if (value < 1) {
             continue;
         }
-        // Below the first: wraps to a place that is none.
-        const std::size_t place = index - firstEarlier;
-        const bool hovered = place < earlier.size() && earlier[place] && earlier[place]->hovered;
         bar = VerticalBarWithText{.barColor = levelColour(level_),
                                   .textValue = byteText(value),
                                   .barHeight = swapBarHeight(height(), value, largest),
                                   .barWidth = barWidth(),
                                   .timeStamp = timestamp,
-                                  .hovered = hovered};
-        // Also for a place whose sample has moved on: its old label would be another sample's.
+                                  .hovered = hovered == index};
+        // Also where the samples moved on and the pointer's mark did not.
         bar->appear();
+        hoveredNow = bar->hovered ? hovered : hoveredNow;
     }
+    return hoveredNow;
 }
 
-void ScrollingBarChart::dropBars() {
-    bars_.clear();
+double ScrollingBarChart::barHeight(std::size_t index) const {
+    // An index before the first bar wraps around to one that has no bar either.
+    const std::size_t place = index - firstBar_;
+    return place < bars_.size() && bars_[place] ? bars_[place]->barHeight : 0;
 }
 
-std::optional<std::size_t> ScrollingBarChart::barAt(QPointF position) const {
-    const auto index = strip(swapUsedArray_.size()).barAt(position.x());
-    if (!index || !bars_.at(*index - firstBar_)) {
-        return std::nullopt;
-    }
-    const double top = height() - bars_.at(*index - firstBar_)->barHeight;
-    return position.y() >= top && position.y() < height() ? index : std::nullopt;
+void ScrollingBarChart::hover(std::size_t index, bool inside) {
+    bars_.at(index - firstBar_)->hover(inside);
 }
 
-std::optional<std::size_t> ScrollingBarChart::hoveredBar() const {
-    const auto bar = std::ranges::find_if(bars_, [](const auto& it) { return it && it->hovered; });
-    return bar == bars_.end()
-               ? std::nullopt
-               : std::optional(firstBar_ + static_cast<std::size_t>(bar - bars_.begin()));
-}
-
-void ScrollingBarChart::hover(std::size_t bar, bool inside) {
-    bars_.at(bar - firstBar_)->hover(inside);
-}
-
-void ScrollingBarChart::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    const QFont font = VerticalBarWithText::labelFont();
-    const BarStrip place = strip(swapUsedArray_.size());
-    for (std::size_t index = firstBar_; index < swapUsedArray_.size(); ++index) {
-        const auto& bar = bars_.at(index - firstBar_);
-        if (bar && place.reaches(index, event->rect().left(), event->rect().right() + 1)) {
-            bar->paint(painter, {place.left(index), static_cast<double>(height())}, font,
-                       appearanceOf(palette()));
-        }
-    }
+void ScrollingBarChart::paintBar(QPainter& painter, std::size_t index, QPointF bottomLeft) const {
+    bars_.at(index - firstBar_)->paint(painter, bottomLeft, labelFont_, appearanceOf(palette()));
 }
 
 } // namespace tidewell

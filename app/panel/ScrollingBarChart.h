@@ -27,26 +27,27 @@ public:
     /// are as they were.
     void setData(const std::vector<SwapItem>& swapUsedArray);
 
-    QString newestSampleText() const override;
+    std::size_t sampleCount() const override { return swapUsedArray_.size(); }
+    QString sampleText(std::size_t index) const override;
 
     /// One for each sample of which something is to be seen, the newest last; empty slots in
     /// between for samples without a bar. None while the chart is hidden.
     const std::vector<std::optional<VerticalBarWithText>>& bars() const { return bars_; }
 
 protected:
-    void rebuild() override;
-    std::optional<std::size_t> barAt(QPointF position) const override;
-    std::optional<std::size_t> hoveredBar() const override;
-    void hover(std::size_t bar, bool inside) override;
-    void dropBars() override;
-    void paintEvent(QPaintEvent* event) override;
+    std::optional<std::size_t> rebuild(std::optional<std::size_t> hovered) override;
+    void dropBars() override { bars_.clear(); }
+    double barHeight(std::size_t index) const override;
+    void hover(std::size_t index, bool inside) override;
+    void paintBar(QPainter& painter, std::size_t index, QPointF bottomLeft) const override;
 
 private:
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
     std::vector<SwapItem> swapUsedArray_;
-    WarningLevel level_ = WarningLevel::none; // that the bars are coloured after
+    WarningLevel level_ = WarningLevel::none; // of which the bars have the colour
     std::vector<std::optional<VerticalBarWithText>> bars_;
-    std::size_t firstBar_ = 0; // the place in the history of the first of them
+    QFont labelFont_;
+    std::size_t firstBar_ = 0; // its index in the history
 };
 
 /// The height of the bar of `value` bytes where `largest` is the history's largest; no bar, and

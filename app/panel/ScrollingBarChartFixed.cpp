@@ -1,18 +1,17 @@
 #include "app/panel/ScrollingBarChartFixed.h"
 
-#include "app/panel/DevicePixels.h"
 #include "base/text/IntegerText.h"
 #include "base/text/TimeOfDay.h"
 #include "base/values/LevelColours.h"
+#include "ui/DevicePixels.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
+#include <utility>
 
 namespace tidewell {
 
@@ -23,7 +22,6 @@ ScrollingBarChartFixed::ScrollingBarChartFixed(double fixedHeight,
     : BarChart(barWidth, spacing)
     , fixedHeight_(fixedHeight)
     , memoryPressureArray_(std::move(memoryPressureArray))
-
     , hoverValue_(hoverValue) {
     setAccessibleName(tr("Memory Pressure"));
     setFixedHeight(static_cast<int>(std::ceil(fixedHeight)));
@@ -37,20 +35,17 @@ void ScrollingBarChartFixed::setData(const std::vector<MemoryPressureItem>& memo
     samplesChanged();
 }
 
-QString ScrollingBarChartFixed::newestSampleText() const {
-    if (memoryPressureArray_.empty()) {
-        return tr("No samples yet");
-    }
-    const auto& [value, timestamp] = memoryPressureArray_.back();
+QString ScrollingBarChartFixed::sampleText(std::size_t index) const {
+    const auto& [value, timestamp] = memoryPressureArray_.at(index);
     return tr("%1% at %2")
         .arg(QString::fromStdString(integerText(value)),
              QString::fromStdString(timeOfDayString(timestamp)));
 }
 
-void ScrollingBarChartFixed::rebuild() {
+std::optional<std::size_t> ScrollingBarChartFixed::rebuild(std::optional<std::size_t> hovered) {
     const auto earlier = std::exchange(bars_, {});
-    auto next = earlier.begin(); // samples keep their order, and each bar goes on as one
-    bool isHoverKept = false;
+    auto next = earlier.begin(); // samples keep their order
+    std::optional<std::size_t> hoveredNow;
     for (const auto& item : memoryPressureArray_) {
         auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth(),
                                                                 .barHeight = fixedHeight_,
@@ -59,55 +54,37 @@ void ScrollingBarChartFixed::rebuild() {
                                                                 .hoverValue = &hoverValue_});
         const auto same = std::ranges::find(next, earlier.end(), item,
                                             &VerticalBarWithExtension::memoryPressureItem);
-        if (same != earlier.end()) {
-            next = same + 1;
-            bar.hovered = same->hovered;
-            isHoverKept = isHoverKept || same->hovered;
-        } else {
+        if (same == earlier.end()) {
             bar.appear();
+            continue;
         }
+        next = same + 1;
+        bar.hovered = same->hovered;
+        hoveredNow = bar.hovered ? bars_.size() - 1 : hoveredNow;
     }
-    if (!isHoverKept && std::ranges::any_of(earlier, &VerticalBarWithExtension::hovered)) {
-        hoverValue_ = noHover; // its bar went from under the pointer
+    if (hovered && !hoveredNow) {
+        hoverValue_ = noHover; // the bar went from under the pointer
     }
+    return hoveredNow;
 }
 
-void ScrollingBarChartFixed::dropBars() {
-    bars_.clear();
+double ScrollingBarChartFixed::barHeight(std::size_t index) const {
+    return pressureBarHeight(bars_.at(index).memoryPressureItem.value);
 }
 
-std::optional<std::size_t> ScrollingBarChartFixed::barAt(QPointF position) const {
-    const auto index = strip(memoryPressureArray_.size()).barAt(position.x());
-    const bool isInside =
-        index && position.y() < fixedHeight_ &&
-        position.y() >= fixedHeight_ - pressureBarHeight(bars_.at(*index).memoryPressureItem.value);
-    return isInside ? index : std::nullopt;
+void ScrollingBarChartFixed::hover(std::size_t index, bool inside) {
+    bars_.at(index).hover(inside);
 }
 
-std::optional<std::size_t> ScrollingBarChartFixed::hoveredBar() const {
-    const auto bar = std::ranges::find_if(bars_, &VerticalBarWithExtension::hovered);
-    return bar == bars_.end() ? std::nullopt
-                              : std::optional(static_cast<std::size_t>(bar - bars_.begin()));
-}
-
-void ScrollingBarChartFixed::hover(std::size_t bar, bool inside) {
-    bars_.at(bar).hover(inside);
-}
-
-void ScrollingBarChartFixed::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    const BarStrip place = strip(memoryPressureArray_.size());
-    for (std::size_t index = place.firstVisible(); index < bars_.size(); ++index) {
-        if (place.reaches(index, event->rect().left(), event->rect().right() + 1)) {
-            bars_[index].paint(painter, {place.left(index), fixedHeight_}, appearanceOf(palette()));
-        }
-    }
-    if (hoverValue_.value >= 0) {
-        paintReadOut(painter);
-    }
+void ScrollingBarChartFixed::paintBar(QPainter& painter, std::size_t index,
+                                      QPointF bottomLeft) const {
+    bars_.at(index).paint(painter, bottomLeft, appearanceOf(palette()));
 }
 
 void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
+    if (hoverValue_.value < 0) {
+        return;
+    }
     constexpr double padding = 2;
     constexpr double radius = 3;
     const Appearance appearance = appearanceOf(palette());

@@ -26,22 +26,21 @@ public:
 
     /// What the read-out shows; nothing where the value is negative.
     MemoryPressureItem hoverValue() const { return hoverValue_; }
-    QString newestSampleText() const override;
+    std::size_t sampleCount() const override { return memoryPressureArray_.size(); }
+    QString sampleText(std::size_t index) const override;
 
     /// One for each sample, none while the chart is hidden.
     const std::vector<VerticalBarWithExtension>& bars() const { return bars_; }
 
 protected:
-    void rebuild() override;
-    std::optional<std::size_t> barAt(QPointF position) const override;
-    std::optional<std::size_t> hoveredBar() const override;
-    void hover(std::size_t bar, bool inside) override;
-    void dropBars() override;
-    void paintEvent(QPaintEvent* event) override;
+    std::optional<std::size_t> rebuild(std::optional<std::size_t> hovered) override;
+    void dropBars() override { bars_.clear(); }
+    double barHeight(std::size_t index) const override;
+    void hover(std::size_t index, bool inside) override;
+    void paintBar(QPainter& painter, std::size_t index, QPointF bottomLeft) const override;
+    void paintReadOut(QPainter& painter) const override;
 
 private:
-    void paintReadOut(QPainter& painter) const;
-
     double fixedHeight_;
     std::vector<MemoryPressureItem> memoryPressureArray_;
     MemoryPressureItem hoverValue_;

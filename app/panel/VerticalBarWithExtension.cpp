@@ -1,6 +1,6 @@
 #include "app/panel/VerticalBarWithExtension.h"
 
-#include "app/panel/DevicePixels.h"
+#include "ui/DevicePixels.h"
 #include "ui/Palette.h"
 
 #include <algorithm>

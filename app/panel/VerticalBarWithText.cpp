@@ -1,7 +1,7 @@
 #include "app/panel/VerticalBarWithText.h"
 
-#include "app/panel/DevicePixels.h"
 #include "base/text/TimeOfDay.h"
+#include "ui/DevicePixels.h"
 #include "ui/Drawing.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"

@@ -304,7 +304,36 @@
     </message>
 </context>
 <context>
+    <name>tidewell::BarChart</name>
+    <message>
+        <source>No samples yet</source>
+        <translation>لا توجد قياسات بعد</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ContentView</name>
+    <message>
+        <source>General</source>
+        <translation>عام</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>ضغط الذاكرة</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::GaugesRow</name>
+    <message>
+        <source>Pressure</source>
+        <translation>الضغط</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>استخدام الذاكرة</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelPrompts</name>
     <message>
         <source>Press to set Allow Notifications</source>
         <translation>انقر للسماح بالإشعارات</translation>
@@ -313,6 +342,17 @@
         <source>Update available!</source>
         <translation>يتوفر تحديث!</translation>
     </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>لا يحتوي سطح المكتب هذا على إعدادات إشعارات يمكن لـ %1 فتحها.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>اسمح بإشعاراته من المكان الذي يديرها فيه سطح المكتب.</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelToolbar</name>
     <message>
         <source>About %1</source>
         <translation>حول %1</translation>
@@ -325,52 +365,12 @@
         <source>Quit %1 - %2</source>
         <translation>إنهاء %1 - %2</translation>
     </message>
-    <message>
-        <source>Pressure</source>
-        <translation>الضغط</translation>
-    </message>
-    <message>
-        <source>Memory Usage</source>
-        <translation>استخدام الذاكرة</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>عام</translation>
-    </message>
-    <message>
-        <source>Swap</source>
-        <translation>المبادلة</translation>
-    </message>
-    <message>
-        <source>No swap memory used.</source>
-        <translation>لا تُستخدم ذاكرة مبادلة.</translation>
-    </message>
-    <message>
-        <source>Swap Usage</source>
-        <translation>استخدام المبادلة</translation>
-    </message>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>ضغط الذاكرة</translation>
-    </message>
-    <message>
-        <source>This desktop has no notification settings that %1 can open.</source>
-        <translation>لا يحتوي سطح المكتب هذا على إعدادات إشعارات يمكن لـ %1 فتحها.</translation>
-    </message>
-    <message>
-        <source>Allow its notifications where your desktop keeps them.</source>
-        <translation>اسمح بإشعاراته من المكان الذي يديرها فيه سطح المكتب.</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
         <translation>استخدام المبادلة</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>لا توجد قياسات بعد</translation>
     </message>
     <message>
         <source>%1 at %2</source>
@@ -382,10 +382,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>ضغط الذاكرة</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>لا توجد قياسات بعد</translation>
     </message>
     <message>
         <source>%1% at %2</source>
@@ -475,6 +471,21 @@
             <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
             <numerusform>الفاصل بين القياسات: %1 ثانية</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SwapSection</name>
+    <message>
+        <source>Swap</source>
+        <translation>المبادلة</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>لا تُستخدم ذاكرة مبادلة.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>استخدام المبادلة</translation>
     </message>
 </context>
 </TS>

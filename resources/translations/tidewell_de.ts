@@ -304,7 +304,36 @@
     </message>
 </context>
 <context>
+    <name>tidewell::BarChart</name>
+    <message>
+        <source>No samples yet</source>
+        <translation>Noch keine Messwerte</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ContentView</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Speicherdruck</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::GaugesRow</name>
+    <message>
+        <source>Pressure</source>
+        <translation>Druck</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Speichernutzung</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelPrompts</name>
     <message>
         <source>Press to set Allow Notifications</source>
         <translation>Klicken, um Mitteilungen zu erlauben</translation>
@@ -313,6 +342,17 @@
         <source>Update available!</source>
         <translation>Update verfügbar!</translation>
     </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Diese Arbeitsumgebung hat keine Mitteilungseinstellungen, die %1 öffnen kann.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Erlauben Sie die Mitteilungen dort, wo Ihre Arbeitsumgebung sie verwaltet.</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelToolbar</name>
     <message>
         <source>About %1</source>
         <translation>Über %1</translation>
@@ -325,52 +365,12 @@
         <source>Quit %1 - %2</source>
         <translation>%1 beenden - %2</translation>
     </message>
-    <message>
-        <source>Pressure</source>
-        <translation>Druck</translation>
-    </message>
-    <message>
-        <source>Memory Usage</source>
-        <translation>Speichernutzung</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>Allgemein</translation>
-    </message>
-    <message>
-        <source>Swap</source>
-        <translation>Swap</translation>
-    </message>
-    <message>
-        <source>No swap memory used.</source>
-        <translation>Kein Swap in Verwendung.</translation>
-    </message>
-    <message>
-        <source>Swap Usage</source>
-        <translation>Swap-Nutzung</translation>
-    </message>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>Speicherdruck</translation>
-    </message>
-    <message>
-        <source>This desktop has no notification settings that %1 can open.</source>
-        <translation>Diese Arbeitsumgebung hat keine Mitteilungseinstellungen, die %1 öffnen kann.</translation>
-    </message>
-    <message>
-        <source>Allow its notifications where your desktop keeps them.</source>
-        <translation>Erlauben Sie die Mitteilungen dort, wo Ihre Arbeitsumgebung sie verwaltet.</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
         <translation>Swap-Verlauf</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Noch keine Messwerte</translation>
     </message>
     <message>
         <source>%1 at %2</source>
@@ -382,10 +382,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>Speicherdruck</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Noch keine Messwerte</translation>
     </message>
     <message>
         <source>%1% at %2</source>
@@ -467,6 +463,21 @@
             <numerusform>Messabstand: %1 Sekunde</numerusform>
             <numerusform>Messabstand: %1 Sekunden</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SwapSection</name>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>Kein Swap in Verwendung.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Swap-Nutzung</translation>
     </message>
 </context>
 </TS>

@@ -304,7 +304,36 @@
     </message>
 </context>
 <context>
+    <name>tidewell::BarChart</name>
+    <message>
+        <source>No samples yet</source>
+        <translation>Aún no hay muestras</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ContentView</name>
+    <message>
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Presión de memoria</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::GaugesRow</name>
+    <message>
+        <source>Pressure</source>
+        <translation>Presión</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Uso de memoria</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelPrompts</name>
     <message>
         <source>Press to set Allow Notifications</source>
         <translation>Pulse para permitir notificaciones</translation>
@@ -313,6 +342,17 @@
         <source>Update available!</source>
         <translation>¡Actualización disponible!</translation>
     </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Este escritorio no tiene ajustes de notificaciones que %1 pueda abrir.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Permita sus notificaciones donde su escritorio las administre.</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelToolbar</name>
     <message>
         <source>About %1</source>
         <translation>Acerca de %1</translation>
@@ -325,52 +365,12 @@
         <source>Quit %1 - %2</source>
         <translation>Salir de %1 - %2</translation>
     </message>
-    <message>
-        <source>Pressure</source>
-        <translation>Presión</translation>
-    </message>
-    <message>
-        <source>Memory Usage</source>
-        <translation>Uso de memoria</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>General</translation>
-    </message>
-    <message>
-        <source>Swap</source>
-        <translation>Swap</translation>
-    </message>
-    <message>
-        <source>No swap memory used.</source>
-        <translation>No se usa memoria swap.</translation>
-    </message>
-    <message>
-        <source>Swap Usage</source>
-        <translation>Uso de swap</translation>
-    </message>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>Presión de memoria</translation>
-    </message>
-    <message>
-        <source>This desktop has no notification settings that %1 can open.</source>
-        <translation>Este escritorio no tiene ajustes de notificaciones que %1 pueda abrir.</translation>
-    </message>
-    <message>
-        <source>Allow its notifications where your desktop keeps them.</source>
-        <translation>Permita sus notificaciones donde su escritorio las administre.</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
         <translation>Uso de swap</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Aún no hay muestras</translation>
     </message>
     <message>
         <source>%1 at %2</source>
@@ -382,10 +382,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>Presión de memoria</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Aún no hay muestras</translation>
     </message>
     <message>
         <source>%1% at %2</source>
@@ -467,6 +463,21 @@
             <numerusform>Intervalo de medición: %1 segundo</numerusform>
             <numerusform>Intervalo de medición: %1 segundos</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SwapSection</name>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>No se usa memoria swap.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Uso de swap</translation>
     </message>
 </context>
 </TS>

@@ -304,7 +304,36 @@
     </message>
 </context>
 <context>
+    <name>tidewell::BarChart</name>
+    <message>
+        <source>No samples yet</source>
+        <translation>Pas encore de mesures</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ContentView</name>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>Pression mémoire</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::GaugesRow</name>
+    <message>
+        <source>Pressure</source>
+        <translation>Pression</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>Mémoire utilisée</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelPrompts</name>
     <message>
         <source>Press to set Allow Notifications</source>
         <translation>Cliquer pour autoriser les notifications</translation>
@@ -313,6 +342,17 @@
         <source>Update available!</source>
         <translation>Mise à jour disponible !</translation>
     </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>Cet environnement n’a pas de réglages de notifications que %1 puisse ouvrir.</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>Autorisez ses notifications là où votre environnement les gère.</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelToolbar</name>
     <message>
         <source>About %1</source>
         <translation>À propos de %1</translation>
@@ -325,52 +365,12 @@
         <source>Quit %1 - %2</source>
         <translation>Quitter %1 - %2</translation>
     </message>
-    <message>
-        <source>Pressure</source>
-        <translation>Pression</translation>
-    </message>
-    <message>
-        <source>Memory Usage</source>
-        <translation>Mémoire utilisée</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>Général</translation>
-    </message>
-    <message>
-        <source>Swap</source>
-        <translation>Swap</translation>
-    </message>
-    <message>
-        <source>No swap memory used.</source>
-        <translation>Aucun swap utilisé.</translation>
-    </message>
-    <message>
-        <source>Swap Usage</source>
-        <translation>Utilisation du swap</translation>
-    </message>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>Pression mémoire</translation>
-    </message>
-    <message>
-        <source>This desktop has no notification settings that %1 can open.</source>
-        <translation>Cet environnement n’a pas de réglages de notifications que %1 puisse ouvrir.</translation>
-    </message>
-    <message>
-        <source>Allow its notifications where your desktop keeps them.</source>
-        <translation>Autorisez ses notifications là où votre environnement les gère.</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
         <translation>Utilisation du swap</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Pas encore de mesures</translation>
     </message>
     <message>
         <source>%1 at %2</source>
@@ -382,10 +382,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>Pression mémoire</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>Pas encore de mesures</translation>
     </message>
     <message>
         <source>%1% at %2</source>
@@ -467,6 +463,21 @@
             <numerusform>Intervalle de mesure : %1 seconde</numerusform>
             <numerusform>Intervalle de mesure : %1 secondes</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SwapSection</name>
+    <message>
+        <source>Swap</source>
+        <translation>Swap</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>Aucun swap utilisé.</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>Utilisation du swap</translation>
     </message>
 </context>
 </TS>

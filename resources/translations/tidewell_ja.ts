@@ -304,7 +304,36 @@
     </message>
 </context>
 <context>
+    <name>tidewell::BarChart</name>
+    <message>
+        <source>No samples yet</source>
+        <translation>まだ記録がありません</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ContentView</name>
+    <message>
+        <source>General</source>
+        <translation>一般</translation>
+    </message>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>メモリ負荷</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::GaugesRow</name>
+    <message>
+        <source>Pressure</source>
+        <translation>負荷</translation>
+    </message>
+    <message>
+        <source>Memory Usage</source>
+        <translation>メモリ使用率</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelPrompts</name>
     <message>
         <source>Press to set Allow Notifications</source>
         <translation>クリックして通知を許可</translation>
@@ -313,6 +342,17 @@
         <source>Update available!</source>
         <translation>アップデートがあります</translation>
     </message>
+    <message>
+        <source>This desktop has no notification settings that %1 can open.</source>
+        <translation>このデスクトップには %1 が開ける通知の設定がありません。</translation>
+    </message>
+    <message>
+        <source>Allow its notifications where your desktop keeps them.</source>
+        <translation>デスクトップの通知の管理画面で許可してください。</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::PanelToolbar</name>
     <message>
         <source>About %1</source>
         <translation>%1 について</translation>
@@ -325,52 +365,12 @@
         <source>Quit %1 - %2</source>
         <translation>%1 を終了 - %2</translation>
     </message>
-    <message>
-        <source>Pressure</source>
-        <translation>負荷</translation>
-    </message>
-    <message>
-        <source>Memory Usage</source>
-        <translation>メモリ使用率</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>一般</translation>
-    </message>
-    <message>
-        <source>Swap</source>
-        <translation>スワップ</translation>
-    </message>
-    <message>
-        <source>No swap memory used.</source>
-        <translation>スワップは使用されていません。</translation>
-    </message>
-    <message>
-        <source>Swap Usage</source>
-        <translation>スワップ使用量</translation>
-    </message>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>メモリ負荷</translation>
-    </message>
-    <message>
-        <source>This desktop has no notification settings that %1 can open.</source>
-        <translation>このデスクトップには %1 が開ける通知の設定がありません。</translation>
-    </message>
-    <message>
-        <source>Allow its notifications where your desktop keeps them.</source>
-        <translation>デスクトップの通知の管理画面で許可してください。</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
         <translation>スワップ使用量</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>まだ記録がありません</translation>
     </message>
     <message>
         <source>%1 at %2</source>
@@ -382,10 +382,6 @@
     <message>
         <source>Memory Pressure</source>
         <translation>メモリ負荷</translation>
-    </message>
-    <message>
-        <source>No samples yet</source>
-        <translation>まだ記録がありません</translation>
     </message>
     <message>
         <source>%1% at %2</source>
@@ -465,6 +461,21 @@
         <translation>
             <numerusform>測定間隔: %1秒</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SwapSection</name>
+    <message>
+        <source>Swap</source>
+        <translation>スワップ</translation>
+    </message>
+    <message>
+        <source>No swap memory used.</source>
+        <translation>スワップは使用されていません。</translation>
+    </message>
+    <message>
+        <source>Swap Usage</source>
+        <translation>スワップ使用量</translation>
     </message>
 </context>
 </TS>

@@ -1,8 +1,11 @@
 #include "app/panel/ContentView.h"
 
+#include "app/SceneWindows.h"
 #include "app/lists/ShowItemList.h"
+#include "app/panel/GaugesRow.h"
 #include "tests/fakes/WatcherSurroundings.h"
 #include "ui/LinearGauge.h"
+#include "ui/Palette.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -99,6 +102,27 @@ TEST_F(PanelContent, ShowsTheFiguresOfTheMomentAndOnlyWhileItIsOpen) {
     EXPECT_EQ(swap->content().text.toStdString(), "1 KB") << "nothing is done while it is closed";
     open();
     EXPECT_EQ(swap->content().text.toStdString(), "2 KB");
+}
+
+TEST(GaugeGradient, HasABandForEveryValue) {
+    using namespace colours;
+    const std::vector lowest{systemGreen};
+    const std::vector low{systemGreen, systemTeal};
+    const std::vector middle{systemTeal, systemBlue};
+    const std::vector high{systemTeal, systemBlue, systemOrange};
+    const std::vector highest{systemBlue, systemOrange, systemRed};
+    for (const auto& [value, gradient] : {std::pair{-1.0, lowest},
+                                          {20, lowest},
+                                          {20.5, low},
+                                          {40, low},
+                                          {40.5, middle},
+                                          {60, middle},
+                                          {60.5, high},
+                                          {80, high},
+                                          {80.5, highest},
+                                          {101, highest}}) {
+        EXPECT_EQ(gaugeGradient(value), gradient) << value;
+    }
 }
 
 } // namespace

@@ -1,0 +1,85 @@
+#include "app/panel/SwapSection.h"
+
+#include "app/panel/ScrollingBarChart.h"
+#include "base/text/ByteText.h"
+#include "base/text/IntegerText.h"
+#include "base/values/LevelColours.h"
+#include "ui/Labels.h"
+#include "ui/LinearGauge.h"
+#include "ui/Pictures.h"
+#include "ui/TitledBox.h"
+
+#include <QLabel>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace tidewell {
+
+namespace {
+
+constexpr int boxHeight = 64;
+constexpr int historyHeight = 126;
+constexpr double barWidth = 22.1;
+constexpr double barSpacing = 1;
+
+} // namespace
+
+SwapSection::SwapSection(std::shared_ptr<MemoryWatcher> memoryWatcher, int width, int spacing,
+                         const std::function<void()>& entered)
+    : memoryWatcher_(std::move(memoryWatcher)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    layout->addWidget(makeBox(width, entered));
+    layout->addWidget(makeHistory(width));
+}
+
+QWidget* SwapSection::makeBox(int width, const std::function<void()>& entered) {
+    gauge_ = new LinearGauge;
+    gauge_->setAccessibleName(tr("Swap"));
+    state_ = new QStackedWidget;
+    state_->addWidget(makeLabel(tr("No swap memory used."), TextStyle::body));
+    state_->addWidget(gauge_);
+    auto* box = new TitledBox(tr("Swap"), state_);
+    box->setContentMargins({12, 4, 12, 4});
+    box->setFixedSize(width, boxHeight);
+    box->onHover([entered](bool isInside) {
+        if (isInside) {
+            entered();
+        }
+    });
+    return box;
+}
+
+QWidget* SwapSection::makeHistory(int width) {
+    chart_ = new ScrollingBarChart(memoryWatcher_, {}, barWidth, barSpacing);
+    auto* box = new TitledBox(tr("Swap Usage"), chart_);
+    box->setContentMargins({0, 3, 0, 3});
+    auto* noWarning = new PictureView(drawNoWarning);
+    noWarning->setAccessibleName(tr("No swap memory used."));
+    history_ = new QStackedWidget;
+    history_->setFixedSize(width, historyHeight);
+    history_->addWidget(noWarning);
+    history_->addWidget(box);
+    return history_;
+}
+
+void SwapSection::refresh() {
+    const std::uint64_t used = memoryWatcher_->swapUsed();
+    const std::uint64_t total = memoryWatcher_->swapTotal();
+    if (used != 0) {
+        gauge_->setContent({.value = static_cast<double>(used),
+                            .maximum = static_cast<double>(total),
+                            .text = QString::fromStdString(sizeText(used)),
+                            .minimumText = QString::fromStdString(integerText(0) + " MB"),
+                            .maximumText = QString::fromStdString(sizeText(total)),
+                            .tint = levelColour(memoryWatcher_->warningLevel())});
+        chart_->setData(memoryWatcher_->swapUsedArray());
+    }
+    state_->setCurrentIndex(used != 0 ? 1 : 0);
+    history_->setCurrentIndex(used != 0 ? 1 : 0);
+}
+
+} // namespace tidewell

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QAccessibleWidget>
+
+namespace tidewell {
+
+/// What assistive technology is told of a widget that has a role and nothing else of its own.
+template <QAccessible::Role which>
+struct AccessibleAs final : QAccessibleWidget {
+    explicit AccessibleAs(QWidget* widget)
+        : QAccessibleWidget(widget, which) {}
+};
+
+/// From now on assistive technology reads each `Widget` through an `Interface` that is constructed
+/// with a pointer to it. To be called before the first is shown; more often does no harm. Main
+/// thread.
+template <typename Widget, typename Interface>
+void makeAccessible() {
+    QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
+        auto* const widget = dynamic_cast<Widget*>(object);
+        return widget == nullptr ? nullptr : new Interface(widget); // Qt takes it over
+    });
+}
+
+} // namespace tidewell
