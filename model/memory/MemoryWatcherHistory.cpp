@@ -30,11 +30,11 @@ void MemoryWatcher::readData() {
     DataContainer loaded;
     if (const auto document = stored(environment_.defaults, preferences::dataContainer)) {
         auto decoded = decodeDataContainer(*document);
-        if (const auto* error = std::get_if<DecodingError>(&decoded)) {
-            logMessage(environment_.log, error->description, category, __FILE__, function, __LINE__,
-                       LogLevel::error);
+        if (!decoded) {
+            logMessage(environment_.log, decoded.error().description(), category, __FILE__,
+                       function, __LINE__, LogLevel::error);
         } else {
-            loaded = std::move(std::get<DataContainer>(decoded));
+            loaded = std::move(*decoded);
         }
     } else {
         logMessage(environment_.log, "No data available yet...", category, __FILE__, function,

@@ -18,16 +18,15 @@ std::string documentOf(const std::string& pressures, const std::string& swaps) {
 /// What is wrong with `text`; empty when it was read.
 std::string errorOf(const std::string& text) {
     const auto decoded = decodeDataContainer(Data(text.begin(), text.end()));
-    const auto* error = std::get_if<DecodingError>(&decoded);
-    return error != nullptr ? error->description : "";
+    return decoded ? "" : decoded.error().description();
 }
 
 TEST(DataContainerJson, IsCompactAndNamesItsMembers) {
     const DataContainer container{UUID::parse(id).value(), {{-1, -1.0}, {40, 1.25}}, {{7, 0.5}}};
     const auto data = encodeDataContainer(container).value();
     EXPECT_EQ(std::string(data.begin(), data.end()),
-              documentOf(R"({"value":-1,"timestamp":-1.0},{"value":40,"timestamp":1.25})",
-                         R"({"value":7,"timestamp":0.5})"));
+              documentOf(R"({"timestamp":-1.0,"value":-1},{"timestamp":1.25,"value":40})",
+                         R"({"timestamp":0.5,"value":7})"));
 }
 
 TEST(DataContainerJson, ReadsItsNumbersBackBitForBit) {
@@ -36,8 +35,7 @@ TEST(DataContainerJson, ReadsItsNumbersBackBitForBit) {
         DataContainer container;
         container.memoryPressureArray = {{INT64_MIN, timestamp}};
         container.swapUsedArray = {{INT64_MAX, timestamp}};
-        const auto decoded = decodeDataContainer(encodeDataContainer(container).value());
-        const auto& read = std::get<DataContainer>(decoded);
+        const auto read = decodeDataContainer(encodeDataContainer(container).value()).value();
         EXPECT_EQ(read.memoryPressureArray, container.memoryPressureArray);
         ASSERT_EQ(read.swapUsedArray, container.swapUsedArray);
         EXPECT_EQ(std::bit_cast<std::uint64_t>(read.swapUsedArray[0].timestamp),
@@ -49,8 +47,7 @@ TEST(DataContainerJson, IgnoresWhatItDoesNotKnowAndTheOrderOfMembers) {
     const std::string text = R"( {"new":[{"id":1,"value":[{}]},[[],"]"],1e3],"swapUsedArray":[],
         "memoryPressureArray":[{"timestamp":12,"unit":{"value":"x"},"value":7,"more":null}],
         "id":"0188ad5e-0000-4000-8000-00000000abcd","value":-1,"new":true} )";
-    const auto decoded = decodeDataContainer(Data(text.begin(), text.end()));
-    const auto& read = std::get<DataContainer>(decoded);
+    const auto read = decodeDataContainer(Data(text.begin(), text.end())).value();
     EXPECT_EQ(read.id.text(), id);
     EXPECT_THAT(read.memoryPressureArray, testing::ElementsAre(MemoryPressureItem{7, 12.0}));
 }
@@ -63,6 +60,11 @@ TEST(DataContainerJson, IsRejectedAsAWholeForAnyFault) {
     const auto withId = [](const std::string& value) {
         return R"({"id":)" + value + R"(,"memoryPressureArray":[],"swapUsedArray":[]})";
     };
+    const auto withDepth = [&](std::size_t depth) {
+        return withId("\"" + id + R"(","x":)" + std::string(depth - 1, '[') +
+                      std::string(depth - 1, ']'));
+    };
+    ASSERT_EQ(errorOf(withDepth(512)), "");
     const std::vector<std::pair<const char*, std::vector<std::string>>> faults{
         {"JSON",
          {"", empty + "{}", empty + std::string(1, '\0'), "/**/" + empty,
@@ -70,26 +72,24 @@ TEST(DataContainerJson, IsRejectedAsAWholeForAnyFault) {
           members(R"("value":1,"timestamp":NaN)"),
           members("\"x\":\"\xff\",\"value\":1,\"timestamp\":1"),
           members(R"("x":"\ud800","value":1,"timestamp":1)")}},
-        {"\"id\" is missing", {R"({"memoryPressureArray":[],"swapUsedArray":[]})"}},
-        {"Array\" is missing", {R"({"id":")" + id + R"(","memoryPressureArray":[]})"}},
-        {"\"value\" is missing", {documentOf(good + ",{}", good)}},
-        {"\"timestamp\" is missing", {documentOf("", good + R"(,{"value":1})")}},
-        {"twice",
-         {withId("\"" + id + R"(","id":")" + id + "\""), members(R"("value":1,"value":1)")}},
+        {"'id' not found", {R"({"memoryPressureArray":[],"swapUsedArray":[]})"}},
+        {"Array' not found", {R"({"id":")" + id + R"(","memoryPressureArray":[]})"}},
+        {"'value' not found", {documentOf(good + ",{}", good)}},
+        {"'timestamp' not found", {documentOf("", good + R"(,{"value":1})")}},
         {"UUID", {withId(R"("0188AD5E")"), withId("\"" + id + "0\"")}},
         {"type",
          {"null", "[]", withId("7"), withId("null"), documentOf("1", ""),
           documentOf("[" + good + "]", ""), documentOf("", "null"),
           members(R"("value":1.0,"timestamp":1)"), members(R"("value":"1","timestamp":1)"),
           members(R"("value":9223372036854775808,"timestamp":1)"),
-          members(R"("value":1,"timestamp":null)"), std::string(100000, '[')}},
-        {"deep", {R"({"x":)" + std::string(100000, '[')}},
+          members(R"("value":1,"timestamp":true)"), members(R"("value":1,"timestamp":null)")}},
+        {"deep", {std::string(100000, '['), withDepth(513)}},
         {"large", {documentOf("", std::string(maximumDocumentSize, ' '))}}};
     for (const auto& [reason, documents] : faults) {
         for (const auto& document : documents) {
             const auto error = errorOf(document);
             EXPECT_THAT(error, testing::HasSubstr(reason)) << document.substr(0, 120);
-            EXPECT_LT(error.size(), 100U) << "one short line";
+            EXPECT_LT(error.size(), 150U) << "one short line";
         }
     }
 }
