@@ -5,15 +5,8 @@
 namespace tidewell {
 
 QString objectName(SceneIdentifier identifier) {
-    switch (identifier) {
-    case SceneIdentifier::about:
-        return QStringLiteral("about");
-    case SceneIdentifier::settings:
-        return QStringLiteral("settings");
-    case SceneIdentifier::appMemory:
-        return QStringLiteral("appMemory");
-    }
-    return {};
+    constexpr std::array names{"about", "settings", "appMemory"};
+    return QString::fromLatin1(names.at(static_cast<std::size_t>(identifier)));
 }
 
 std::array<WindowScene, 3> windowScenes(const QString& applicationName) {

@@ -4,6 +4,7 @@
 #include "desktop/appearance/IconThemes.h"
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/JournalLog.h"
+#include "desktop/files/UserFolders.h"
 #include "desktop/session/HangingBuses.h"
 #include "desktop/session/PowerOffMonitor.h"
 #include "desktop/session/ProgramEnd.h"
@@ -119,7 +120,7 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
 
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     SingleInstance instance(QDBusConnection::sessionBus(), identifier,
-                            SingleInstance::usualLockFile(identifier), 3s, log);
+                            runtimeFolder() / (bundleIdentifier(bundle) + ".lock"), 3s, log);
     if (const auto status = instance.start()) {
         return {*status, {}};
     }

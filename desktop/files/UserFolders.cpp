@@ -3,9 +3,23 @@
 #include <cstdlib>
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <string>
+
 namespace tidewell {
+
+namespace {
+
+bool isPrivate(const std::filesystem::path& folder) {
+    struct stat status{};
+    return folder.is_absolute() && ::lstat(folder.c_str(), &status) == 0 &&
+           S_ISDIR(status.st_mode) && status.st_uid == ::getuid() &&
+           (status.st_mode & ALLPERMS) == S_IRWXU;
+}
+
+} // namespace
 
 std::filesystem::path homeFolder() {
     const char* home = std::getenv("HOME");
@@ -14,6 +28,16 @@ std::filesystem::path homeFolder() {
     }
     const passwd* user = ::getpwuid(::getuid());
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+}
+
+std::filesystem::path runtimeFolder() {
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    if (runtime != nullptr && isPrivate(runtime)) {
+        return runtime;
+    }
+    std::filesystem::path own = "/tmp/tidewell-" + std::to_string(::getuid());
+    ::mkdir(own.c_str(), S_IRWXU); // whether it is there and ours is checked in any case
+    return isPrivate(own) ? own : std::filesystem::path();
 }
 
 std::filesystem::path configurationFolder() {

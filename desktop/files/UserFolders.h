@@ -7,6 +7,11 @@ namespace tidewell {
 /// The user's home folder.
 std::filesystem::path homeFolder();
 
+/// A local folder that only this user can enter, for what goes with the session: $XDG_RUNTIME_DIR,
+/// or else /tmp/tidewell-UID, which is made if need be. Empty where neither is a folder of the
+/// user's with mode 0700.
+std::filesystem::path runtimeFolder();
+
 /// The folder of the user's configuration files, whether or not it exists.
 std::filesystem::path configurationFolder();
 

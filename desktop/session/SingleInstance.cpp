@@ -5,10 +5,13 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
-#include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace tidewell {
 
@@ -23,20 +26,30 @@ bool isGone(const QDBusMessage& reply) {
            reply.errorName() == QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner");
 }
 
+/// Opens something that can be locked: any kind of file will do.
+FileDescriptor openLockFile(const std::filesystem::path& file) {
+    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
+    const auto open = [&] { return FileDescriptor(::open(file.c_str(), flags | O_CREAT, 0600)); };
+    FileDescriptor opened = open();
+    if (!opened.isOpen() && errno == EISDIR) {
+        opened = FileDescriptor(::open(file.c_str(), flags));
+    } else if (!opened.isOpen() && ::unlink(file.c_str()) == 0) {
+        opened = open(); // it was a link, a socket, or not readable
+    }
+    return opened;
+}
+
 } // namespace
 
 SingleInstance::SingleInstance(QDBusConnection sessionBus, QString identifier,
-                               const QString& lockFile, std::chrono::milliseconds patience,
+                               std::filesystem::path lockFile, std::chrono::milliseconds patience,
                                Log& log)
     : bus_(std::move(sessionBus))
     , identifier_(std::move(identifier))
     , objectPath_(u'/' + QString(identifier_).replace(u'.', u'/').replace(u'-', u'_'))
-    , lock_(lockFile)
+    , lockFile_(std::move(lockFile))
     , patience_(patience)
-    , log_(log) {
-    // A lock of a living process never grows old; one of a dead process is recognised as such.
-    lock_.setStaleLockTime(0);
-}
+    , log_(log) {}
 
 SingleInstance::~SingleInstance() {
     if (registered_) {
@@ -82,17 +95,20 @@ SingleInstance::Name SingleInstance::claimName(std::chrono::milliseconds limit) 
 }
 
 std::optional<int> SingleInstance::startLocked() {
-    if (lock_.tryLock()) {
+    lock_ = openLockFile(lockFile_);
+    if (flock(lock_.get(), LOCK_EX | LOCK_NB) == 0) {
         return std::nullopt;
     }
-    if (lock_.error() == QLockFile::LockFailedError) {
+    if (errno == EWOULDBLOCK) {
         logMessage(log_, "The program is running already, out of reach of this session.", "general",
-                   __FILE__, "start()", __LINE__, LogLevel::info);
-        return EXIT_SUCCESS;
+                   __FILE__, "startLocked()", __LINE__, LogLevel::error);
+        return EXIT_FAILURE;
     }
     // A program that cannot be kept from starting twice is still better than none.
-    logMessage(log_, "Could not lock " + lock_.fileName().toStdString() + ".", "general", __FILE__,
-               "start()", __LINE__, LogLevel::error);
+    logMessage(log_,
+               "Could not find out whether the program is running already: locking " +
+                   lockFile_.string() + ": " + std::generic_category().message(errno),
+               "general", __FILE__, "startLocked()", __LINE__, LogLevel::error);
     return std::nullopt;
 }
 
@@ -108,11 +124,6 @@ void SingleInstance::onActivate(std::function<void()> activated) {
     if (std::exchange(activationPending_, false)) {
         activated_();
     }
-}
-
-QString SingleInstance::usualLockFile(const QString& identifier) {
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + u'/' + identifier +
-           QStringLiteral(".lock");
 }
 
 QString SingleInstance::introspect(const QString& /*path*/) const {

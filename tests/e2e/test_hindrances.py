@@ -29,7 +29,7 @@ class SecondStart(DesktopCase):
         self.need_plain_log()
         first = self.start_with_item()
         second = self.start(environment={"DBUS_SESSION_BUS_ADDRESS": "disabled:"})
-        self.assertEqual(second.end(), 0)
+        self.assertEqual(second.end(), 1)
         self.assertIn("running already, out of reach", second.log())
         first.process.send_signal(signal.SIGSTOP)
         second = self.start()
