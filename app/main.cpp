@@ -19,6 +19,7 @@
 #include <cerrno>
 #include <chrono>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <string>
 #include <system_error>
@@ -156,6 +157,9 @@ int startNext(const std::string& program, Log& log) {
 int main(int argc, char** argv) {
     using namespace tidewell;
     fillStandardStreams();
+    // A reader of our output that goes away must not end the program. QProcess restores it for
+    // the programs that it starts.
+    std::signal(SIGPIPE, SIG_IGN);
     JournalLog startUpLog(bundleIdentifier(Bundle({})));
     const Bundle bundle = readBundle(installedInfoFile(), startUpLog);
     JournalLog log(bundleIdentifier(bundle));

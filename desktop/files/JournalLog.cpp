@@ -1,28 +1,29 @@
 #include "desktop/files/JournalLog.h"
 
-// The location of a record is that of the caller of logMessage, not of this file.
-#define SD_JOURNAL_SUPPRESS_LOCATION
-#include <systemd/sd-journal.h>
-
-#include <sys/stat.h>
-#include <sys/uio.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <syslog.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
+#include <bit>
 #include <cerrno>
-#include <csignal>
-#include <ctime>
+#include <climits>
 
 namespace tidewell {
 
 namespace {
 
+constexpr std::size_t longestText = 3000;
+
 std::string entryText(const LogRecord& record) {
     std::string text;
     text.reserve(record.file.size() + record.function.size() + record.message.size() + 16);
     text.append(record.file).append(".").append(record.function).append("[");
-    return text.append(std::to_string(record.line)).append("]: ").append(record.message);
+    text.append(std::to_string(record.line)).append("]: ").append(record.message);
+    text.resize(std::min(text.size(), longestText));
+    return text;
 }
 
 /// `text` on one line: whatever a message carries, it cannot look like two or steer a terminal.
@@ -43,43 +44,23 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
-/// Keeps SIGPIPE from this thread, without changing the process's handler.
-class WithoutBrokenPipeSignal final {
-public:
-    WithoutBrokenPipeSignal() {
-        sigset_t pending;
-        sigpending(&pending);
-        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
-        sigemptyset(&brokenPipe_);
-        sigaddset(&brokenPipe_, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &brokenPipe_, &earlierMask_);
-    }
-    WithoutBrokenPipeSignal(const WithoutBrokenPipeSignal&) = delete;
-    WithoutBrokenPipeSignal& operator=(const WithoutBrokenPipeSignal&) = delete;
-    ~WithoutBrokenPipeSignal() {
-        const timespec noTime{};
-        while (!wasPending_ && sigtimedwait(&brokenPipe_, nullptr, &noTime) < 0 && errno == EINTR) {
-        }
-        pthread_sigmask(SIG_SETMASK, &earlierMask_, nullptr);
-    }
+/// A field in the journal's native protocol, in the form that any value may have.
+void appendField(std::string& datagram, std::string_view name, std::string_view value) {
+    const std::uint64_t length = value.size();
+    static_assert(std::endian::native == std::endian::little);
+    datagram.append(name).append("\n");
+    datagram.append(reinterpret_cast<const char*>(&length), sizeof length);
+    datagram.append(value).append("\n");
+}
 
-private:
-    bool wasPending_ = false;
-    sigset_t brokenPipe_{};
-    sigset_t earlierMask_{};
-};
-
-/// In one call, so that the lines of two threads do not mix. A failure has no place to be reported.
-void writeLine(int descriptor, std::string_view line) {
-    const WithoutBrokenPipeSignal guard;
-    while (!line.empty()) {
-        const ssize_t count = ::write(descriptor, line.data(), line.size());
-        if (count > 0) {
-            line.remove_prefix(static_cast<std::size_t>(count));
-        } else if (count == 0 || errno != EINTR) {
-            return;
-        }
-    }
+/// One write of at most PIPE_BUF bytes: when poll() lets it, it is not blocked, and the lines of
+/// two threads do not mix.
+bool writeLine(int descriptor, std::string line) {
+    line.resize(std::min<std::size_t>(line.size(), PIPE_BUF - 1));
+    line += '\n';
+    pollfd state{descriptor, POLLOUT, 0};
+    return ::poll(&state, 1, 0) == 1 && state.revents == POLLOUT &&
+           ::write(descriptor, line.data(), line.size()) >= 0;
 }
 
 } // namespace
@@ -90,41 +71,59 @@ JournalLog::JournalLog(std::string subsystem, LogLevel minimumLevel)
 JournalLog::JournalLog(std::string subsystem, LogLevel minimumLevel, Sinks sinks)
     : subsystem_(std::move(subsystem))
     , minimumLevel_(minimumLevel)
-    , sinks_(std::move(sinks)) {}
+    , sinks_(std::move(sinks))
+    , socket_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
 
 bool JournalLog::isEnabled(LogLevel level) const {
     return level >= minimumLevel_;
 }
 
 void JournalLog::write(const LogRecord& record) {
-    const std::string text = entryText(record);
-    if (!writeToJournal(record, text)) {
-        std::string line(record.level == LogLevel::error ? "tidewell: error: "
-                                                         : "tidewell: info: ");
-        line.append(record.category).append(": ").append(text);
-        writeLine(sinks_.errorDescriptor, onOneLine(line) + "\n");
+    if (const unsigned dropped = dropped_.exchange(0); dropped > 0) {
+        const std::string message = "Log records that were dropped: " + std::to_string(dropped);
+        if (!isTaken(
+                {"general", "JournalLog.cpp", "write()", __LINE__, message, LogLevel::error})) {
+            dropped_ += dropped + 1;
+            return;
+        }
+    }
+    if (!isTaken(record)) {
+        ++dropped_;
     }
 }
 
-bool JournalLog::writeToJournal(const LogRecord& record, const std::string& text) const {
-    struct stat status{};
-    if (::stat(sinks_.journalSocket.c_str(), &status) != 0 || !S_ISSOCK(status.st_mode)) {
-        return false;
+bool JournalLog::isTaken(const LogRecord& record) const {
+    const std::string text = entryText(record);
+    const Outcome outcome = sendToJournal(record, text);
+    if (outcome != Outcome::absent) {
+        return outcome == Outcome::taken;
     }
-    std::array fields{"MESSAGE=" + text,
-                      "PRIORITY=" +
-                          std::to_string(record.level == LogLevel::error ? LOG_ERR : LOG_INFO),
-                      "CODE_FILE=" + std::string(record.file),
-                      "CODE_FUNC=" + std::string(record.function),
-                      "CODE_LINE=" + std::to_string(record.line),
-                      std::string("SYSLOG_IDENTIFIER=tidewell"),
-                      "TIDEWELL_SUBSYSTEM=" + subsystem_,
-                      "TIDEWELL_CATEGORY=" + std::string(record.category)};
-    std::array<iovec, fields.size()> parts{};
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        parts[i] = {fields[i].data(), fields[i].size()};
+    std::string line(record.level == LogLevel::error ? "tidewell: error: " : "tidewell: info: ");
+    line.append(record.category).append(": ").append(text);
+    return writeLine(sinks_.errorDescriptor, onOneLine(line));
+}
+
+// Not by sd_journal_sendv(), which blocks as long as the socket's queue is full.
+JournalLog::Outcome JournalLog::sendToJournal(const LogRecord& record,
+                                              const std::string& text) const {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    sinks_.journalSocket.native().copy(address.sun_path, sizeof address.sun_path - 1);
+    std::string datagram;
+    appendField(datagram, "MESSAGE", text);
+    appendField(datagram, "PRIORITY",
+                std::to_string(record.level == LogLevel::error ? LOG_ERR : LOG_INFO));
+    appendField(datagram, "CODE_FILE", record.file);
+    appendField(datagram, "CODE_FUNC", record.function);
+    appendField(datagram, "CODE_LINE", std::to_string(record.line));
+    appendField(datagram, "SYSLOG_IDENTIFIER", "tidewell");
+    appendField(datagram, "TIDEWELL_SUBSYSTEM", subsystem_);
+    appendField(datagram, "TIDEWELL_CATEGORY", record.category);
+    if (::sendto(socket_.get(), datagram.data(), datagram.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
+                 reinterpret_cast<const sockaddr*>(&address), sizeof address) >= 0) {
+        return Outcome::taken;
     }
-    return sd_journal_sendv(parts.data(), static_cast<int>(parts.size())) == 0;
+    return errno == EAGAIN || errno == ENOBUFS || errno == ENOMEM ? Outcome::full : Outcome::absent;
 }
 
 } // namespace tidewell

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "base/ports/Log.h"
+#include "base/values/FileDescriptor.h"
 
+#include <atomic>
 #include <filesystem>
 #include <string>
 
@@ -10,7 +12,11 @@ namespace tidewell {
 /// The system's log. Each record becomes one entry of the journal with the text
 /// "file.function[line]: message", its parts in fields of their own, and the fields
 /// TIDEWELL_SUBSYSTEM and TIDEWELL_CATEGORY. Where there is no journal it becomes one line on the
-/// standard error stream, with control characters written out. Any thread.
+/// standard error stream, with control characters escaped. Any thread.
+///
+/// Never waits: a record that the journal, or the reader of the stream, does not take at once is
+/// dropped, and the number of those is logged before the next record that is taken. Texts beyond
+/// some thousand bytes are cut. SIGPIPE must be ignored.
 class JournalLog final : public Log {
 public:
     /// Where the journal listens, and where lines go without it. The descriptor is not closed.
@@ -20,8 +26,7 @@ public:
     };
 
     /// `subsystem` is the identifier of the program's bundle. Records below `minimumLevel` are not
-    /// even put together. The socket's presence decides for each record; the journal's library
-    /// itself knows only the usual place.
+    /// even put together. The socket's presence decides for each record.
     explicit JournalLog(std::string subsystem, LogLevel minimumLevel = LogLevel::info);
     JournalLog(std::string subsystem, LogLevel minimumLevel, Sinks sinks);
 
@@ -29,11 +34,16 @@ public:
     void write(const LogRecord& record) override;
 
 private:
-    bool writeToJournal(const LogRecord& record, const std::string& text) const;
+    enum class Outcome { taken, full, absent };
+
+    bool isTaken(const LogRecord& record) const;
+    Outcome sendToJournal(const LogRecord& record, const std::string& text) const;
 
     const std::string subsystem_;
     const LogLevel minimumLevel_;
     const Sinks sinks_;
+    const FileDescriptor socket_;
+    std::atomic<unsigned> dropped_ = 0;
 };
 
 } // namespace tidewell

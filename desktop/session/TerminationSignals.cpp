@@ -40,7 +40,7 @@ extern "C" void noteSignal(int /*signal*/) {
 TerminationSignals::TerminationSignals(std::function<void()> endRequested)
     : wakeUp_(newEventDescriptor())
     , notifier_(wakeUp_.get(), QSocketNotifier::Read)
-    , replaced_{{{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}, {SIGPIPE, {}}}} {
+    , replaced_{{{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}}} {
     assert(signalled == -1);
     signalled = wakeUp_.get();
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
@@ -52,7 +52,7 @@ TerminationSignals::TerminationSignals(std::function<void()> endRequested)
         struct sigaction action = {};
         sigfillset(&action.sa_mask);
         action.sa_flags = SA_RESTART;
-        action.sa_handler = replaced.signal == SIGPIPE ? SIG_IGN : noteSignal;
+        action.sa_handler = noteSignal;
         sigaction(replaced.signal, &action, &replaced.previous);
         if (replaced.signal == SIGHUP && replaced.previous.sa_handler == SIG_IGN) {
             sigaction(SIGHUP, &replaced.previous, nullptr);

@@ -17,8 +17,7 @@ namespace tidewell {
 /// Only the first signal calls. Later ones are swallowed as long as this lives, so that impatience
 /// cannot end the program in the middle of saving; it is to be destroyed once everything is saved,
 /// and from then on a signal ends the program at once, as before. SIGHUP stays ignored where the
-/// program was started with it ignored (`nohup`). SIGPIPE is ignored meanwhile: a reader of our
-/// output that goes away must not end the program unsaved.
+/// program was started with it ignored (`nohup`).
 class TerminationSignals final {
 public:
     /// Throws std::system_error where the kernel gives no event descriptor.
@@ -36,7 +35,7 @@ private:
 
     FileDescriptor wakeUp_;
     QSocketNotifier notifier_;
-    std::array<Replaced, 4> replaced_;
+    std::array<Replaced, 3> replaced_;
 };
 
 } // namespace tidewell

@@ -1,13 +1,21 @@
 #include "desktop/files/JournalLog.h"
+#include "tests/fakes/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <array>
 
 namespace tidewell {
 namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
 
 TEST(JournalLog, WritesSafeLinesWhereThereIsNoJournalAndOutlivesTheirReader) {
     std::array<int, 2> pipe{};
@@ -24,9 +32,67 @@ TEST(JournalLog, WritesSafeLinesWhereThereIsNoJournalAndOutlivesTheirReader) {
     ::close(pipe[0]);
     logMessage(log, "unheard", "general", "F", "f()", 1, LogLevel::info);
     ::close(pipe[1]);
-    sigset_t pending;
-    ASSERT_EQ(sigpending(&pending), 0);
-    EXPECT_EQ(sigismember(&pending, SIGPIPE), 0);
+}
+
+/// Logs more than is taken while nobody reads, reads it with `receive`, which gives what has
+/// arrived or nothing, and gives what one more record brings.
+template <typename Receive>
+std::vector<std::string> entriesAfterAFlood(JournalLog& log, Receive receive) {
+    constexpr unsigned flood = 3000;
+    unsigned taken = 0;
+    for (unsigned i = 0; i < flood; ++i) {
+        logMessage(log, "flood", "general", "F", "f()", 1, LogLevel::info);
+    }
+    for (std::string text; !(text = receive()).empty();) {
+        for (auto at = text.find("flood"); at != std::string::npos;
+             at = text.find("flood", at + 1)) {
+            ++taken;
+        }
+    }
+    EXPECT_GT(taken, 0U);
+    EXPECT_LT(taken, flood);
+    logMessage(log, "after\nthe flood", "general", "F", "f()", 1, LogLevel::info);
+    std::vector<std::string> entries;
+    for (std::string text; !(text = receive()).empty();) {
+        entries.push_back(text);
+    }
+    EXPECT_THAT(entries.front(), HasSubstr("that were dropped: " + std::to_string(flood - taken)));
+    return entries;
+}
+
+TEST(JournalLog, NeverWaitsForAJournalThatDoesNotReadAndSaysHowManyWereDropped) {
+    const TemporaryFolder folder;
+    const auto file = folder.path() / "socket";
+    sockaddr_un address{AF_UNIX, {}};
+    file.native().copy(address.sun_path, sizeof address.sun_path - 1);
+    const FileDescriptor journal(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK, 0));
+    ASSERT_EQ(::bind(journal.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    JournalLog log("net.tidewell.Tidewell", LogLevel::info, {file, -1});
+    const auto entries = entriesAfterAFlood(log, [&journal] {
+        std::vector<char> text(1U << 20U);
+        const auto count = ::recv(journal.get(), text.data(), text.size(), 0);
+        return std::string(text.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    });
+    ASSERT_EQ(entries.size(), 2U);
+    using namespace std::string_literals;
+    EXPECT_THAT(entries.back(),
+                StartsWith("MESSAGE\n\x19\0\0\0\0\0\0\0F.f()[1]: after\nthe flood\n"s +
+                           "PRIORITY\n\x01\0\0\0\0\0\0\0"s + "6\nCODE_FILE\n"));
+}
+
+TEST(JournalLog, NeverWaitsForAReaderOfStandardErrorEither) {
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe2(pipe.data(), O_CLOEXEC), 0);
+    ::fcntl(pipe[0], F_SETFL, O_NONBLOCK);
+    JournalLog log("net.tidewell.Tidewell", LogLevel::info, {"/nowhere", pipe[1]});
+    const auto entries = entriesAfterAFlood(log, [&pipe] {
+        std::vector<char> text(1U << 20U);
+        const auto count = ::read(pipe[0], text.data(), text.size());
+        return std::string(text.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    });
+    EXPECT_THAT(entries.front(), HasSubstr("after\\nthe flood\n"));
+    ::close(pipe[0]);
+    ::close(pipe[1]);
 }
 
 } // namespace
