@@ -26,7 +26,7 @@ Platform::Platform(const Bundle& bundle, Log& log,
                  installedProgram()) {}
 
 ApplicationEnvironment Platform::environment() {
-    const auto animationsAreWanted = [this] { return animations_.areWanted(); };
+    const auto animationsAreWanted = [this] { return look_.animationsAreWanted(); };
     return {
         .log = log_,
         .bundle = bundle_,

@@ -2,7 +2,7 @@
 
 #include "app/TidewellApp.h"
 #include "base/runtime/SerialExecutor.h"
-#include "desktop/appearance/DesktopAnimations.h"
+#include "desktop/appearance/DesktopLook.h"
 #include "desktop/files/FileUserDefaults.h"
 #include "desktop/notifications/DesktopNotificationCenter.h"
 #include "desktop/session/AutostartLoginItem.h"
@@ -41,7 +41,7 @@ private:
     SerialExecutor surveyThread_;
     DesktopNotificationCenter notificationCenter_;
     DesktopAppearance appearance_{sessionBus_, desktop_};
-    DesktopAnimations animations_{sessionBus_};
+    DesktopLook look_{sessionBus_};
     LinuxApplicationSource applications_;
     AutostartLoginItem loginItem_;
 };

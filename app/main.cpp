@@ -1,13 +1,13 @@
 #include "app/Platform.h"
 #include "app/TidewellApp.h"
 #include "base/ports/BundleInformation.h"
-#include "desktop/appearance/IconThemes.h"
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/JournalLog.h"
 #include "desktop/files/UserFolders.h"
 #include "desktop/session/HangingBuses.h"
 #include "desktop/session/PowerOffMonitor.h"
 #include "desktop/session/ProgramEnd.h"
+#include "desktop/session/ScopedVariable.h"
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
 #include "desktop/statusitem/X11.h"
@@ -81,6 +81,10 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
     std::unique_ptr<QApplication> application;
     {
         const PreferringX11 choice;
+        // No platform theme and no style but Qt's own: see DesktopLook.
+        const ScopedVariable theme("QT_QPA_PLATFORMTHEME", {});
+        const ScopedVariable style("QT_STYLE_OVERRIDE", {});
+        QGuiApplication::setDesktopSettingsAware(false);
         application = std::make_unique<QApplication>(argc, argv);
     }
     // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep
@@ -127,7 +131,6 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     }
     const Translations translations(
         QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
-    useInstalledIconThemes();
 
     std::string next;
     Platform platform(bundle, log, [&next](const QString& program) {

@@ -30,17 +30,16 @@ QString configuredTheme() {
 
 } // namespace
 
-void useInstalledIconThemes() {
-    // hicolor, which every theme falls back to, has applications' own icons only.
-    const QString last = QStringLiteral("hicolor");
-    const QString present = QIcon::themeName();
-    const QString configured = configuredTheme();
-    if ((present == last || !isInstalled(present)) && isInstalled(configured)) {
-        QIcon::setThemeName(configured);
-    } else if (present.isEmpty()) {
-        QIcon::setThemeName(last);
+bool useIconTheme(const QString& name) {
+    const bool isUsable = isInstalled(name);
+    if (isUsable) {
+        QIcon::setThemeName(name);
     }
+    return isUsable;
+}
 
+void useInstalledIconThemes() {
+    useIconTheme(configuredTheme());
     const std::array complete{QStringLiteral("Adwaita"),    QStringLiteral("breeze"),
                               QStringLiteral("Papirus"),    QStringLiteral("Yaru"),
                               QStringLiteral("elementary"), QStringLiteral("gnome")};

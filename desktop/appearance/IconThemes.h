@@ -1,10 +1,16 @@
 #pragma once
 
+class QString;
+
 namespace tidewell {
 
-/// Sets QIcon's theme where Qt knows none of the desktop's, to the one that GTK's settings name,
-/// and a complete one that is installed as its fallback. Main thread, once, after the application
-/// object is made.
+// QIcon's themes. Main thread, after the application object is made.
+
+/// Uses the theme of that name, if it is installed; says whether it is.
+bool useIconTheme(const QString& name);
+
+/// Uses the theme that GTK's settings file names, and a complete one that is installed for the
+/// icons which a theme lacks.
 void useInstalledIconThemes();
 
 } // namespace tidewell

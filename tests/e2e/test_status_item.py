@@ -1,3 +1,4 @@
+import pathlib
 import time
 
 from case import DesktopCase
@@ -17,6 +18,12 @@ class XfcePanel(DesktopCase):
         # Until the level first changes the picture has the colour of text.
         self.assertEqual(tidewell.item_colour(), bytes(TEXT_COLOUR[self.dark]))
         self.assertIsNone(tidewell.label_window())
+
+    def test_loads_no_library_of_another_toolkit(self):
+        tidewell = self.start_with_item(environment={"QT_QPA_PLATFORMTHEME": "gtk3"})
+        maps = pathlib.Path(f"/proc/{tidewell.process.pid}/maps").read_text()
+        self.assertIn("/platforms/libqxcb", maps)
+        self.assertNotIn("/platformthemes/", maps)
 
     def activate_another_program(self):
         self.desktop.start("xmessage", "-center", "Another program")

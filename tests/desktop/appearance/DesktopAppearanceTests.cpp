@@ -1,9 +1,10 @@
-#include "desktop/appearance/DesktopAnimations.h"
 #include "desktop/appearance/DesktopAppearance.h"
+#include "desktop/appearance/DesktopLook.h"
 #include "tests/desktop/PrivateBus.h"
 
+#include <QApplication>
 #include <QDBusVariant>
-#include <QGuiApplication>
+#include <QFontDatabase>
 #include <QPalette>
 
 namespace tidewell {
@@ -98,10 +99,28 @@ TEST_F(DesktopSettings, WantAnimationsUnlessOneSaysNo) {
                                      {u"AnimationDurationFactor"_s, u"0"_s},
                                      {u"/Gtk/EnableAnimations"_s, false}}) {
         values = {{key, value}};
-        const DesktopAnimations animations(bus.connect());
-        EXPECT_TRUE(animations.areWanted()) << "not known yet";
-        EXPECT_TRUE(comesTrue([&] { return !animations.areWanted(); })) << key.toStdString();
+        const DesktopLook look(bus.connect());
+        EXPECT_TRUE(look.animationsAreWanted()) << "not known yet";
+        EXPECT_TRUE(comesTrue([&] { return !look.animationsAreWanted(); })) << key.toStdString();
     }
+}
+
+TEST_F(DesktopSettings, GiveTheFontFamilyAndTheDesktopsOwnBeforeGnomes) {
+    startServices();
+    const QString family = QFontDatabase::families().value(0);
+    const QFont usual = QApplication::font();
+    for (const auto& [key, value] : {std::pair(u"font-name"_s, family + u" Bold 11"_s),
+                                     {u"font"_s, family + u",10,-1,5,50,0,0,0,0,0"_s},
+                                     {u"/Gtk/FontName"_s, family + u' ' + family + u", 10"_s}}) {
+        QApplication::setFont(QFont(u"None such"_s, 7));
+        values = {{u"font-name"_s, u"Not Installed 10"_s}, {key, value}};
+        const DesktopLook look(bus.connect());
+        EXPECT_TRUE(comesTrue([&] { return QApplication::font().family() == family; }))
+            << key.toStdString() << ": " << family.toStdString() << " is not "
+            << QApplication::font().family().toStdString();
+        EXPECT_EQ(QApplication::font().pointSize(), 7) << "sizes are the layout's";
+    }
+    QApplication::setFont(usual);
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 namespace tidewell {
 namespace {
 
-TEST(IconThemes, AreTheConfiguredOneAndACompleteOneWhereTheToolkitKnowsNone) {
+TEST(IconThemes, AreTheInstalledOnesThatAreChosenAndACompleteOneBehindThem) {
     const TemporaryFolder folder;
     for (const char* file : {"Chosen/index.theme", "breeze/index.theme", "gtk-3.0/settings.ini"}) {
         create_directories((folder.path() / file).parent_path());
@@ -17,11 +17,12 @@ TEST(IconThemes, AreTheConfiguredOneAndACompleteOneWhereTheToolkitKnowsNone) {
     }
     const ScopedEnvironment environment({{"XDG_CONFIG_HOME", folder.path().string()}});
     QIcon::setThemeSearchPaths({QString::fromStdString(folder.path())});
-    for (const auto& [present, used] : {std::pair("hicolor", "Chosen"), {"breeze", "breeze"}}) {
-        QIcon::setThemeName(QString::fromLatin1(present));
-        useInstalledIconThemes();
-        EXPECT_EQ(QIcon::themeName().toStdString(), used);
-    }
+    useInstalledIconThemes();
+    EXPECT_EQ(QIcon::themeName().toStdString(), "Chosen");
+    EXPECT_FALSE(useIconTheme(QStringLiteral("missing")));
+    EXPECT_EQ(QIcon::themeName().toStdString(), "Chosen");
+    EXPECT_TRUE(useIconTheme(QStringLiteral("breeze")));
+    EXPECT_EQ(QIcon::themeName().toStdString(), "breeze");
     EXPECT_EQ(QIcon::fallbackThemeName().toStdString(), "breeze");
 }
 
