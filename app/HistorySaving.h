@@ -1,35 +1,52 @@
 #pragma once
 
-#include <functional>
+#include "base/runtime/Executor.h"
+#include "model/memory/DataContainer.h"
+#include "model/memory/MemoryWatcher.h"
+
+#include <atomic>
+#include <mutex>
+#include <optional>
 
 namespace tidewell {
 
 /// Saves the history once on the program's way out, in whatever order and number the signs of it
 /// come: the machine announces its power-off and then ends the program, or the program is simply
-/// ended. Main thread.
+/// ended. What was never loaded is not saved: it would replace what is stored. Main thread, except
+/// where it says otherwise.
 class HistorySaving {
 public:
-    /// `save` is called once for each way out that is taken.
-    explicit HistorySaving(std::function<void()> save)
-        : save_(std::move(save)) {}
+    /// Both must outlive this.
+    HistorySaving(MemoryWatcher& watcher, Executor& mainThread);
 
     /// The machine is about to power off or restart.
     void willPowerOff() { saveOnce(); }
     /// It is not, after all: what is sampled from now on is to be saved again.
-    void powerOffWasCancelled() { saved_ = false; }
+    void powerOffWasCancelled() { state_ = State::unsaved; }
     /// The program ends.
     void willTerminate() { saveOnce(); }
 
-private:
-    void saveOnce() {
-        if (!saved_) {
-            saved_ = true; // first: saving must not be entered again, whatever happens in it
-            save_();
-        }
-    }
+    /// For another thread that ends the program where the main thread is blocked: the history as of
+    /// the last sample, which is then the caller's to save. Empty where the main thread has saved
+    /// it, is just saving it, or has not loaded it yet.
+    std::optional<DataContainer> rescue();
+    /// Whether the main thread is just saving. Any thread.
+    bool isSaving() const { return state_ == State::saving; }
 
-    std::function<void()> save_;
-    bool saved_ = false;
+private:
+    enum class State { unsaved, saving, saved };
+
+    void saveOnce();
+    void copySoon();
+
+    MemoryWatcher& watcher_;
+    Executor& mainThread_;
+    std::atomic<State> state_ = State::unsaved;
+    bool isLoaded_ = false;
+    bool copyIsQueued_ = false;
+    std::mutex mutex_;
+    std::optional<DataContainer> copy_; // under the mutex; empty before the history was loaded
+    Subscription historyChanges_;
 };
 
 } // namespace tidewell

@@ -72,7 +72,7 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
     , memoryWatcher_(
           std::make_shared<MemoryWatcher>(watcherEnvironment(environment_), notificationManager_))
     , sparkleModel_(makeSparkleModel(environment_))
-    , historySaving_([this] { memoryWatcher_->writeData(); })
+    , historySaving_(*memoryWatcher_, environment_.mainThread)
     , panel_([this] { return makePanelContent(); })
     , quitConfirmation_(environment_.defaults, applicationName_, panel_, quitApplication) {
     panel_.setWindowTitle(applicationName_);

@@ -2,6 +2,7 @@
 #include "app/TidewellApp.h"
 #include "base/ports/BundleInformation.h"
 #include "desktop/files/BundleReader.h"
+#include "desktop/files/FileUserDefaults.h"
 #include "desktop/files/JournalLog.h"
 #include "desktop/files/UserFolders.h"
 #include "desktop/session/HangingBuses.h"
@@ -11,6 +12,8 @@
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
 #include "desktop/statusitem/X11.h"
+#include "model/memory/DataContainerJson.h"
+#include "model/preferences/StoredPreferences.h"
 #include "ui/Translations.h"
 
 #include <QApplication>
@@ -96,11 +99,32 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
     return application;
 }
 
+/// Ends the program from another thread than the main one, which is blocked. The history goes to
+/// the store by nothing that the main thread could hold up.
+void endWithoutMainThread(HistorySaving& saving, Log& log) {
+    if (saving.isSaving()) {
+        return;
+    }
+    if (const auto history = saving.rescue()) {
+        logError(log, "The display does not answer: the program is ended without it",
+                 "endWithoutMainThread()", __LINE__);
+        if (auto document = encodeDataContainer(*history)) {
+            FileUserDefaults defaults(defaultPreferencesFile(), log);
+            write(defaults, preferences::dataContainer, std::move(*document));
+        }
+    }
+    std::_Exit(EXIT_SUCCESS);
+}
+
 /// Everything that tells the program to save its history, which is done once for each way out.
 class WaysOut final {
 public:
     WaysOut(HistorySaving& saving, Log& log)
         : programEnd_([&saving] { saving.willTerminate(); })
+        // Not quit(): that asks the windows first, and a signal is no question.
+        , signals_(
+              [] { QCoreApplication::exit(EXIT_SUCCESS); },
+              {.patience = 500ms, .call = [&saving, &log] { endWithoutMainThread(saving, log); }})
         , powerOff_(QDBusConnection::systemBus(), QApplication::applicationName(),
                     {.willPowerOff = [&saving] { saving.willPowerOff(); },
                      .calledOff = [&saving] { saving.powerOffWasCancelled(); }},
@@ -108,10 +132,16 @@ public:
 
 private:
     ProgramEnd programEnd_;
-    // Not quit(): that asks the windows first, and a signal is no question.
-    TerminationSignals signals_{[] { QCoreApplication::exit(EXIT_SUCCESS); }};
+    TerminationSignals signals_;
     PowerOffMonitor powerOff_;
 };
+
+/// Ends the program when some seconds have passed: nothing is to be saved any more, and what is
+/// torn down may wait for a display, or for a thread that a hanging file system holds.
+void endSoon() {
+    std::signal(SIGALRM, [](int) { _exit(EXIT_SUCCESS); });
+    alarm(2);
+}
 
 struct Ending {
     int status;
@@ -143,11 +173,13 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
 
     app.start();
     const int status = QApplication::exec();
+    endSoon();
     return {status, next};
 }
 
 /// Goes on as another program in the same process, now that nothing of this one is left.
 int startNext(const std::string& program, Log& log) {
+    alarm(0); // it would be inherited
     execl(program.c_str(), program.c_str(), nullptr);
     logError(log, program + " cannot be started: " + std::system_category().message(errno),
              "startNext()", __LINE__);

@@ -24,7 +24,7 @@ std::filesystem::path defaultPreferencesFile();
 /// link. What cannot be written gives one error line. A file that cannot be read, or not as the
 /// above, is set aside under its name with ".unreadable-" and the time appended, with one error
 /// line, and the preferences start empty; where even that fails nothing is written in this run.
-/// Main thread, in a program that keeps the plain decimal sign (LC_NUMERIC "C"), with which the
+/// One thread, in a program that keeps the plain decimal sign (LC_NUMERIC "C"), with which the
 /// parser reads fractions; `log` must outlive this.
 class FileUserDefaults final : public UserDefaults {
 public:

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <mutex>
 
 namespace tidewell {
 
@@ -59,6 +60,8 @@ bool writeNewFile(const std::filesystem::path& file, std::string_view content) {
 
 // Not by QSaveFile: it ignores a failing fsync(), and a write() that the disk took only a part of.
 Result<> replaceFile(const std::filesystem::path& file, std::string_view content) {
+    static std::mutex oneAtATime;
+    const std::lock_guard lock(oneAtATime);
     if (auto folders = createFolders(file.parent_path()); !folders) {
         return folders;
     }

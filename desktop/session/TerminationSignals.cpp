@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -37,8 +38,9 @@ extern "C" void noteSignal(int /*signal*/) {
 
 } // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> endRequested)
+TerminationSignals::TerminationSignals(std::function<void()> endRequested, Overdue overdue)
     : wakeUp_(newEventDescriptor())
+    , stop_(newEventDescriptor())
     , notifier_(wakeUp_.get(), QSocketNotifier::Read)
     , replaced_{{{SIGTERM, {}}, {SIGINT, {}}, {SIGHUP, {}}}} {
     assert(signalled == -1);
@@ -58,9 +60,27 @@ TerminationSignals::TerminationSignals(std::function<void()> endRequested)
             sigaction(SIGHUP, &replaced.previous, nullptr);
         }
     }
+    watcher_ = std::thread([this, overdue = std::move(overdue)] { watch(overdue); });
+}
+
+void TerminationSignals::watch(const Overdue& overdue) const {
+    std::array<pollfd, 2> descriptors{{{stop_.get(), POLLIN, 0}, {wakeUp_.get(), POLLIN, 0}}};
+    while (::poll(descriptors.data(), descriptors.size(), -1) < 0) {
+        // A signal handler has run on this thread.
+    }
+    pollfd& stop = descriptors.front();
+    while (stop.revents == 0) {
+        if (::poll(&stop, 1, static_cast<int>(overdue.patience.count())) == 0) {
+            overdue.call();
+        }
+    }
 }
 
 TerminationSignals::~TerminationSignals() {
+    const std::uint64_t one = 1;
+    if (write(stop_.get(), &one, sizeof one) == sizeof one) {
+        watcher_.join();
+    }
     for (const Replaced& replaced : replaced_) {
         sigaction(replaced.signal, &replaced.previous, nullptr);
     }

@@ -3,6 +3,7 @@
 import signal
 import socket
 
+import dbus
 from case import DesktopCase
 from desktop import wait_for
 
@@ -22,6 +23,22 @@ class HangingBuses(DesktopCase):
         for bus in ("session", "system"):
             self.assertIn(f"The {bus} bus does not answer", tidewell.log())
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+
+
+class StoppedDisplay(DesktopCase):
+    def test_does_not_keep_the_history_from_being_saved_nor_the_program_from_ending(self):
+        tidewell = self.start_with_panel()
+        self.desktop.display_process.send_signal(signal.SIGSTOP)
+
+        def is_blocked():
+            try:
+                return not self.desktop.bus().call_blocking(
+                    *tidewell.item, "org.freedesktop.DBus.Peer", "Ping", "", (), timeout=0.3)
+            except dbus.DBusException:
+                return True
+        wait_for("the program to wait for the display", is_blocked)
+        self.assertEqual(tidewell.end(signal.SIGTERM, timeout=5), 0)
+        self.assertTrue(tidewell.history()["memoryPressureArray"])
 
 
 class SecondStart(DesktopCase):

@@ -181,9 +181,9 @@ class Desktop:
     def _start_display(self):
         read, write = os.pipe()
         width, height = self.size
-        self.start("Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
-                   "-dpi", str(int(96 * self.scale)), "-nolisten", "tcp", "-noreset",
-                   pass_fds=(write,))
+        self.display_process = self.start(
+            "Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
+            "-dpi", str(int(96 * self.scale)), "-nolisten", "tcp", "-noreset", pass_fds=(write,))
         os.close(write)
         with os.fdopen(read) as pipe:
             number = pipe.readline().strip()

@@ -5,16 +5,20 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
+#include <latch>
 
 namespace tidewell {
 namespace {
+
+using namespace std::chrono_literals;
 
 TEST(TerminationSignals, AskOnceForTheEndAndLeaveAnIgnoredHangUpIgnored) {
     std::signal(SIGHUP, SIG_IGN);
     int asked = 0;
     {
-        const TerminationSignals signals([&asked] { ++asked; });
+        const TerminationSignals signals([&asked] { ++asked; }, {1h, [] { FAIL(); }});
         for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
             raise(signal);
             QCoreApplication::processEvents();
@@ -22,6 +26,17 @@ TEST(TerminationSignals, AskOnceForTheEndAndLeaveAnIgnoredHangUpIgnored) {
         }
     }
     EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), SIG_IGN);
+}
+
+TEST(TerminationSignals, AreHeardOnAnotherThreadWhileTheEventLoopIsBlocked) {
+    std::latch called(2);
+    const TerminationSignals signals([] {}, {1ms, [&called] {
+                                                 if (!called.try_wait()) {
+                                                     called.count_down();
+                                                 }
+                                             }});
+    raise(SIGTERM);
+    called.wait();
 }
 
 [[noreturn]] void exitWithoutTheEventLoop() {
