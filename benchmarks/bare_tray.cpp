@@ -1,4 +1,4 @@
-// The least a status area program of this toolkit can be: an application object and a tray icon.
+// The least that a status area program on Qt can be: an application object and a tray icon.
 // The footprint benchmark measures Tidewell against it.
 
 #include <QApplication>

@@ -4,8 +4,8 @@
 
 namespace tidewell {
 
-/// A check box whose frame stands out from dark grounds, too, where styles draw it darker than
-/// those. Main thread.
+/// A check box with a visible frame on dark backgrounds, on which the Fusion style draws it darker
+/// than these. Main thread.
 class CheckBox final : public QCheckBox {
 public:
     using QCheckBox::QCheckBox;

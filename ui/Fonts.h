@@ -14,9 +14,9 @@ enum class TextStyle {
     footnote,   ///< 10
 };
 
-/// `base` in the size and weight of a style. Sizes are points of the layout, whatever the desktop
-/// takes for its own texts, so that windows of fixed sizes keep their proportions. The family stays
-/// that of `base`; without one, the font follows the family of the widget that it is given to.
+/// `base` in the size and weight of a style. Sizes are device-independent pixels, whatever size the
+/// desktop's font has, so that windows of fixed sizes keep their proportions. Without `base`, the
+/// family is the one of the widget that the font is given to.
 QFont textFont(TextStyle style, QFont base = {});
 
 } // namespace tidewell

@@ -10,9 +10,8 @@ namespace tidewell {
 /// reversed or infinite range and a value that is not a number give 0. Pure.
 double gaugeFraction(double value, double minimum, double maximum);
 
-/// What the gauges have in common: assistive technology reads one as a progress bar that cannot be
-/// set, with the widget's accessible name, its value and the value's text as its description.
-/// Main thread.
+/// What the gauges have in common: assistive technology reads a read-only progress bar with the
+/// widget's accessible name, and the value's text as its description. Main thread.
 class Gauge : public QWidget {
 public:
     struct Reading {

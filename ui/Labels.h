@@ -7,12 +7,10 @@ class QString;
 
 namespace tidewell {
 
-/// A label that shows `text` as it is, in the size of a style, in the middle of its place. Its
-/// owner is whoever puts it into a widget or layout. Main thread.
+/// A label of plain text, centred. The caller owns it until a layout or parent does. Main thread.
 QLabel* makeLabel(const QString& text, TextStyle style);
 
-/// The same for text that is less than the rest. The palette's own role for it follows light and
-/// dark.
+/// The same in the palette's PlaceholderText, the colour of secondary text.
 QLabel* makeSecondaryLabel(const QString& text, TextStyle style);
 
 } // namespace tidewell

@@ -7,9 +7,9 @@
 
 namespace tidewell {
 
-/// Brings a widget up to date with its models: at most once for all the changes of one pass of the
-/// event loop, after it, when observed fields have their new values, and only while the widget is
-/// visible. A member of the widget. Main thread.
+/// A widget's dirty flag: `refresh` runs once for all changes of one event-loop pass, queued, since
+/// models notify before a field has its new value, and only while the widget is visible. A member
+/// of the widget. Main thread.
 class LaterRefresh final {
 public:
     LaterRefresh(QWidget& widget, std::function<void()> refresh)

@@ -30,15 +30,14 @@ QColor withOpacity(QColor colour, double opacity);
 /// colours. Other colours are their own variant. Pure.
 Colour textVariant(Colour colour);
 
-/// The appearance that a palette stands for: dark where its text is lighter than its windows. What
-/// is painted in colours that no palette holds asks the palette of its widget, and so follows the
-/// desktop with it. Pure.
+/// Dark where the palette's text is lighter than its windows. Widgets that paint in colours that no
+/// QPalette holds derive the appearance from their own palette, and so follow changes of it. Pure.
 Appearance appearanceOf(const QPalette& palette);
 
-/// The thin line around windows and boxes: barely there, in the direction of the text's contrast.
+/// The colour of the line around windows and boxes: the text's, nearly transparent.
 QColor hairline(Appearance appearance);
 
-/// The toolkit's palette for an appearance. Pure.
+/// The QPalette of an appearance. Pure.
 QPalette paletteFor(Appearance appearance);
 
 } // namespace tidewell

@@ -12,8 +12,8 @@ namespace tidewell {
 
 namespace {
 
-// Both pictures are drawn in a square of 128 units, the icon with the figures of its SVG file. Code
-// draws them here, too, because a reader of SVG stays in memory.
+// Both pictures are drawn in a square of 128 units, the icon with the coordinates of its SVG file:
+// an SVG renderer would stay in memory.
 constexpr double units = 128;
 
 QLinearGradient vertical(double top, double bottom,

@@ -25,7 +25,7 @@ constexpr double endTextDistance = 14.5; // of the texts' middles from the gauge
 constexpr double endTextBaseline = 35;   // below the gauge's middle
 constexpr QSize gaugeSize(72, 72);
 
-// Degrees counterclockwise from the right, as the toolkit counts.
+// Degrees counterclockwise from three o'clock, as in QPainter::drawArc().
 constexpr double startAngle = 225;
 constexpr double span = -270;
 
@@ -38,7 +38,7 @@ QBrush alongArc(QPointF middle, const std::vector<Colour>& colours, Appearance a
     if (colours.empty()) {
         return toQColor(colours::lightGray, appearance);
     }
-    // The toolkit's gradient runs counterclockwise once round, here from the middle of the gap.
+    // QConicalGradient runs counterclockwise once round, here from the middle of the gap.
     QConicalGradient gradient(middle, -90);
     const double start = (startAngle + 90) / 360;
     for (std::size_t i = 0; i < colours.size(); ++i) {

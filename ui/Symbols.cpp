@@ -11,11 +11,10 @@ namespace tidewell {
 
 namespace {
 
-// Each picture is a function of a point: how far outside its shape the point lies, negative inside,
-// in pixels of the picture, from its middle, y downwards. That keeps edges on whole pixels at 16
-// and at 64, which a scaled drawing cannot, and it costs nothing while nothing is drawn: the
-// toolkit's painter starts a pool of threads for shapes of this size, an SVG reader stays in
-// memory.
+// Each symbol is a signed distance function: how far outside its shape a point lies, negative
+// inside, in pixels from the middle of the picture, y downwards. That keeps edges on whole pixels
+// at 16 and at 64, which a scaled drawing cannot, and it costs nothing while nothing is drawn:
+// QPainter starts pool threads for shapes of this size, and an SVG renderer stays in memory.
 
 double length(QPointF vector) {
     return std::hypot(vector.x(), vector.y());

@@ -13,7 +13,7 @@ class QPainter;
 
 namespace tidewell {
 
-/// The system's small pictures, known by name and drawn in one colour:
+/// Symbols: small pictures in one colour, known by name.
 ///
 ///   "circle"                    a ring
 ///   "circle.dotted"             a ring of dots
@@ -28,15 +28,14 @@ namespace tidewell {
 /// Whether there is a picture of that name.
 bool hasSymbol(std::string_view name);
 
-/// The picture `name` in the colour 0xRRGGBB on a transparent ground, in a square of `size`
-/// points, made for `devicePixelRatio` pixels a point: its edges lie on whole pixels at every size,
-/// and only their coverage varies, never the colour. Format ARGB32. Empty for an unknown name.
-/// Main thread.
+/// The symbol `name` in the colour 0xRRGGBB on a transparent ground, in a square of `size` points
+/// at `devicePixelRatio`. Edges lie on whole pixels at every size; only alpha varies, never the
+/// colour. Format ARGB32. Empty for an unknown name. Main thread.
 std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
                                   double devicePixelRatio);
 
-/// A picture of the system that is drawn again and again: it is made anew only for another colour
-/// or another scale. An unknown name draws nothing. Main thread.
+/// A symbol with a cache: rendered again only for another colour or device pixel ratio. An unknown
+/// name draws nothing. Main thread.
 class SymbolPicture final {
 public:
     /// In a square of `size` points.

@@ -9,8 +9,8 @@ namespace tidewell {
 
 namespace {
 
-// Not every system installs the translations of the toolkit itself, which say which way a language
-// is written; the program's own say it as well.
+// Qt reads the layout direction from its own translations (qtbase_*.qm), which not every system
+// installs. The program's own say it as well.
 [[maybe_unused]] constexpr const char* direction =
     QT_TRANSLATE_NOOP("QGuiApplication", "QT_LAYOUT_DIRECTION");
 

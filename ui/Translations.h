@@ -9,7 +9,7 @@
 
 namespace tidewell {
 
-/// The program's texts, and the toolkit's own, in the user's language as long as this lives; what
+/// The program's texts, and Qt's own, in the user's language as long as this lives; what
 /// has no translation stays as it is in the code. Layouts run from right to left in the languages
 /// that are written so. After the application object, before any text is shown. Main thread.
 class Translations {

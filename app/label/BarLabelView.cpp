@@ -4,8 +4,6 @@
 #include "base/values/LevelColours.h"
 #include "ui/Symbols.h"
 
-#include <QCoreApplication>
-
 namespace tidewell {
 
 std::string_view symbolName(std::uint64_t swapUsed) {
@@ -14,7 +12,7 @@ std::string_view symbolName(std::uint64_t swapUsed) {
 
 std::string labelText(std::uint64_t swapUsed, std::uint64_t swapTotal) {
     if (swapUsed == 0) {
-        return QCoreApplication::translate("BarLabelView", "No Swap").toStdString();
+        return BarLabelView::tr("No Swap").toStdString();
     }
     return sizeText(swapUsed) + " of " + sizeText(swapTotal);
 }

@@ -5,15 +5,17 @@
 #include "model/memory/MemoryWatcher.h"
 #include "model/updates/SparkleModel.h"
 
+#include <QCoreApplication>
+
 #include <functional>
 #include <string_view>
 
 namespace tidewell {
 
-/// The symbol that tells whether swap is in use.
+/// The name of the symbol, see ui/Symbols.h.
 std::string_view symbolName(std::uint64_t swapUsed);
 
-/// The swap in use, of how much, in bytes; "No Swap", translated, where none is used.
+/// For example "1.2 GB of 8 GB"; "No Swap", translated, where none is used. Both in bytes.
 std::string labelText(std::uint64_t swapUsed, std::uint64_t swapTotal);
 
 /// Whether the update mark replaces the symbol of the swap in use.
@@ -26,14 +28,16 @@ struct LabelSymbol {
     bool takesWarningColor; ///< else it is drawn like text
 };
 
-/// The symbol to show of those that `isKnown` knows. Where it does not know the one that tells of
-/// swap the label falls back to a plain circle, and shows no update mark either.
+/// The symbol to show. Where `isKnown` denies the one for the swap in use, it is a plain circle,
+/// and there is no update mark either.
 LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,
                         const std::function<bool(std::string_view name)>& isKnown);
 
-/// What the program shows in the status area: the symbol in the colour of the warning level, and
-/// the swap in use. Draws at most once for all the changes of one event-loop pass. Main thread.
+/// The status item's content: the symbol in the colour of the warning level, and the swap in use.
+/// Sets it at most once for all the changes of one event-loop pass. Main thread.
 class BarLabelView final {
+    Q_DECLARE_TR_FUNCTIONS(BarLabelView)
+
 public:
     /// `sparkleModel` may be null: then there are no updates. `warningColor` is what the symbol
     /// is drawn in until the warning level changes for the first time. All must outlive the view.

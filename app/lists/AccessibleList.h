@@ -11,7 +11,7 @@ class ShowItemList;
 // A `ShowItemList` for assistive technology: a list of items, each named by its label and byte
 // count. Nothing is made of it before someone asks. Main thread.
 
-/// To be called before the first list is shown, by whoever makes it; more often does no harm.
+/// To be called before the first list is shown; more often does no harm.
 void makeListsAccessible();
 
 /// Tells of rows that came, went or changed; `before` is what the list held.

@@ -37,15 +37,15 @@ void IconPictures::forget() {
         QFileSystemWatcher* const teller = watcher_.release();
         teller->disconnect(); // it may have more to tell of the same change
         teller->deleteLater();
-        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths()); // makes the toolkit forget, too
+        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths()); // clears QIcon's cache, too
         filesChanged_();
     };
     QObject::connect(watcher_.get(), &QFileSystemWatcher::directoryChanged, changed);
     QObject::connect(watcher_.get(), &QFileSystemWatcher::fileChanged, changed);
 }
 
-/// A theme has a hundred folders. Whoever puts an icon into one of them has to touch the theme's
-/// own, so that readers need to look at no other.
+/// A theme has a hundred folders. Installers that put an icon into one of them must touch the
+/// theme's own, so that readers need to look at no other.
 void IconPictures::watchTheme() {
     QStringList folders;
     for (const QString& path : QIcon::themeSearchPaths()) {

@@ -36,7 +36,7 @@ constexpr Measures measuresOf(ShowItemList::Kind kind) {
 
 constexpr double cornerRadius = 5;
 
-/// A thumb without a groove, for a small box. The toolkit's own bar would fill a tenth of it.
+/// A thumb without a groove, for a small box. A style's own scroll bar would fill a tenth of it.
 class ScrollThumb final : public QScrollBar {
 public:
     ScrollThumb()

@@ -11,7 +11,7 @@ namespace tidewell {
 /// above.
 QPointF appMemoryOrigin(QPointF anchor, double windowWidth);
 
-/// Where the toolkit puts the process window's upper left corner. Where all of it would lie outside
+/// The process window's upper left corner in Qt's coordinates. Where all of it would lie outside
 /// every screen, it goes to the nearest place where it is whole, on the other side of the panel
 /// unless less of the panel is covered on this one. `anchor` is the panel's lower left corner,
 /// upward as above; `screens` are places on the desktop, the main one first.
