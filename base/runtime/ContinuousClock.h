@@ -53,7 +53,8 @@ public:
         const std::stop_source& stop = coroutine.promise().task().stop();
         if (stop.stop_requested()) {
             result_ = SleepResult::cancelled;
-            return false;
+            // Suspended, it has nobody who would resume it.
+            return coroutine.promise().task().endsWhenCancelled();
         }
         sleepUntilWoken(std::make_shared<Resumption>(coroutine), stop.get_token());
         return true;

@@ -6,8 +6,9 @@ namespace tidewell {
 
 namespace detail {
 
-RunningTask::RunningTask(Executor& executor, Task<void> body)
+RunningTask::RunningTask(Executor& executor, Task<void> body, Cancelled cancelled)
     : executor_(executor)
+    , cancelled_(cancelled)
     , body_(std::move(body)) {
     body_.coroutine_.promise().attach(*this, std::noop_coroutine());
 }
@@ -17,6 +18,9 @@ void RunningTask::start() {
 }
 
 void RunningTask::resume(std::coroutine_handle<> coroutine) {
+    if (endsWhenCancelled() && stop_.stop_requested()) {
+        return; // it is destroyed with the job that called this
+    }
     coroutine.resume();
     if (body_.coroutine_.done()) {
         try {
@@ -34,10 +38,23 @@ void Resumption::resume() {
     executor.post([task = std::move(task_), coroutine = coroutine_] { task->resume(coroutine); });
 }
 
-TaskHandle spawn(Executor& executor, Task<void> task) {
-    const auto running = std::make_shared<detail::RunningTask>(executor, std::move(task));
+namespace {
+
+std::stop_source start(Executor& executor, Task<void> task,
+                       detail::RunningTask::Cancelled cancelled) {
+    const auto running =
+        std::make_shared<detail::RunningTask>(executor, std::move(task), cancelled);
     running->start();
-    return TaskHandle(running->stop());
+    return running->stop();
 }
+
+} // namespace
+
+TaskHandle spawn(Executor& executor, Task<void> task) {
+    return TaskHandle(start(executor, std::move(task), detail::RunningTask::Cancelled::isTold));
+}
+
+OwnedTask::OwnedTask(Executor& executor, Task<void> task)
+    : stop_(start(executor, std::move(task), detail::RunningTask::Cancelled::ends)) {}
 
 } // namespace tidewell

@@ -37,6 +37,29 @@ private:
     std::stop_source stop_;
 };
 
+/// A task that is bound to its owner: once this was cancelled, assigned to or destroyed, the task
+/// runs no further, whatever it waits for. It is destroyed where it waits, as a job of its
+/// executor; work that it has elsewhere is done before. On the executor's thread: so the task may
+/// refer to the owner of this, except in the destructors of its variables.
+class OwnedTask {
+public:
+    OwnedTask() = default;
+    /// Starts `task` as `spawn()` does.
+    OwnedTask(Executor& executor, Task<void> task);
+    OwnedTask(OwnedTask&& other) noexcept = default;
+    OwnedTask& operator=(OwnedTask&& other) noexcept {
+        cancel();
+        stop_ = std::move(other.stop_);
+        return *this;
+    }
+    ~OwnedTask() { cancel(); }
+
+    void cancel() { stop_.request_stop(); }
+
+private:
+    std::stop_source stop_{std::nostopstate};
+};
+
 /// Starts `task` on `executor`, which must outlive it, and returns at once: the first step runs as
 /// a job of the executor, as every later one does. Any thread.
 ///
@@ -173,16 +196,22 @@ inline Task<void> Promise<void>::get_return_object() {
 /// whatever will resume it, so that nothing has to be torn down by hand.
 class RunningTask final : public std::enable_shared_from_this<RunningTask> {
 public:
-    RunningTask(Executor& executor, Task<void> body);
+    enum class Cancelled {
+        isTold, ///< goes on, to end by itself
+        ends,   ///< goes on no more
+    };
+    RunningTask(Executor& executor, Task<void> body, Cancelled cancelled);
 
     Executor& executor() const { return executor_; }
     const std::stop_source& stop() const { return stop_; }
+    bool endsWhenCancelled() const { return cancelled_ == Cancelled::ends; }
     void start();
     void resume(std::coroutine_handle<> coroutine);
 
 private:
     Executor& executor_;
     std::stop_source stop_;
+    Cancelled cancelled_;
     Task<void> body_;
 };
 

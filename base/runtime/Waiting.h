@@ -48,7 +48,9 @@ private:
 
 class WorkElsewhere {
 public:
-    WorkElsewhere(Executor& other, std::function<void()> work)
+    using Work = std::function<void(const std::stop_token& stop)>;
+
+    WorkElsewhere(Executor& other, Work work)
         : other_(other)
         , work_(std::move(work)) {}
 
@@ -59,8 +61,9 @@ public:
     template <std::derived_from<PromiseBase> Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) {
         // The job keeps the task, and with it this awaiter, alive until the work is done.
-        other_.post([this, resumption = std::make_shared<Resumption>(coroutine)] {
-            work_();
+        other_.post([this, stop = coroutine.promise().task().stop().get_token(),
+                     resumption = std::make_shared<Resumption>(coroutine)] {
+            work_(stop);
             if (resumption->claim()) {
                 resumption->resume();
             }
@@ -70,7 +73,7 @@ public:
 
 private:
     Executor& other_;
-    std::function<void()> work_;
+    Work work_;
 };
 
 template <typename T>
@@ -87,9 +90,16 @@ public:
     bool await_ready() const noexcept { return false; }
     template <std::derived_from<PromiseBase> Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) {
+        auto resumption = std::make_shared<Resumption>(coroutine);
+        if (const RunningTask& task = coroutine.promise().task(); task.endsWhenCancelled()) {
+            if (task.stop().stop_requested()) {
+                return; // without anybody who would resume it
+            }
+            onCancel_ = std::make_shared<OnCancel>(task.stop().get_token(), Cancel{resumption});
+        }
         // Off this awaiter: the task may be destroyed inside the call, if it drops the answer.
         const Ask ask = std::move(ask_);
-        ask([this, resumption = std::make_shared<Resumption>(coroutine)](T value) {
+        ask([this, resumption = std::move(resumption)](T value) {
             if (resumption->claim()) {
                 answer_.emplace(std::move(value));
                 resumption->resume();
@@ -99,8 +109,21 @@ public:
     T await_resume() { return std::move(*answer_); }
 
 private:
+    /// Runs on the thread that cancels. Holds the resumption weakly: whoever answers owns it.
+    struct Cancel {
+        std::weak_ptr<Resumption> resumption;
+        void operator()() const {
+            const auto pending = resumption.lock();
+            if (pending && pending->claim()) {
+                pending->resume();
+            }
+        }
+    };
+
     Ask ask_;
     std::optional<T> answer_;
+    using OnCancel = std::stop_callback<Cancel>;
+    std::shared_ptr<OnCancel> onCancel_; // shared, since GCC 12 copies what is awaited first
 };
 
 } // namespace detail
@@ -116,15 +139,19 @@ inline detail::CancellationQuery currentTaskIsCancelled() {
 
 /// `auto work = runOn(other, function); co_await work;`: runs `function` as a job of another
 /// executor, waits for it to return and goes on where the task belongs. Cancelling the task
-/// meanwhile changes nothing: the work is done. `other` must outlive the task.
-inline detail::WorkElsewhere runOn(Executor& other, std::function<void()> work) {
+/// meanwhile is up to the work: it is handed the task's stop token if it takes one. `other` must
+/// outlive the task.
+inline detail::WorkElsewhere runOn(Executor& other, detail::WorkElsewhere::Work work) {
     return {other, std::move(work)};
+}
+inline detail::WorkElsewhere runOn(Executor& other, std::function<void()> work) {
+    return {other, [work = std::move(work)](const std::stop_token& /*stop*/) { work(); }};
 }
 
 /// `auto answer = answerOf<T>(ask); T value = co_await answer;`: calls `ask` with a function that
 /// takes the answer, and waits until that was called, from any thread; later calls are ignored.
-/// Cancelling does not end the wait. When every copy of the function is destroyed uncalled, the
-/// task is destroyed where it waits.
+/// Cancelling ends the wait of an `OwnedTask` only. When every copy of the function is destroyed
+/// uncalled, the task is destroyed where it waits.
 template <typename T>
 detail::Answer<T> answerOf(typename detail::Answer<T>::Ask ask) {
     return detail::Answer<T>(std::move(ask));

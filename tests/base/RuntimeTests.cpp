@@ -84,6 +84,52 @@ TEST_F(TaskTest, GoesOnAtTheFirstAnswerAndIsDestroyedWhenNothingCanResumeItAnyMo
     EXPECT_EQ(notes.use_count(), 1) << "queued, but never run";
 }
 
+Task<void> askTwice(Completion complete, Executor* other, Notes notes) {
+    co_await askFor(complete, notes);
+    auto work = runOn(*other, [&notes](const std::stop_token& stop) {
+        notes->push_back(stop.stop_requested() ? "called off" : "worked");
+    });
+    co_await work;
+    co_await askFor(complete, notes);
+}
+
+TEST_F(TaskTest, OfAnOwnerRunsNoFurtherOnceThatIsGoneWhateverItWaitsFor) {
+    const auto complete = std::make_shared<std::function<void(int)>>();
+    ManualExecutor other;
+    enum class When { queued, asking, answered, working, worked };
+    using enum When;
+    for (const auto& [when, wanted] : {std::pair(queued, std::vector<std::string>{}),
+                                       {asking, {}},
+                                       {answered, {}},
+                                       {working, {"7", "called off"}},
+                                       {worked, {"7", "worked"}}}) {
+        *complete = nullptr;
+        notes->clear();
+        OwnedTask task(executor, askTwice(complete, &other, notes));
+        if (when >= asking) {
+            executor.drain();
+        }
+        if (when >= answered) {
+            (*complete)(7);
+        }
+        if (when >= working) {
+            executor.drain();
+        }
+        if (when >= worked) {
+            other.drain();
+        }
+        task = {};
+        other.drain();
+        executor.drain();
+        EXPECT_EQ(*notes, wanted) << int(when);
+        if (*complete) {
+            (*complete)(8); // too late
+        }
+        EXPECT_EQ(executor.drain(), 0U);
+        EXPECT_EQ(notes.use_count(), 1) << int(when);
+    }
+}
+
 Task<void> hop(Executor* other, std::promise<std::array<std::thread::id, 3>>* result) {
     std::array<std::thread::id, 3> threads;
     threads[0] = std::this_thread::get_id();
