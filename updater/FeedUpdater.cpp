@@ -1,8 +1,13 @@
 #include "updater/FeedUpdater.h"
 
+#include "base/runtime/Waiting.h"
+#include "updater/UpdateProblem.h"
+#include "updater/download/Download.h"
+#include "updater/download/UpdateFile.h"
 #include "updater/feed/SafeAddress.h"
 #include "updater/feed/VersionOrder.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <cmath>
@@ -15,6 +20,27 @@ namespace {
 constexpr qint64 largestFeed = qint64{1} << 20;
 constexpr double hour = 3600;
 
+using Choice = SPUStandardUserDriver::Choice;
+
+/// Fetches the feed and picks the newest release that fits, if there is one. Blocks.
+Result<std::optional<AppcastItem>> newestInFeed(const FetchSettings& settings, const QUrl& feed,
+                                                const Installation& installation,
+                                                const std::stop_token& stop) {
+    QByteArray text;
+    const auto take = [&text](QByteArrayView piece) -> Result<> {
+        text += piece;
+        return text.size() <= largestFeed
+                   ? Result<>()
+                   : failure("it is larger than it may be", UpdateProblem::badFeed);
+    };
+    return fetch(settings, feed, settings.feedLimit, stop, take)
+        .and_then([&text] { return readAppcast(text); })
+        .map([&installation](const std::vector<AppcastItem>& items) {
+            const AppcastItem* update = newestUpdate(items, installation);
+            return update != nullptr ? std::optional(*update) : std::nullopt;
+        });
+}
+
 } // namespace
 
 FeedUpdater::FeedUpdater(Environment environment, std::shared_ptr<SPUStandardUserDriver> userDriver,
@@ -24,7 +50,9 @@ FeedUpdater::FeedUpdater(Environment environment, std::shared_ptr<SPUStandardUse
     , delegate_(delegate) {}
 
 FeedUpdater::~FeedUpdater() {
-    *isGone_ = true;
+    // Before the threads that work for them are waited for.
+    check_.cancel();
+    download_.reset();
     if (session_ == Session::user) {
         userDriver_->close();
     }
@@ -60,7 +88,8 @@ Result<> FeedUpdater::startUpdater() {
     }
     feed_ = address;
     key_ = *key;
-    installedVersion_ = QString::fromStdString(*installed);
+    installation_ = {QString::fromStdString(*installed), environment_.systemVersion,
+                     environment_.architecture, !environment_.appImage.isEmpty()};
     isStarted_ = true;
     setCanCheck();
     return {};
@@ -111,207 +140,185 @@ void FeedUpdater::checkForUpdates() {
     }
     if (const auto started = startUpdater(); !started) {
         session_ = Session::user;
-        fail({UpdateProblem::notStarted, QString::fromStdString(started.error().description())});
+        fail("The check for updates failed: ",
+             {started.error().description(), UpdateProblem::notStarted});
         return;
     }
-    begin(Session::user);
-    userDriver_->showChecking([this] { endSession(); });
+    begin(Session::user, checkForUser());
 }
 
 void FeedUpdater::checkForUpdateInformation() {
     if (isStarted_ && session_ == Session::none) {
-        begin(Session::silent);
+        begin(Session::silent, checkSilently());
     }
 }
 
-void FeedUpdater::begin(Session session) {
+void FeedUpdater::begin(Session session, Task<void> check) {
     session_ = session;
-    feedText_.clear();
-    fetch_ = std::make_unique<Fetch>(
-        environment_.fetching, feed_, Fetch::Limits{largestFeed, environment_.fetching.feedLimit},
-        Fetch::Observer{
-            [this](const QByteArray& bytes) { feedText_ += bytes; },
-            [this](FetchOutcome outcome, const QString& reason) { takeFeed(outcome, reason); }});
+    check_ = OwnedTask(environment_.mainThread, std::move(check));
     setCanCheck();
 }
 
 void FeedUpdater::endSession() {
-    fetch_.reset();
-    feedText_ = {};
-    chosen_.reset();
-    if (session_ == Session::user) {
+    check_.cancel();
+    if (std::exchange(session_, Session::none) == Session::user) {
         userDriver_->close();
     }
-    session_ = Session::none;
     setCanCheck();
 }
 
-void FeedUpdater::takeFeed(FetchOutcome outcome, const QString& reason) {
-    fetch_.reset();
-    const QByteArray text = std::exchange(feedText_, {});
-    if (outcome != FetchOutcome::complete) {
-        fail(updateFailure(outcome, reason));
-        return;
+Task<void> FeedUpdater::checkSilently() {
+    const auto found = co_await lookForUpdate();
+    // Over before the delegate is told: it may want to have the next check made.
+    endSession();
+    if (!found) {
+        log("The check for updates failed: " + found.error().text, "checkSilently()", __LINE__);
+        co_return;
     }
-    const auto appcast = readAppcast(text);
-    if (const auto* error = std::get_if<FeedError>(&appcast)) {
-        fail({UpdateProblem::badFeed, error->description});
-        return;
-    }
-    answer(newestUpdate(std::get<std::vector<AppcastItem>>(appcast),
-                        {installedVersion_, environment_.systemVersion, environment_.architecture,
-                         !environment_.appImage.isEmpty()}));
-}
-
-void FeedUpdater::answer(const AppcastItem* update) {
-    const Session session = session_;
-    const auto skipped = stored(environment_.defaults, environment_.preferences.skippedVersion);
-    if (update != nullptr && session == Session::silent &&
-        skipped == update->version.toStdString()) {
-        update = nullptr;
-    }
-    if (session == Session::silent) {
-        // Over before the delegate is told: it may want to have the next check made.
-        endSession();
-    }
-    if (update == nullptr) {
+    const auto& update = *found;
+    if (!update || stored(environment_.defaults, environment_.preferences.skippedVersion) ==
+                       update->version.toStdString()) {
         delegate_.updaterDidNotFindUpdate(*this);
-        if (session == Session::user) {
-            userDriver_->showUpToDate(installedVersion_, [this] { endSession(); });
-        }
-        return;
+        co_return;
     }
     delegate_.updaterDidFindValidUpdate(*this, {update->version.toStdString()});
-    if (session == Session::user) {
-        offer(*update);
-    } else if (automaticallyDownloadsUpdates() && settled_ != update->signature) {
-        obtain(*update);
+    if (automaticallyDownloadsUpdates() && settled_ != update->signature) {
+        beginDownload(*update);
     }
 }
 
-void FeedUpdater::offer(const AppcastItem& item) {
-    if (item.version == replacedBy_) {
-        chosen_ = item;
-        offerRestart();
-        return;
+Task<void> FeedUpdater::checkForUser() {
+    const auto over = [this] { endSession(); };
+    userDriver_->showChecking(over);
+    const auto found = co_await lookForUpdate();
+    if (!found) {
+        fail("The check for updates failed: ", found.error());
+        co_return;
     }
-    userDriver_->showFound(item.version, installedVersion_, item.notes,
-                           {.install =
-                                [this, item] {
-                                    chosen_ = item;
-                                    userDriver_->showDownload(item.version, [this] {
-                                        download_.reset();
-                                        endSession();
-                                    });
-                                    obtain(item);
-                                },
-                            .remindLater = [this] { endSession(); },
-                            .skip =
-                                [this, version = item.version.toStdString()] {
-                                    write(environment_.defaults,
-                                          environment_.preferences.skippedVersion, version);
-                                    endSession();
-                                    delegate_.updaterDidNotFindUpdate(*this);
-                                }});
-}
+    if (!*found) {
+        delegate_.updaterDidNotFindUpdate(*this);
+        userDriver_->showUpToDate(installation_.version, over);
+        co_return;
+    }
+    const AppcastItem& update = **found;
+    delegate_.updaterDidFindValidUpdate(*this, {update.version.toStdString()});
 
-/// Goes on with a download of the same file that is under way.
-void FeedUpdater::obtain(const AppcastItem& item) {
-    if (download_ && download_->item().signature == item.signature) {
-        userDriver_->setProgress(download_->received(), item.length);
-        return;
-    }
-    download_.reset(); // before the next one uses the same folder
-    download_ = std::make_unique<Download>(
-        environment_.fetching, environment_.downloadFolder, item, key_, environment_.mainThread,
-        Download::Observer{
-            [this, length = item.length](qint64 received) {
-                if (chosen_) {
-                    userDriver_->setProgress(received, length);
-                }
-            },
-            [this](const std::variant<QString, UpdateFailure>& result) { takeFile(result); }});
-}
-
-void FeedUpdater::takeFile(const std::variant<QString, UpdateFailure>& result) {
-    const auto* failure = std::get_if<UpdateFailure>(&result);
-    if (failure == nullptr || failure->problem == UpdateProblem::wrongSignature ||
-        failure->problem == UpdateProblem::wrongLength) {
-        settled_ = download_->item().signature;
-    }
-    download_.reset();
-    if (chosen_) {
-        failure != nullptr ? fail(*failure) : install(std::get<QString>(result));
-    } else if (failure != nullptr) {
-        log(QStringLiteral("Could not download an update: ") + failure->detail, "takeFile()",
-            __LINE__);
-    }
-}
-
-void FeedUpdater::install(const QString& file) {
-    userDriver_->showInstalling(chosen_->version);
-    if (environment_.appImage.isEmpty()) {
-        handOver(file);
-        return;
-    }
-    installer_.emplace();
-    installer_->post([this, gone = isGone_, appImage = environment_.appImage, file, item = *chosen_,
-                      key = key_, &mainThread = environment_.mainThread] {
-        auto failure = replaceAppImage(appImage, file, item, key, *gone);
-        if (!failure) {
-            QFile::remove(file); // it has served
-        }
-        mainThread.post([this, gone, failure = std::move(failure)] {
-            if (!*gone) {
-                takeInstallation(failure);
-            }
+    if (update.version != replacedBy_) {
+        auto question = answerOf<Choice>([this, &update](const std::function<void(Choice)>& take) {
+            userDriver_->showFound(update.version, installation_.version, update.notes, take);
         });
-    });
-}
+        const Choice choice = co_await question;
+        if (choice != Choice::install) {
+            endSession();
+            if (choice == Choice::skip) {
+                write(environment_.defaults, environment_.preferences.skippedVersion,
+                      update.version.toStdString());
+                delegate_.updaterDidNotFindUpdate(*this);
+            }
+            co_return;
+        }
 
-void FeedUpdater::takeInstallation(const std::optional<UpdateFailure>& failure) {
-    installer_.reset();
-    if (failure) {
-        fail(*failure);
-        return;
+        beginDownload(update);
+        userDriver_->showDownload(update.version, update.length, download_->received, [this] {
+            download_.reset();
+            endSession();
+        });
+        auto download =
+            answerOf<Result<QString>>([this](std::function<void(Result<QString>)> take) {
+                download_->whenDone = std::move(take);
+            });
+        const auto file = co_await download;
+        if (!file) {
+            fail("The update could not be installed: ", file.error());
+            co_return;
+        }
+
+        userDriver_->showInstalling(update.version);
+        const auto installed = co_await install(update, *file);
+        if (!installed) {
+            fail("The update could not be installed: ", installed.error());
+            co_return;
+        }
+        if (!installation_.isAppImage) {
+            userDriver_->showHandedOver(update.version, over);
+            co_return;
+        }
+        replacedBy_ = update.version;
     }
-    replacedBy_ = chosen_->version;
-    offerRestart();
-}
-
-void FeedUpdater::offerRestart() {
     userDriver_->showInstalled(
-        chosen_->version,
+        update.version,
         [this] {
             endSession();
             environment_.restart(environment_.appImage);
         },
-        [this] { endSession(); });
+        over);
 }
 
-void FeedUpdater::handOver(const QString& file) {
-    if (environment_.open(file)) {
-        userDriver_->showHandedOver(chosen_->version, [this] { endSession(); });
-    } else {
-        fail({UpdateProblem::noHandler, QStringLiteral("nothing opens ") + file});
+/// The newest release that fits, if there is one.
+Task<Result<std::optional<AppcastItem>>> FeedUpdater::lookForUpdate() {
+    Result<std::optional<AppcastItem>> update;
+    auto work = runOn(checker_, [this, &update](const std::stop_token& stop) {
+        update = newestInFeed(environment_.fetching, feed_, installation_, stop);
+    });
+    co_await work;
+    co_return update;
+}
+
+/// Goes on with a download of the same file that is under way.
+void FeedUpdater::beginDownload(const AppcastItem& item) {
+    if (download_ && download_->file == item.signature) {
+        return;
+    }
+    const auto received = std::make_shared<std::atomic<qint64>>(0);
+    download_.emplace(item.signature, received, nullptr,
+                      OwnedTask(environment_.mainThread, fetchFile(item, received)));
+}
+
+Task<void> FeedUpdater::fetchFile(AppcastItem item, std::shared_ptr<std::atomic<qint64>> received) {
+    Result<QString> file;
+    auto work = runOn(files_, [this, &item, &received, &file](const std::stop_token& stop) {
+        file = download(environment_.fetching, environment_.downloadFolder, item, key_, *received,
+                        stop);
+    });
+    co_await work;
+    if (file || file.error().cause == UpdateProblem::wrongSignature ||
+        file.error().cause == UpdateProblem::wrongLength) {
+        settled_ = item.signature;
+    }
+    const auto whenDone = std::move(download_->whenDone);
+    download_.reset();
+    if (whenDone) {
+        whenDone(std::move(file));
+    } else if (!file) {
+        log("Could not download an update: " + file.error().text, "fetchFile()", __LINE__);
     }
 }
 
-void FeedUpdater::fail(const UpdateFailure& failure) {
-    log((chosen_ ? QStringLiteral("The update could not be installed: ")
-                 : QStringLiteral("The check for updates failed: ")) +
-            failure.detail,
-        "fail()", __LINE__);
-    if (session_ == Session::user) {
-        userDriver_->showFailure(failure.problem, [this] { endSession(); });
-    } else {
-        endSession();
+Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
+    if (!installation_.isAppImage) {
+        co_return environment_.open(file)
+            ? Result<>()
+            : failure("nothing opens " + file.toStdString(), UpdateProblem::noHandler);
     }
+    Result<> replaced;
+    auto work = runOn(files_, [this, &item, &file, &replaced](const std::stop_token& stop) {
+        replaced = replaceAppImage(environment_.appImage, file, item, key_, stop);
+        if (replaced) {
+            QFile::remove(file); // it has served
+        }
+    });
+    co_await work;
+    co_return replaced;
 }
 
-void FeedUpdater::log(const QString& message, const char* function, int line) const {
-    logMessage(environment_.log, message.toStdString(), "general", __FILE__, function, line,
-               LogLevel::error);
+/// Ends the user's check with what went wrong.
+void FeedUpdater::fail(const std::string& what, const Error& error) {
+    log(what + error.text, "fail()", __LINE__);
+    userDriver_->showFailure(error.cause, [this] { endSession(); });
+}
+
+void FeedUpdater::log(const std::string& message, const char* function, int line) const {
+    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::error);
 }
 
 } // namespace tidewell

@@ -5,8 +5,15 @@
 #include "base/ports/Log.h"
 #include "base/ports/SPUUpdater.h"
 #include "base/ports/UserDefaults.h"
-#include "updater/download/Download.h"
+#include "base/runtime/SerialExecutor.h"
+#include "base/runtime/Task.h"
+#include "updater/download/Fetch.h"
+#include "updater/feed/Appcast.h"
 #include "updater/windows/SPUStandardUserDriver.h"
+
+#include <atomic>
+#include <memory>
+#include <optional>
 
 namespace tidewell {
 
@@ -14,8 +21,8 @@ namespace tidewell {
 /// names ("SUFeedURL") and installs nothing but files that are signed with the key that the bundle
 /// holds ("SUPublicEDKey").
 ///
-/// Main thread; blocks for no longer than a `Download` does. Whatever is under way when it is
-/// destroyed is called off.
+/// Main thread. What waits for the network or the disk runs on threads of its own; whatever is
+/// under way when this is destroyed is called off, and waited for.
 class FeedUpdater final : public SPUUpdater {
 public:
     /// How the updater reaches the outside. What is referred to must outlive it.
@@ -64,20 +71,17 @@ public:
 private:
     enum class Session { none, silent, user };
 
-    void begin(Session session);
+    void begin(Session session, Task<void> check);
     void endSession();
-    void takeFeed(FetchOutcome outcome, const QString& reason);
-    void answer(const AppcastItem* update);
-    void offer(const AppcastItem& item);
-    void obtain(const AppcastItem& item);
-    void takeFile(const std::variant<QString, UpdateFailure>& result);
-    void install(const QString& file);
-    void takeInstallation(const std::optional<UpdateFailure>& failure);
-    void offerRestart();
-    void handOver(const QString& file);
-    void fail(const UpdateFailure& failure);
+    Task<void> checkSilently();
+    Task<void> checkForUser();
+    Task<Result<std::optional<AppcastItem>>> lookForUpdate();
+    void beginDownload(const AppcastItem& item);
+    Task<void> fetchFile(AppcastItem item, std::shared_ptr<std::atomic<qint64>> received);
+    Task<Result<>> install(AppcastItem item, QString file);
+    void fail(const std::string& what, const Error& error);
     void setCanCheck();
-    void log(const QString& message, const char* function, int line) const;
+    void log(const std::string& message, const char* function, int line) const;
 
     Environment environment_;
     std::shared_ptr<SPUStandardUserDriver> userDriver_;
@@ -88,18 +92,24 @@ private:
     bool isStarted_ = false;
     QUrl feed_; // these three from the start on
     PublicKey key_{};
-    QString installedVersion_;
+    Installation installation_{};
 
-    Session session_ = Session::none;
-    std::unique_ptr<Fetch> fetch_; // of the feed
-    QByteArray feedText_;
-    std::optional<AppcastItem> chosen_;  // what the user wants installed
-    std::unique_ptr<Download> download_; // may outlast the silent check that began it
+    /// May outlast the silent check that began it.
+    struct Download {
+        Signature file;
+        std::shared_ptr<std::atomic<qint64>> received;
+        std::function<void(Result<QString>)> whenDone; ///< where the user waits for it
+        OwnedTask task;
+    };
+    std::optional<Download> download_;
     // The file that is not fetched again just in case: it is there, or another would be no better.
     std::optional<Signature> settled_;
     QString replacedBy_; // the version that starts next, once the AppImage was replaced
-    std::shared_ptr<std::atomic<bool>> isGone_ = std::make_shared<std::atomic<bool>>(false);
-    std::optional<SerialExecutor> installer_; // last: it ends before what its job uses
+
+    Session session_ = Session::none;
+    OwnedTask check_;
+    SerialExecutor checker_; // these two last: they end before what their jobs use
+    SerialExecutor files_;
 };
 
 } // namespace tidewell

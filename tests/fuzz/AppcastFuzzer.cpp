@@ -17,9 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(compareVersions(a, b) == 0 <=> compareVersions(b, a));
     require(compareVersions(a, b) > 0 || compareVersions(b, c) > 0 || compareVersions(a, c) <= 0);
 
-    const auto appcast = readAppcast(bytes);
-    const auto* items = std::get_if<std::vector<AppcastItem>>(&appcast);
-    if (items == nullptr) {
+    const auto items = readAppcast(bytes);
+    if (!items) {
         return 0;
     }
     for (const AppcastItem& item : *items) {

@@ -129,11 +129,14 @@ protected:
         updater->checkForUpdates();
         ASSERT_TRUE(shows("A new version"));
     }
+    void waitForTheEnd() {
+        EXPECT_TRUE(comesTrue([this] { return updater->canCheckForUpdates(); }));
+        EXPECT_EQ(shown<QLabel>(), nullptr);
+    }
     void checkSilently() {
         updater->checkForUpdateInformation();
         EXPECT_FALSE(updater->canCheckForUpdates());
-        EXPECT_TRUE(comesTrue([this] { return updater->canCheckForUpdates(); }));
-        EXPECT_EQ(shown<QLabel>(), nullptr);
+        waitForTheEnd();
     }
     QStringList downloaded() const {
         return QDir(QString::fromStdString(downloads))
@@ -221,14 +224,16 @@ TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
     ASSERT_TRUE(shows("293 KB")) << "slowly";
     EXPECT_EQ(downloaded(), QStringList(u".unverified"_s));
     press("Cancel");
-    EXPECT_TRUE(downloaded().isEmpty());
+    EXPECT_TRUE(comesTrue([this] { return downloaded().isEmpty(); }));
 
     find();
     press("Skip This Version");
+    waitForTheEnd();
     checkSilently();
     EXPECT_THAT(std::exchange(answers, {}), ElementsAre("1.10", "none", "none"));
     find(); // where it is the user who asks
     shown<QLabel>()->window()->close();
+    waitForTheEnd();
 
     putFeed("");
     updater->checkForUpdates();

@@ -1,17 +1,14 @@
 #pragma once
 
-#include "updater/download/FetchOutcome.h"
+#include "base/values/Result.h"
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <QUrl>
 
 #include <chrono>
 #include <functional>
-#include <memory>
-
-class QProcess;
-class QTimer;
+#include <stop_token>
 
 namespace tidewell {
 
@@ -24,42 +21,11 @@ struct FetchSettings {
     std::chrono::milliseconds fileLimit{std::chrono::hours(6)};
 };
 
-/// Fetches one file, in a process of its own that goes with this object. Main thread; does not
-/// block.
-class Fetch final {
-public:
-    struct Limits {
-        qint64 bytes;                   ///< more than that ends it as `tooLarge`
-        std::chrono::milliseconds time; ///< altogether
-    };
-    struct Observer {
-        std::function<void(const QByteArray& bytes)> received;
-        /// Last, and once; `reason` is for the log. Neither of the two is called from within the
-        /// constructor, and both may destroy the fetch.
-        std::function<void(FetchOutcome outcome, const QString& reason)> ended;
-    };
-
-    Fetch(const FetchSettings& settings, const QUrl& address, Limits limits, Observer observer);
-    Fetch(const Fetch&) = delete;
-    Fetch& operator=(const Fetch&) = delete;
-    /// Calls it off; the observer is told nothing any more.
-    ~Fetch();
-
-private:
-    struct Letting {
-        void operator()(QProcess* process) const;
-    };
-
-    void start(const FetchSettings& settings, const QUrl& address);
-    void takeBytes();
-    void end(FetchOutcome outcome, const QString& reason);
-
-    qint64 bytesLeft_;
-    Observer observer_;
-    std::unique_ptr<QProcess, Letting> process_;
-    QTimer* silence_; // both are the process's children
-    QTimer* limit_;
-    std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true); // observers may destroy this
-};
+/// Fetches what is at an address, in a process of its own that ends with this call, and hands it to
+/// `take` piece by piece. Blocks; any thread. Ends early when that fails, after `limit`, and once
+/// `stop` is requested. The cause of a failure is an `UpdateProblem`.
+Result<> fetch(const FetchSettings& settings, const QUrl& address, std::chrono::milliseconds limit,
+               const std::stop_token& stop,
+               const std::function<Result<>(QByteArrayView piece)>& take);
 
 } // namespace tidewell

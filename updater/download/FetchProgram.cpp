@@ -9,7 +9,7 @@
 // process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them. It
 // also keeps whatever a hostile server does to them out of the program that installs updates.
 
-#include "updater/download/FetchOutcome.h"
+#include "updater/UpdateProblem.h"
 #include "updater/feed/SafeAddress.h"
 
 #include <QCoreApplication>
@@ -45,29 +45,23 @@ bool writeAll(const QByteArray& bytes) {
     return true;
 }
 
-FetchOutcome outcomeOf(QNetworkReply::NetworkError error) {
+UpdateProblem problemOf(QNetworkReply::NetworkError error) {
     switch (error) {
-    case QNetworkReply::NoError:
-        return FetchOutcome::complete;
     case QNetworkReply::SslHandshakeFailedError:
-        return FetchOutcome::untrusted;
+        return UpdateProblem::untrusted;
     case QNetworkReply::TimeoutError:
-    case QNetworkReply::OperationCanceledError: // the transfer's time-out, in this version
-        return FetchOutcome::timedOut;
+    case QNetworkReply::OperationCanceledError: // the transfer's time-out, in Qt 6.4
+        return UpdateProblem::timedOut;
     default:
         // Numbered by layer: the connection and the proxy, then what the server answers.
-        return error < QNetworkReply::ContentAccessDenied ? FetchOutcome::unreachable
-                                                          : FetchOutcome::refused;
+        return error < QNetworkReply::ContentAccessDenied ? UpdateProblem::unreachable
+                                                          : UpdateProblem::refused;
     }
 }
 
-void end(FetchOutcome outcome) {
-    QCoreApplication::exit(static_cast<int>(outcome));
-}
-
-void endWith(FetchOutcome outcome, const QString& reason) {
+void fail(UpdateProblem problem, const QString& reason) {
     std::fputs(reason.toUtf8().append('\n').constData(), stderr);
-    end(outcome);
+    QCoreApplication::exit(static_cast<int>(problem));
 }
 
 bool isTheFile(const QNetworkReply& reply) {
@@ -101,7 +95,7 @@ public:
             const QByteArray bytes = reply->readAll();
             if (isTheFile(*reply) && !writeAll(bytes)) {
                 reply->disconnect();
-                endWith(FetchOutcome::misused, QStringLiteral("nobody reads"));
+                fail(UpdateProblem::broken, QStringLiteral("nobody reads"));
             }
         });
         QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] {
@@ -112,24 +106,25 @@ public:
 
 private:
     void finish(QNetworkReply& reply) {
-        const FetchOutcome outcome = outcomeOf(reply.error());
         const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
-        if (outcome != FetchOutcome::complete) {
-            endWith(outcome, reply.errorString());
+        if (reply.error() != QNetworkReply::NoError) {
+            fail(problemOf(reply.error()), reply.errorString());
         } else if (!target.isEmpty()) {
             follow(reply.url(), reply.url().resolved(target));
         } else if (!isTheFile(reply)) {
-            endWith(FetchOutcome::refused, QStringLiteral("the server did not send the file"));
+            fail(UpdateProblem::refused, QStringLiteral("the server did not send the file"));
+        } else if (!writeAll(reply.readAll())) {
+            fail(UpdateProblem::broken, QStringLiteral("nobody reads"));
         } else {
-            end(writeAll(reply.readAll()) ? FetchOutcome::complete : FetchOutcome::misused);
+            QCoreApplication::exit();
         }
     }
 
     void follow(const QUrl& from, const QUrl& to) {
         if (!isSafeRedirect(from, to)) {
-            endWith(FetchOutcome::badRedirect, QStringLiteral("it is sent on to an unsafe place"));
+            fail(UpdateProblem::badRedirect, QStringLiteral("it is sent on to an unsafe place"));
         } else if (redirectsLeft_-- == 0) {
-            endWith(FetchOutcome::badRedirect, QStringLiteral("it is sent on too often"));
+            fail(UpdateProblem::badRedirect, QStringLiteral("it is sent on too often"));
         } else {
             ask(to);
         }
@@ -157,7 +152,7 @@ int main(int argc, char** argv) {
     const bool hasParent = arguments.value(3) == QString::number(::getppid());
     if (!isSafeAddress(address) || !isNumber || milliseconds <= 0 || !hasParent) {
         std::fputs("usage: tidewell-fetch ADDRESS MILLISECONDS PARENT [AUTHORITIES]\n", stderr);
-        return static_cast<int>(FetchOutcome::misused);
+        return static_cast<int>(UpdateProblem::broken);
     }
     Fetching fetching(milliseconds, arguments.value(4));
     fetching.ask(address);

@@ -1,5 +1,7 @@
 #include "updater/download/UpdateFile.h"
 
+#include "updater/UpdateProblem.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -8,7 +10,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <functional>
 
 #include <sys/stat.h>
@@ -20,32 +21,31 @@ namespace {
 
 constexpr qint64 pieceSize = qint64{1} << 20;
 
-UpdateFailure systemFailure(UpdateProblem problem) {
-    return {problem, QString::fromLocal8Bit(std::strerror(errno))}; // NOLINT(concurrency-mt-unsafe)
+tl::unexpected<Error> systemFailure(UpdateProblem problem) {
+    return failure(std::generic_category().message(errno), problem);
 }
 
-/// Reads a file through a digest, handing each piece on; what is wrong with it or with `use`.
-std::optional<UpdateFailure>
-readVerified(const QString& path, const AppcastItem& item, const PublicKey& key,
-             const std::atomic<bool>& stop,
-             const std::function<std::optional<UpdateFailure>(const QByteArray&)>& use) {
+/// Reads a file through a digest, handing each piece on; fails as `use` does.
+Result<> readVerified(const QString& path, const AppcastItem& item, const PublicKey& key,
+                      const std::stop_token& stop,
+                      const std::function<Result<>(const QByteArray&)>& use) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return UpdateFailure{UpdateProblem::cannotStore, file.errorString()};
+        return failure(file.errorString().toStdString(), UpdateProblem::cannotStore);
     }
     FileDigest digest;
     // One byte more than there may be shows that the file is too long.
     while (digest.length() <= item.length) {
-        if (stop) {
-            return UpdateFailure{UpdateProblem::broken, QStringLiteral("it was called off")};
+        if (stop.stop_requested()) {
+            return failure("it was called off", UpdateProblem::broken);
         }
         const QByteArray piece = file.read(std::min(pieceSize, item.length + 1 - digest.length()));
         if (piece.isEmpty()) {
             break;
         }
         digest.add(piece);
-        if (const auto failure = use(piece)) {
-            return failure;
+        if (auto used = use(piece); !used) {
+            return used;
         }
     }
     return verify(digest, item, key);
@@ -53,7 +53,7 @@ readVerified(const QString& path, const AppcastItem& item, const PublicKey& key,
 
 /// Even a file that is signed as one may be none, by mistake.
 bool isAppImage(QIODevice& file) {
-    constexpr qsizetype length = 11; // a program's mark, what it is like, and the mark of these
+    constexpr qsizetype length = 11; // of the ELF header, whose padding holds an AppImage's magic
     const QByteArray start = file.seek(0) ? file.read(length) : QByteArray();
     return start.startsWith("\x7f"
                             "ELF") &&
@@ -62,11 +62,11 @@ bool isAppImage(QIODevice& file) {
 
 } // namespace
 
-std::optional<UpdateFailure> makePrivateFolder(const QString& folder) {
+Result<> makePrivateFolder(const QString& folder) {
     const QByteArray path = QFile::encodeName(folder);
     if (!QDir().mkpath(QFileInfo(folder).path())) {
-        return UpdateFailure{UpdateProblem::cannotStore,
-                             QStringLiteral("cannot create the folder of %1").arg(folder)};
+        return failure((QStringLiteral("cannot create the folder of %1").arg(folder)).toStdString(),
+                       UpdateProblem::cannotStore);
     }
     if (::mkdir(path.constData(), S_IRWXU) != 0 && errno != EEXIST) {
         return systemFailure(UpdateProblem::cannotStore);
@@ -76,13 +76,14 @@ std::optional<UpdateFailure> makePrivateFolder(const QString& folder) {
         return systemFailure(UpdateProblem::cannotStore);
     }
     if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
-        return UpdateFailure{UpdateProblem::cannotStore,
-                             QStringLiteral("%1 is not a folder of this user").arg(folder)};
+        return failure(
+            (QStringLiteral("%1 is not a folder of this user").arg(folder)).toStdString(),
+            UpdateProblem::cannotStore);
     }
     if (::chmod(path.constData(), S_IRWXU) != 0) {
         return systemFailure(UpdateProblem::cannotStore);
     }
-    return std::nullopt;
+    return {};
 }
 
 QString fileNameOf(const AppcastItem& item) {
@@ -95,52 +96,48 @@ QString fileNameOf(const AppcastItem& item) {
     return name.isEmpty() ? QStringLiteral("update") : name;
 }
 
-std::optional<UpdateFailure> verify(const FileDigest& digest, const AppcastItem& item,
-                                    const PublicKey& key) {
+Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicKey& key) {
     if (digest.length() != item.length) {
-        return UpdateFailure{UpdateProblem::wrongLength,
-                             QStringLiteral("the file has not the length that the feed says")};
+        return failure("the file has not the length that the feed says",
+                       UpdateProblem::wrongLength);
     }
     if (!isSigned(key, item.signature, signedText(item, digest))) {
-        return UpdateFailure{UpdateProblem::wrongSignature,
-                             QStringLiteral("the signature does not fit the file")};
+        return failure("the signature does not fit the file", UpdateProblem::wrongSignature);
     }
-    return std::nullopt;
+    return {};
 }
 
-std::optional<UpdateFailure> verifyFile(const QString& path, const AppcastItem& item,
-                                        const PublicKey& key, const std::atomic<bool>& stop) {
-    return readVerified(path, item, key, stop, [](const QByteArray&) { return std::nullopt; });
+Result<> verifyFile(const QString& path, const AppcastItem& item, const PublicKey& key,
+                    const std::stop_token& stop) {
+    return readVerified(path, item, key, stop, [](const QByteArray&) { return Result<>(); });
 }
 
-std::optional<UpdateFailure> replaceAppImage(const QString& appImage, const QString& file,
-                                             const AppcastItem& item, const PublicKey& key,
-                                             const std::atomic<bool>& stop) {
+Result<> replaceAppImage(const QString& appImage, const QString& file, const AppcastItem& item,
+                         const PublicKey& key, const std::stop_token& stop) {
     const QFileInfo place(QFileInfo(appImage).canonicalFilePath());
     if (!place.isFile()) {
-        return UpdateFailure{UpdateProblem::cannotReplace,
-                             QStringLiteral("%1 is no file").arg(appImage)};
+        return failure((QStringLiteral("%1 is no file").arg(appImage)).toStdString(),
+                       UpdateProblem::cannotReplace);
     }
     QTemporaryFile replacement(place.path() + QStringLiteral("/.tidewell-XXXXXX"));
     if (!replacement.open()) {
-        return UpdateFailure{UpdateProblem::cannotReplace, replacement.errorString()};
+        return failure(replacement.errorString().toStdString(), UpdateProblem::cannotReplace);
     }
     const auto copyFailure = [&replacement] {
-        return UpdateFailure{UpdateProblem::cannotReplace, replacement.errorString()};
+        return failure(replacement.errorString().toStdString(), UpdateProblem::cannotReplace);
     };
-    auto failure = readVerified(file, item, key, stop,
-                                [&](const QByteArray& piece) -> std::optional<UpdateFailure> {
-                                    if (replacement.write(piece) != piece.size()) {
-                                        return copyFailure();
-                                    }
-                                    return std::nullopt;
-                                });
-    if (failure) {
-        return failure;
+    auto copied = readVerified(file, item, key, stop, [&](const QByteArray& piece) -> Result<> {
+        if (replacement.write(piece) != piece.size()) {
+            return copyFailure();
+        }
+        return {};
+    });
+    if (!copied) {
+        return copied;
     }
     if (!isAppImage(replacement)) {
-        return UpdateFailure{UpdateProblem::cannotReplace,
-                             QStringLiteral("%1 is no AppImage").arg(file)};
+        return failure((QStringLiteral("%1 is no AppImage").arg(file)).toStdString(),
+                       UpdateProblem::cannotReplace);
     }
     if (!replacement.flush()) {
         return copyFailure();
@@ -156,7 +153,7 @@ std::optional<UpdateFailure> replaceAppImage(const QString& appImage, const QStr
         return systemFailure(UpdateProblem::cannotReplace);
     }
     replacement.setAutoRemove(false);
-    return std::nullopt;
+    return {};
 }
 
 } // namespace tidewell

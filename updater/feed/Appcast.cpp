@@ -1,5 +1,6 @@
 #include "updater/feed/Appcast.h"
 
+#include "updater/UpdateProblem.h"
 #include "updater/feed/SafeAddress.h"
 #include "updater/feed/VersionOrder.h"
 
@@ -112,7 +113,7 @@ QByteArray signedText(const AppcastItem& item, const FileDigest& file) {
     return text;
 }
 
-std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& feed) {
+Result<std::vector<AppcastItem>> readAppcast(const QByteArray& feed) {
     std::vector<AppcastItem> items;
     QXmlStreamReader xml(feed);
     if (readRoot(xml)) {
@@ -128,8 +129,9 @@ std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& 
         }
     }
     if (xml.hasError()) {
-        return FeedError{
-            QStringLiteral("line %1: %2").arg(xml.lineNumber()).arg(xml.errorString())};
+        return failure("line " + std::to_string(xml.lineNumber()) + ": " +
+                           xml.errorString().toStdString(),
+                       UpdateProblem::badFeed);
     }
     return items;
 }

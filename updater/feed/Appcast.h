@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/values/Result.h"
 #include "updater/feed/Signature.h"
 
 #include <QString>
 #include <QUrl>
 
-#include <variant>
 #include <vector>
 
 namespace tidewell {
@@ -27,11 +27,6 @@ struct AppcastItem {
 /// for another machine, or as another kind of file.
 QByteArray signedText(const AppcastItem& item, const FileDigest& file);
 
-/// Why a feed was refused, in words for the log.
-struct FeedError {
-    QString description;
-};
-
 /// The namespace of our own elements and attributes.
 inline constexpr auto appcastNamespace = QLatin1StringView("https://tidewell.example/ns/updates/1");
 
@@ -44,7 +39,7 @@ inline constexpr qint64 largestUpdate = qint64{1} << 30;
 /// The releases of a feed as docs/updates.md describes it, in their order. Releases that lack
 /// something or say it wrongly are left out. A feed is refused as a whole that is not well-formed,
 /// declares a document type, is no RSS 2.0 or has more than 1,000 releases. Pure.
-std::variant<std::vector<AppcastItem>, FeedError> readAppcast(const QByteArray& feed);
+Result<std::vector<AppcastItem>> readAppcast(const QByteArray& feed);
 
 /// What a release has to fit.
 struct Installation {

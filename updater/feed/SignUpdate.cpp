@@ -125,9 +125,8 @@ QByteArray itemText(const AppcastItem& item) {
 
 void printItem(const AppcastItem& item, const PublicKey& key, const FileDigest& digest) {
     const QByteArray text = itemText(item);
-    const auto read = readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>");
-    const auto* items = std::get_if<std::vector<AppcastItem>>(&read);
-    if (items == nullptr || items->size() != 1 ||
+    const auto items = readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>");
+    if (!items || items->size() != 1 ||
         !isSigned(key, items->front().signature, signedText(items->front(), digest))) {
         giveUp(QStringLiteral("no updater would accept this release: look at the version, the "
                               "address, the size of the file and the key"));

@@ -9,9 +9,12 @@
 #include <QLabel>
 #include <QPainter>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace tidewell {
 
@@ -21,6 +24,7 @@ constexpr int steps = 1000;
 constexpr int thickness = 8;
 constexpr double movingPart = 0.3;
 constexpr int millisecondsThere = 1600;
+constexpr std::chrono::milliseconds timeBetweenLooks{100};
 
 QString bytes(qint64 count) {
     return isolated(QString::fromStdString(byteText(count)));
@@ -96,6 +100,13 @@ ProgressView::ProgressView(ProgressBar::Waiting waiting)
     figures_->setFont(textFont(TextStyle::callout, figures_->font()));
     figures_->setForegroundRole(QPalette::PlaceholderText);
     figures_->hide();
+}
+
+void ProgressView::follow(std::shared_ptr<const std::atomic<qint64>> received, qint64 length) {
+    auto* timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this,
+            [this, received = std::move(received), length] { setProgress(*received, length); });
+    timer->start(timeBetweenLooks);
 }
 
 void ProgressView::setProgress(qint64 received, qint64 length) {

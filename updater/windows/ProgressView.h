@@ -3,6 +3,9 @@
 #include <QProgressBar>
 #include <QVariantAnimation>
 
+#include <atomic>
+#include <memory>
+
 class QLabel;
 
 namespace tidewell {
@@ -32,10 +35,12 @@ class ProgressView final : public QWidget {
 public:
     explicit ProgressView(ProgressBar::Waiting waiting);
 
-    /// Bytes.
-    void setProgress(qint64 received, qint64 length);
+    /// Shows how many bytes of `length` there are, now and from time to time.
+    void follow(std::shared_ptr<const std::atomic<qint64>> received, qint64 length);
 
 private:
+    void setProgress(qint64 received, qint64 length);
+
     ProgressBar* bar_;
     QLabel* figures_;
 };

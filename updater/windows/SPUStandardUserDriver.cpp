@@ -15,49 +15,6 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(SPUStandardUserDriver)
 };
 
-QString failureText(UpdateProblem problem) {
-    switch (problem) {
-    case UpdateProblem::unreachable:
-        return Texts::tr(
-            "The update server cannot be reached. Check the connection to the internet and "
-            "try again.");
-    case UpdateProblem::untrusted:
-        return Texts::tr("The update server could not prove that it is the right one. Nothing was "
-                         "downloaded from it.");
-    case UpdateProblem::refused:
-        return Texts::tr("The update server does not have what was asked for. Try again later.");
-    case UpdateProblem::badRedirect:
-        return Texts::tr(
-            "The update server points to a place that is not safe. Nothing was downloaded "
-            "from there.");
-    case UpdateProblem::timedOut:
-        return Texts::tr("The update server takes too long to answer. Try again later.");
-    case UpdateProblem::badFeed:
-        return Texts::tr("The update server sent a list of versions that cannot be read.");
-    case UpdateProblem::wrongLength:
-        return Texts::tr(
-            "The downloaded file is not complete, or is not the right one. It was deleted.");
-    case UpdateProblem::wrongSignature:
-        return Texts::tr(
-            "The downloaded file was not made by the developers of this program, or was "
-            "changed on its way. It was deleted.");
-    case UpdateProblem::cannotStore:
-        return Texts::tr("The update could not be saved. There may be no space left on the disk.");
-    case UpdateProblem::cannotReplace:
-        return Texts::tr(
-            "The program's file could not be replaced. You may not have the right to change "
-            "the folder that it is in.");
-    case UpdateProblem::noHandler:
-        return Texts::tr(
-            "The update was downloaded, but there is no program here to open it with.");
-    case UpdateProblem::notStarted:
-        return Texts::tr("This program was not set up for updates.");
-    case UpdateProblem::broken:
-        break;
-    }
-    return Texts::tr("A part of this program is missing or broke down.");
-}
-
 } // namespace
 
 using Role = UpdateWindow::Role;
@@ -116,32 +73,30 @@ void SPUStandardUserDriver::showUpToDate(const QString& installedVersion, Action
 }
 
 void SPUStandardUserDriver::showFound(const QString& version, const QString& installedVersion,
-                                      const QString& notes, FoundActions actions) {
+                                      const QString& notes,
+                                      const std::function<void(Choice)>& answer) {
+    const auto give = [&answer](Choice choice) { return [answer, choice] { answer(choice); }; };
     window().setContent(
         {Texts::tr("A new version of %1 is available.").arg(applicationName_),
          Texts::tr("Version %1 can be installed now. You have version %2.")
              .arg(version, installedVersion),
          notes.isEmpty() ? nullptr : new NotesView(notes, Texts::tr("Release notes")),
-         {{Texts::tr("Skip This Version"), Role::other, std::move(actions.skip)},
-          {Texts::tr("Remind Me Later"), Role::dismiss, std::move(actions.remindLater)},
-          {Texts::tr("Install"), Role::confirm, std::move(actions.install)}}});
+         {{Texts::tr("Skip This Version"), Role::other, give(Choice::skip)},
+          {Texts::tr("Remind Me Later"), Role::dismiss, give(Choice::remindLater)},
+          {Texts::tr("Install"), Role::confirm, give(Choice::install)}}});
     present();
 }
 
-void SPUStandardUserDriver::showDownload(const QString& version, Action cancel) {
+void SPUStandardUserDriver::showDownload(const QString& version, qint64 length,
+                                         std::shared_ptr<const std::atomic<qint64>> received,
+                                         Action cancel) {
     auto* progress = makeProgress();
-    progress_ = progress;
+    progress->follow(std::move(received), length);
     window().setContent({Texts::tr("Downloading %1 %2…").arg(applicationName_, version),
                          {},
                          progress,
                          {{Texts::tr("Cancel"), Role::dismiss, std::move(cancel)}}});
     present();
-}
-
-void SPUStandardUserDriver::setProgress(qint64 received, qint64 length) {
-    if (progress_) {
-        progress_->setProgress(received, length);
-    }
 }
 
 void SPUStandardUserDriver::showInstalling(const QString& version) {
@@ -168,9 +123,9 @@ void SPUStandardUserDriver::showHandedOver(const QString& version, Action acknow
     present();
 }
 
-void SPUStandardUserDriver::showFailure(UpdateProblem problem, Action acknowledge) {
+void SPUStandardUserDriver::showFailure(const std::error_code& problem, Action acknowledge) {
     window().setContent({Texts::tr("The update did not succeed."),
-                         failureText(problem),
+                         Texts::tr(problem.message().c_str()),
                          nullptr,
                          {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
     present();

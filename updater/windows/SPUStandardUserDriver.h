@@ -1,12 +1,13 @@
 #pragma once
 
-#include "updater/download/UpdateFailure.h"
-
 #include <QPalette>
 #include <QPointer>
 #include <QString>
 
+#include <atomic>
 #include <functional>
+#include <memory>
+#include <system_error>
 
 namespace tidewell {
 
@@ -33,23 +34,23 @@ public:
     void showChecking(Action cancel);
     void showUpToDate(const QString& installedVersion, Action acknowledge);
 
-    struct FoundActions {
-        Action install;
-        Action remindLater; ///< also when the window is closed
-        Action skip;
+    enum class Choice {
+        install,
+        remindLater, ///< also when the window is closed
+        skip,
     };
     /// `notes` is Markdown. It is shown without its pictures and any HTML in it.
     void showFound(const QString& version, const QString& installedVersion, const QString& notes,
-                   FoundActions actions);
+                   const std::function<void(Choice)>& answer);
 
-    void showDownload(const QString& version, Action cancel);
-    /// Bytes; for the download that is shown.
-    void setProgress(qint64 received, qint64 length);
-
+    /// `received` counts the bytes of `length` that there are so far; looked at while it is shown.
+    void showDownload(const QString& version, qint64 length,
+                      std::shared_ptr<const std::atomic<qint64>> received, Action cancel);
     void showInstalling(const QString& version);
     void showInstalled(const QString& version, Action restart, Action later);
     void showHandedOver(const QString& version, Action acknowledge);
-    void showFailure(UpdateProblem problem, Action acknowledge);
+    /// `problem` is an `UpdateProblem`.
+    void showFailure(const std::error_code& problem, Action acknowledge);
 
     /// Brings the window to the front, if it is open.
     void raise();
@@ -64,7 +65,6 @@ private:
     std::function<bool()> animationsAreWanted_;
     QPalette palette_;
     QPointer<UpdateWindow> window_;
-    QPointer<ProgressView> progress_; // of the download that is shown
 };
 
 } // namespace tidewell

@@ -74,8 +74,7 @@ QByteArray itemOf(const QByteArray& attributes, const QByteArray& more = {}) {
 /// The version that would be installed over 1.9 on a machine with version 2.36 of the library;
 /// "refused" for a feed that is.
 QString chosen(const QByteArray& feed, bool isAppImage = false) {
-    const auto appcast = readAppcast(feed);
-    if (const auto* items = std::get_if<std::vector<AppcastItem>>(&appcast)) {
+    if (const auto items = readAppcast(feed)) {
         const auto* item = newestUpdate(*items, {u"1.9"_s, u"2.36"_s, u"x86_64"_s, isAppImage});
         return item == nullptr ? QString() : item->version;
     }
@@ -99,9 +98,11 @@ TEST(Appcast, OffersTheNewestReleaseThatFitsAndPassesOverWhatIsWrong) {
     EXPECT_EQ(chosen(feedOf(good), true), QString()) << "it is no AppImage";
     const auto image = itemOf("t:version='2'").replace("a/b", "application/vnd.appimage");
     EXPECT_EQ(chosen(feedOf(good + image), true), u"2"_s);
-    const auto items = std::get<0>(readAppcast(
-        feedOf(itemOf("t:version='2'", "<description> <![CDATA[**New**]]> <b>no</b>\n</description>"
-                                       "<t:description>no</t:description>"))));
+    const auto items =
+        readAppcast(feedOf(itemOf("t:version='2'",
+                                  "<description> <![CDATA[**New**]]> <b>no</b>\n</description>"
+                                  "<t:description>no</t:description>")))
+            .value();
     EXPECT_EQ(items.at(0).notes, u"**New**"_s);
 }
 
