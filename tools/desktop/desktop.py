@@ -99,7 +99,98 @@ def die_with_parent():
     ctypes.CDLL(None).prctl(LINUX_PR_SET_PDEATHSIG, signal.SIGKILL)
 
 
-class Desktop:
+class Session:
+    """The programs of a desktop, whose logs lie in a folder, and the buses that they talk over."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.environment = {}
+        self._connections = {}
+        self._children = []
+
+    # -- programs -----------------------------------------------------------------------------
+
+    def start(self, *command, name=None, pass_fds=(), environment=None):
+        """Starts a program on the desktop; what it says goes to the log of its name."""
+        name = name or pathlib.Path(command[0]).name
+        with open(self.folder / f"{name}.log", "ab") as log:
+            child = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                     pass_fds=pass_fds, preexec_fn=die_with_parent,
+                                     env={**self.environment, **(environment or {})})
+        self._children.append(child)
+        return child
+
+    def start_display(self, size, scale=1):
+        """Starts an X server with a screen of a size in pixels, and gives its name."""
+        read, write = os.pipe()
+        width, height = size
+        self.display_process = self.start(
+            "Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
+            "-dpi", str(int(96 * scale)), "-nolisten", "tcp", "-noreset", pass_fds=(write,))
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise DesktopError("the X server did not start:\n" + self.log("Xvfb"))
+        return ":" + number
+
+    def log(self, name):
+        path = self.folder / f"{name}.log"
+        return path.read_text(errors="replace") if path.exists() else ""
+
+    def run(self, *command):
+        subprocess.run(command, env=self.environment, check=True, stdin=subprocess.DEVNULL)
+
+    def output(self, *command):
+        """What a command prints, whether or not it succeeds."""
+        return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+
+    # -- buses --------------------------------------------------------------------------------
+
+    def bus(self, address=None):
+        address = address or self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        if address not in self._connections:
+            self._connections[address] = dbus.bus.BusConnection(address)
+        return self._connections[address]
+
+    def owner(self, name):
+        """The bus name's owner, or None."""
+        try:
+            return str(self.bus().get_name_owner(name))
+        except dbus.DBusException:
+            return None
+
+    def call(self, service, path, interface, method, *arguments, signature=None):
+        return self.bus().call_blocking(service, path, interface, method, signature,
+                                        arguments, timeout=20)
+
+    def property(self, service, path, interface, name):
+        return self.call(service, path, "org.freedesktop.DBus.Properties", "Get", interface, name,
+                         signature="ss")
+
+    def hosts_status_items(self):
+        watcher = "org.kde.StatusNotifierWatcher"
+        try:
+            return self.owner(watcher) and bool(self.property(
+                watcher, "/StatusNotifierWatcher", watcher, "IsStatusNotifierHostRegistered"))
+        except dbus.DBusException:
+            return False
+
+    def status_items(self):
+        """(bus name, object path) of every registered status item."""
+        watcher = "org.kde.StatusNotifierWatcher"
+        try:
+            items = self.property(watcher, "/StatusNotifierWatcher", watcher,
+                                  "RegisteredStatusNotifierItems")
+        except dbus.DBusException:
+            return []
+        # Some tell no path: the usual one, then.
+        parts = [str(item).partition("/") for item in items]
+        return [(service, "/" + (path or "StatusNotifierItem")) for service, _, path in parts]
+
+
+class Desktop(Session):
     """Use as a context manager.
 
     host: "xfce" (status items), "trayer" (XEmbed only) or None. notifications: "xfce4-notifyd",
@@ -109,10 +200,7 @@ class Desktop:
     def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900)):
         self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
         self.size = tuple(int(scale * length) for length in size)
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-"))
-        self.environment = {}
-        self._connections = {}
-        self._children = []
+        super().__init__(pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-")))
 
     # -- life ---------------------------------------------------------------------------------
 
@@ -159,7 +247,7 @@ class Desktop:
         fonts.mkdir()
         (fonts / "fonts.conf").write_text(FONT_SETTINGS)
 
-        self.display = self._start_display()
+        self.display = self.start_display(self.size, self.scale)
         self.environment["DISPLAY"] = self.display
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.start_bus("session", "services")
         # Programs find no system bus unless a test starts one.
@@ -177,19 +265,6 @@ class Desktop:
             self.start_notifications(self.notifications)
         if self.host:
             self.start_host()
-
-    def _start_display(self):
-        read, write = os.pipe()
-        width, height = self.size
-        self.display_process = self.start(
-            "Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
-            "-dpi", str(int(96 * self.scale)), "-nolisten", "tcp", "-noreset", pass_fds=(write,))
-        os.close(write)
-        with os.fdopen(read) as pipe:
-            number = pipe.readline().strip()
-        if not number:
-            raise DesktopError("the X server did not start:\n" + self.log("Xvfb"))
-        return ":" + number
 
     def start_bus(self, kind, services):
         """Starts a bus daemon of our own and gives its address."""
@@ -233,29 +308,7 @@ class Desktop:
         ended = {child.pid for child in self._children if child.poll() is not None}
         return [number for number in found if number not in ended]
 
-    # -- programs -----------------------------------------------------------------------------
-
-    def start(self, *command, name=None, pass_fds=(), environment=None):
-        """Starts a program on the desktop; what it says goes to the log of its name."""
-        name = name or pathlib.Path(command[0]).name
-        with open(self.folder / f"{name}.log", "ab") as log:
-            child = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-                                     pass_fds=pass_fds, preexec_fn=die_with_parent,
-                                     env={**self.environment, **(environment or {})})
-        self._children.append(child)
-        return child
-
-    def log(self, name):
-        path = self.folder / f"{name}.log"
-        return path.read_text(errors="replace") if path.exists() else ""
-
-    def run(self, *command):
-        subprocess.run(command, env=self.environment, check=True, stdin=subprocess.DEVNULL)
-
-    def output(self, *command):
-        """What a command prints, whether or not it succeeds."""
-        return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, text=True,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+    # -- what is on it ------------------------------------------------------------------------
 
     def start_host(self):
         if self.host == "xfce":
@@ -276,47 +329,6 @@ class Desktop:
         program = next(pathlib.Path("/usr").glob(path[daemon]))
         self.notification_process = self.start(str(program))
         wait_for(daemon, lambda: self.owner("org.freedesktop.Notifications"))
-
-    # -- buses --------------------------------------------------------------------------------
-
-    def bus(self, address=None):
-        address = address or self.environment["DBUS_SESSION_BUS_ADDRESS"]
-        if address not in self._connections:
-            self._connections[address] = dbus.bus.BusConnection(address)
-        return self._connections[address]
-
-    def owner(self, name):
-        """The bus name's owner, or None."""
-        try:
-            return str(self.bus().get_name_owner(name))
-        except dbus.DBusException:
-            return None
-
-    def call(self, service, path, interface, method, *arguments, signature=None):
-        return self.bus().call_blocking(service, path, interface, method, signature,
-                                        arguments, timeout=20)
-
-    def property(self, service, path, interface, name):
-        return self.call(service, path, "org.freedesktop.DBus.Properties", "Get", interface, name,
-                         signature="ss")
-
-    def hosts_status_items(self):
-        watcher = "org.kde.StatusNotifierWatcher"
-        try:
-            return self.owner(watcher) and bool(self.property(
-                watcher, "/StatusNotifierWatcher", watcher, "IsStatusNotifierHostRegistered"))
-        except dbus.DBusException:
-            return False
-
-    def status_items(self):
-        """(bus name, object path) of every registered status item."""
-        watcher = "org.kde.StatusNotifierWatcher"
-        try:
-            items = self.property(watcher, "/StatusNotifierWatcher", watcher,
-                                  "RegisteredStatusNotifierItems")
-        except dbus.DBusException:
-            return []
-        return [(str(item).partition("/")[0], "/" + str(item).partition("/")[2]) for item in items]
 
     # -- screen -------------------------------------------------------------------------------
 

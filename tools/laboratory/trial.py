@@ -1,0 +1,320 @@
+"""The words that cases are written in: what a person does on a desktop, and what is to be expected
+then. An action is a function of a Trial; so is an expectation, which raises Unmet with what was
+seen instead."""
+
+import contextlib
+import shutil
+import signal
+import time
+
+import dbus
+from desktop import DesktopError, wait_for
+from program import PANEL_SIZE, PROCESS_WINDOW_SIZE, Tidewell
+from screens import MIDDLE, Area, differences
+
+IDENTIFIER = "net.tidewell.Tidewell"
+# In points of the panel.
+FIGURES, GAUGES = (175, 290), (175, 90)
+BESIDE_PANEL, ABOVE_PANEL_BOTTOM = 24, 129
+# How far from the item or the label the panel may lie, in points.
+NEAR = 16
+# How long an expectation may take to be met, and how long it then has to last.
+PATIENCE, LASTING = 4.0, 0.8
+NEUTRAL = (420, 820)  # a place where nothing is
+
+
+class Unmet(Exception):
+    """An expectation that was not met; the text says what was seen."""
+
+
+class Trial:
+    """One run of the program on a desktop."""
+
+    def __init__(self, desktop):
+        self.desktop = desktop
+        self.other = None  # the Area of another program's window
+        self._others = []
+
+    def __enter__(self):
+        shutil.rmtree(self.desktop.home / ".config/tidewell", ignore_errors=True)
+        self.desktop.point(*NEUTRAL)
+        self.bare = self.desktop.picture()
+        return self
+
+    def __exit__(self, *_):
+        with contextlib.suppress(AttributeError):
+            if self.tidewell.process.poll() is None:
+                self.tidewell.process.send_signal(signal.SIGTERM)
+                self.tidewell.process.wait(10)
+        for process in self._others:
+            process.kill()
+            process.wait()
+        wait_for("the desktop as it was", lambda: not self.changes(), timeout=10)
+
+    def start(self):
+        """The program runs, and what is to be clicked is there."""
+        self.tidewell = Tidewell(self.desktop)
+        wait_for("the program's bus name", lambda: self.desktop.owner(IDENTIFIER))
+        if self.desktop.hosts_items:
+            self.tidewell.wait_for_item()
+        self.before = self.bare if self.other is None else self.desktop.picture()
+
+    def start_other_window(self):
+        before = self.desktop.picture()
+        process = self.desktop.start_other_window()
+        self._others.append(process)
+        self.other = wait_for("another window", lambda: next(iter(
+            differences(before, self.when_still(), least=(200, 200))), None))
+        self.other_process = process.pid
+
+    def changes(self):
+        """What differs from the screen before anything was started, the bar apart."""
+        found = differences(self.bare, self.desktop.picture())
+        bar = self.desktop.bar
+        return [area for area in found if not (self.desktop.hosts_items and bar.holds(area))]
+
+    def when_still(self):
+        """A picture once two in a row are the same."""
+        last = None
+        for _ in range(40):
+            picture = self.desktop.picture()
+            if last is not None and picture.tobytes() == last.tobytes():
+                return picture
+            last = picture
+            time.sleep(0.1)
+        raise DesktopError("the screen does not come to rest")
+
+    def areas(self):
+        return self.desktop.areas_of(self.tidewell.process.pid, self.before)
+
+    def points(self, *lengths):
+        return tuple(round(length * self.desktop.scale) for length in lengths)
+
+    def panel(self):
+        """The Area of the open panel, or None. On a low screen it is lower than usual."""
+        width, height = self.points(*PANEL_SIZE)
+        return next((area for area in self.areas()
+                     if abs(area.width - width) <= 2 and height // 2 < area.height <= height + 2),
+                    None)
+
+    def process_window(self):
+        size = self.points(*PROCESS_WINDOW_SIZE)
+        return next((area for area in self.areas() if area.has_size(*size)), None)
+
+    def label(self):
+        least, most = self.points(60, 20), self.points(300, 60)
+        return next((area for area in self.areas() if least[0] < area.width < most[0]
+                     and least[1] < area.height < most[1]), None)
+
+    def target(self):
+        """The Area of what opens the panel: the item, or the label window without a host."""
+        if self.desktop.hosts_items:
+            return wait_for("the item in the bar", self.desktop.item, timeout=PATIENCE)
+        return wait_for("the label", self.label, timeout=PATIENCE)
+
+    def seen(self):
+        return "; ".join(map(str, self.areas())) or "nothing"
+
+
+def met(condition, otherwise, patience=PATIENCE):
+    """Waits for a true value of `condition()`, or raises Unmet with what `otherwise()` says."""
+    deadline = time.monotonic() + patience
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise Unmet(otherwise())
+        time.sleep(0.1)
+
+
+def lasts(condition, otherwise):
+    """`condition()` stays true for a while."""
+    deadline = time.monotonic() + LASTING
+    while time.monotonic() < deadline:
+        if not condition():
+            raise Unmet(otherwise())
+        time.sleep(0.1)
+
+
+# -- actions --------------------------------------------------------------------------------------
+
+
+def start(trial):
+    trial.start()
+
+
+def start_other_window(trial):
+    trial.start_other_window()
+
+
+def act_on_item(trial):
+    target = trial.target()
+    if trial.desktop.hosts_items:
+        trial.desktop.act_on(target)
+    else:
+        trial.desktop.click(*target.middle)
+
+
+def click_middle_on_item(trial):
+    trial.desktop.click(*trial.target().middle, MIDDLE)
+
+
+def choose_open(trial):
+    """As a host does that shows the item's menu."""
+    trial.tidewell.choose_from_menu("Open")
+
+
+def start_again(trial):
+    """The program is started a second time, which asks the first to open."""
+    Tidewell(trial.desktop).end()
+
+
+def open_panel(trial):
+    act_on_item(trial)
+    met(trial.panel, lambda: f"the panel did not open; seen: {trial.seen()}")
+
+
+def press(keys):
+    def press_keys(trial):
+        trial.desktop.press(keys)
+    return press_keys
+
+
+def click_on_other_window(trial):
+    trial.desktop.click(trial.other.x + 60, trial.other.y + trial.other.height // 2)
+
+
+def cross_other_window(trial):
+    """The pointer goes over another window, and rests there."""
+    trial.desktop.point(trial.other.x + 60, trial.other.y + trial.other.height // 2)
+    time.sleep(LASTING)
+
+
+def click_on_desktop(trial):
+    trial.desktop.click(*NEUTRAL)
+
+
+def click_on_bar(trial):
+    bar = trial.desktop.bar
+    trial.desktop.click(bar.x + bar.width // 3, bar.y + bar.height // 2)
+
+
+def hover_figures(trial):
+    panel = trial.panel()
+    for place in (GAUGES, FIGURES):
+        x, y = trial.points(*place)
+        trial.desktop.point(panel.x + x, panel.y + y)
+
+
+def leave(trial):
+    """The pointer goes away from all of the program's windows."""
+    trial.desktop.point(*NEUTRAL)
+
+
+def leave_by_process_window(trial):
+    """The pointer goes onto the process window, and away from there."""
+    trial.desktop.point(*trial.process_window().middle)
+    time.sleep(0.3)
+    trial.desktop.point(*NEUTRAL)
+
+
+def open_and_close_settings(trial):
+    panel = trial.panel()
+    trial.desktop.press("ctrl+comma")
+    met(lambda: any(area != panel for area in trial.areas()), lambda: "the settings did not open")
+    time.sleep(0.5)
+    trial.desktop.close_window()
+    met(lambda: len(trial.areas()) <= 1, lambda: f"the settings did not close: {trial.seen()}")
+
+
+def show_second_workspace(trial):
+    trial.desktop.show_workspace(1)
+    time.sleep(0.5)
+
+
+def show_first_workspace(trial):
+    trial.desktop.show_workspace(0)
+    time.sleep(0.5)
+
+
+# -- expectations ---------------------------------------------------------------------------------
+
+
+def symbol_is_in_bar(trial):
+    met(trial.desktop.item, lambda: "no symbol of the level's colour is in the bar")
+
+
+def figure_is_told(trial):
+    """In the tooltip's title, which every host shows that shows tooltips, and as a label."""
+    def told(name):
+        try:
+            return trial.tidewell.item_property(name)
+        except dbus.DBusException:
+            return ""  # there is no such property
+    figure, title, spoken = told("XAyatanaLabel"), told("ToolTip")[2], told("IconAccessibleDesc")
+    if not figure or figure not in title or figure not in spoken:
+        raise Unmet(f"label '{figure}', tooltip's title '{title}', description '{spoken}'")
+
+
+def tooltip_is_shown(trial):
+    """By the bar, where the pointer rests on the item."""
+    trial.desktop.point(*trial.target().middle)
+    bar = trial.desktop.bar
+    met(lambda: any(not bar.holds(area) and area.gap_to(bar) < 40
+                    for area in differences(trial.before, trial.desktop.picture())),
+        lambda: "no tooltip came up")
+
+
+def panel_is_beside_item(trial):
+    panel, target = met(trial.panel, lambda: f"no panel; seen: {trial.seen()}"), trial.target()
+    screen = Area(0, 0, *trial.desktop.size)
+    near = round(NEAR * trial.desktop.scale)
+    if panel.gap_to(target) > near or not screen.holds(panel):
+        raise Unmet(f"panel {panel}, item {target}: {panel.gap_to(target)} pixels between them")
+
+
+def panel_stays(trial):
+    lasts(trial.panel, lambda: f"the panel closed; seen: {trial.seen()}")
+
+
+def panel_is_gone(trial):
+    met(lambda: not trial.panel(), lambda: f"the panel stays at {trial.panel()}")
+    lasts(lambda: not trial.panel(), lambda: f"the panel came back at {trial.panel()}")
+
+
+def process_window_is_beside_panel(trial):
+    window = met(trial.process_window, lambda: f"no process window; seen: {trial.seen()}")
+    panel = trial.panel()
+    if panel is None:
+        raise Unmet(f"the panel closed; seen: {trial.seen()}")
+    right, bottom = trial.points(BESIDE_PANEL, ABOVE_PANEL_BOTTOM)
+    expected = (panel.x - right, panel.bottom - bottom)
+    if max(abs(window.right - expected[0]), abs(window.bottom - expected[1])) > 2:
+        raise Unmet(f"process window {window}, panel {panel}")
+
+
+def process_window_is_gone(trial):
+    met(lambda: not trial.process_window(),
+        lambda: f"the process window stays at {trial.process_window()}")
+
+
+def task_bar_lists_none(trial):
+    listed = [title for process, title in trial.desktop.task_bar()
+              if process == trial.tidewell.process.pid or "tidewell" in title.lower()]
+    if listed:
+        raise Unmet(f"the task bar lists {', '.join(listed)}")
+
+
+def label_is_in_corner(trial):
+    label = met(trial.label, lambda: f"no label; seen: {trial.seen()}")
+    width, height = trial.desktop.size
+    far = round(60 * trial.desktop.scale)
+    if width - label.right > far or min(label.y, height - label.bottom) > far:
+        raise Unmet(f"the label lies at {label}")
+
+
+def other_window_has_focus(trial):
+    focused = trial.desktop.focused()
+    if focused not in (None, trial.other_process):
+        raise Unmet(f"process {focused} has the focus")
