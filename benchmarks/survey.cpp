@@ -6,6 +6,7 @@
 #include "benchmarks/Measuring.h"
 #include "model/processes/MemoryManager.h"
 #include "model/processes/linux/LinuxApplicationSource.h"
+#include "model/processes/linux/ProcessFolder.h"
 #include "tests/fakes/ManualClock.h"
 #include "tests/fakes/ManualExecutor.h"
 #include "tests/fakes/MemoryUserDefaults.h"
@@ -133,17 +134,14 @@ void readTheSameFiles(const std::vector<std::string>& files) {
     }
 }
 
-/// The files that a survey reads, of every process that it lists.
-std::vector<std::string> filesOf(Survey& survey) {
-    ApplicationList list;
-    const auto store = [](LinuxApplicationSource* source, ApplicationList* result) -> Task<void> {
-        *result = co_await source->runningApplications();
-    };
-    spawn(survey.mainThread, store(&survey.source, &list));
-    settle(survey.mainThread, survey.worker);
+/// The files that a survey reads of every process of this user.
+std::vector<std::string> filesRead() {
     std::vector<std::string> files;
-    for (const auto& application : *list) {
-        files.push_back("/proc/" + std::to_string(application.processIdentifier) + "/statm");
+    ProcessFolder folder("/proc");
+    for (const auto& process : folder.list()) {
+        if (folder.user(process.id) == geteuid()) {
+            files.push_back("/proc/" + std::to_string(process.id) + "/statm");
+        }
     }
     return files;
 }
@@ -155,8 +153,10 @@ double measureSteadySurvey(std::size_t count) {
         std::printf("%zu processes: only %zu are allowed here\n", count, sleepers.count());
     }
     Survey survey(LinuxApplicationSource::usualSettings().dataFolders);
-    survey.take();
-    const auto files = filesOf(survey);
+    const auto files = filesRead();
+    for (std::size_t read = 0; read < count; read += 100) {
+        survey.take(); // until the shares of all are known
+    }
     std::vector<double> ps;
     std::vector<double> loop;
     std::vector<double> own;
@@ -165,7 +165,7 @@ double measureSteadySurvey(std::size_t count) {
         loop.push_back(microseconds([&files] { readTheSameFiles(files); }));
         own.push_back(microseconds([&survey] { survey.take(); }));
     }
-    const auto rows = static_cast<double>(survey.manager->allProcesses().size());
+    const auto rows = static_cast<double>(files.size());
     const double time = median(own);
     std::printf("steady survey of %5.0f processes         %9.2f us each\n"
                 "  reading the same files                %9.2f us each\n"

@@ -33,6 +33,7 @@ void MemoryManager::stopPeriodicTask() {
         periodicTask_->cancel();
     }
     periodicTask_.reset();
+    environment_.applications.rest();
     allProcesses_ = std::vector<DisplayContainer>();
     isRunning_ = false;
 }
@@ -52,29 +53,28 @@ Task<void> MemoryManager::getAllProcessesMemoryUsage() {
 }
 
 Task<void> MemoryManager::getAllProcessesMemoryUsage(Self self) {
-    ApplicationSource& source = self->environment_.applications;
-    const ApplicationList applications = co_await source.runningApplications();
+    ApplicationList applications = co_await self->environment_.applications.runningApplications();
     const bool cancelled = co_await currentTaskIsCancelled();
     if (cancelled) {
         co_return;
     }
 
     std::vector<DisplayContainer> rows;
-    rows.reserve(applications->size());
-    for (const RunningApplication& application : *applications) {
-        const auto& name = application.localizedName;
+    rows.reserve(applications.size());
+    for (RunningApplication& application : applications) {
         if (!application.icon) {
-            self->logInfo("No icon available for " + name.value_or(""),
+            self->logInfo("No icon available for " + application.localizedName.value_or(""),
                           "getAllProcessesMemoryUsage()", __LINE__);
         }
-        const auto bytes = source.residentMemory(application.processIdentifier);
-        if (!bytes) {
+        if (!application.memory) {
             continue;
         }
-        rows.push_back({.showItem = {.label = name.value_or("No localize name available"),
-                                     .value = *bytes,
+        rows.push_back({.showItem = {.label = std::move(application.localizedName)
+                                                  .value_or("No localize name available"),
+                                     .value = *application.memory,
                                      .color = colours::primary},
-                        .image = application.icon});
+                        .image = std::move(application.icon),
+                        .usage = std::move(application.usage)});
     }
     std::ranges::stable_sort(rows, std::greater(),
                              [](const DisplayContainer& row) { return row.showItem.value; });

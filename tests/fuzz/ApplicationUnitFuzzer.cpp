@@ -6,7 +6,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const auto unit = tidewell::applicationUnitOf(text);
-    require(!unit || (!unit->identifiers.empty() && text.find(unit->name) != text.npos));
+    for (const auto name : {tidewell::innermostUnit(text), text}) {
+        const auto unit = tidewell::parseApplicationUnit(name);
+        require(!unit || (!unit->identifiers.empty() && unit->name == name));
+    }
     return 0;
 }

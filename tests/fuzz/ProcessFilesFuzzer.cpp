@@ -4,6 +4,8 @@
 #include "model/processes/linux/ReadableLine.h"
 #include "tests/fuzz/Require.h"
 
+#include <algorithm>
+
 // All readers of a process's files get the same text: each finds its own way through it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tidewell;
@@ -12,8 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string name = readableLine(stat->commandName);
         require(isUtf8(name) && name.find('\n') == std::string::npos);
     }
-    residentPages(text);
-    effectiveUser(text);
+    parseProcessPages(text);
+    require(bytesBehind("Pss:", text).value_or(0) % 1024 == 0);
+    require(environmentVariable("A", text).size() < std::max<std::size_t>(text.size(), 1));
     const auto words = commandWords(text, 32);
     require(words.size() <= 32);
     programOfProcess(words);

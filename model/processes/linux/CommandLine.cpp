@@ -36,6 +36,13 @@ bool isPrefix(std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
+/// Programs that keep others in a sandbox, or an eye on their bus.
+bool isSandboxTool(std::string_view name) {
+    static constexpr std::array<std::string_view, 4> names{"bwrap", "flatpak", "snap-confine",
+                                                           "xdg-dbus-proxy"};
+    return std::ranges::find(names, name) != names.end();
+}
+
 /// What an interpreter is given to run; empty for a command in its own language, or nothing.
 std::string_view scriptOf(std::span<const std::string> words) {
     const bool isJava = isOneOf(lastComponent(words.front()), std::array{std::string_view("java")});
@@ -160,7 +167,14 @@ Program programOfProcess(std::span<const std::string> words) {
     if (words.empty()) {
         return {};
     }
-    if (isInterpreter(lastComponent(words.front()))) {
+    const std::string_view name = lastComponent(words.front());
+    if (isPrefix(name) || isSandboxTool(name)) {
+        return {.name = words.front(), .isWrapper = true};
+    }
+    if (isShell(name) && shellCommand(words)) {
+        return {.name = "", .isScript = true, .isWrapper = true};
+    }
+    if (isInterpreter(name)) {
         return interpretedProgram(words);
     }
     return {.name = words.front(), .isScript = false, .hasArguments = words.size() > 1};

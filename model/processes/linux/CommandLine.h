@@ -13,6 +13,8 @@ struct Program {
     /// A script that an interpreter is given. Files of the same name are many then (`main.py`).
     bool isScript = false;
     bool hasArguments = false; ///< more than the files that a user may open with it
+    /// Does nothing but start another and wait for it: `env`, `bwrap`, `sh -c` and the like.
+    bool isWrapper = false;
 
     bool operator==(const Program&) const = default;
 };

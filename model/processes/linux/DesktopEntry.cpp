@@ -69,6 +69,7 @@ struct Values {
     std::string_view windowClass;
     std::string_view hidden;
     std::string_view noDisplay;
+    std::string_view categories;
 };
 
 struct Key {
@@ -84,6 +85,7 @@ constexpr std::array keys{
     Key{"StartupWMClass", &Values::windowClass},
     Key{"Hidden", &Values::hidden},
     Key{"NoDisplay", &Values::noDisplay},
+    Key{"Categories", &Values::categories},
 };
 
 /// How good a name is that stands under `key`, "Name" or "Name[LANGUAGE]"; empty for other keys.
@@ -162,8 +164,8 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
         return std::nullopt;
     }
     DesktopEntry entry;
-    if (!values->name.empty()) {
-        entry.name = readableLine(unescaped(values->name));
+    if (auto name = readableLine(unescaped(values->name)); !name.empty()) {
+        entry.name = std::move(name);
     }
     if (!values->icon.empty()) {
         entry.icon = ThemeIcon(iconOf(unescaped(values->icon)));
@@ -173,6 +175,7 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
     entry.windowClass = unescaped(values->windowClass);
     entry.isHidden = values->hidden == "true";
     entry.isShown = values->noDisplay != "true";
+    entry.isTerminal = values->categories.find("TerminalEmulator") != std::string_view::npos;
     return entry;
 }
 

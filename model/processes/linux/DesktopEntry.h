@@ -12,13 +12,14 @@ namespace tidewell {
 
 /// What a desktop entry tells of its application, as far as it is used here.
 struct DesktopEntry {
-    std::optional<std::string> name; ///< in the user's language, if it has that; readable
+    std::optional<std::string> name; ///< in the user's language, if it has that; one line
     std::optional<ThemeIcon> icon;
     Program program;         ///< of `Exec`
     std::string tryProgram;  ///< `TryExec`: a name or a path
     std::string windowClass; ///< `StartupWMClass`
     bool isHidden = false;   ///< counts as deleted
     bool isShown = true;     ///< in menus
+    bool isTerminal = false; ///< a terminal emulator: what is started in it is not a part of it
 };
 
 /// The languages in which entries may be written for a locale "lang_COUNTRY.ENCODING@MODIFIER",

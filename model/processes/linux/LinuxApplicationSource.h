@@ -4,6 +4,7 @@
 #include "base/runtime/Executor.h"
 #include "model/processes/ApplicationSource.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,9 @@ namespace tidewell {
 
 class ProcessTable;
 
-/// The processes of one user of a Linux machine, in the order of their numbers: every one that
-/// runs an executable, so neither threads of the kernel nor processes that have ended.
-///
-/// The one that leads its application has the name of the application's desktop entry, a helper
-/// of it has its own command name and the application's icon. What belongs to no entry has its
-/// command name and the icon for executables.
+/// The applications of one user of a Linux machine, in the order of their process numbers: of
+/// every process that runs an executable, so neither kernel threads nor zombies. `ProcessTable`
+/// says how they are told apart.
 class LinuxApplicationSource final : public ApplicationSource {
 public:
     struct Settings {
@@ -34,14 +32,12 @@ public:
     LinuxApplicationSource(const Settings& settings, Executor& worker, Log& log);
 
     Task<ApplicationList> runningApplications() override;
-    /// As of the last list, when it was read.
-    std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override;
+    void rest() override;
 
 private:
-    struct Knowledge;
-    static Task<ApplicationList> look(std::shared_ptr<Knowledge> knowledge, Executor* worker);
+    static Task<ApplicationList> look(std::shared_ptr<ProcessTable> table, Executor* worker);
 
-    std::shared_ptr<Knowledge> knowledge_;
+    std::shared_ptr<ProcessTable> table_; // the worker's
     Executor& worker_;
 };
 

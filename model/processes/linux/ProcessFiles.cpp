@@ -2,12 +2,24 @@
 
 #include "base/text/Words.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tidewell {
 
+namespace {
+
+/// Takes the next string off the front of a list of strings that end with a NUL byte each.
+std::string_view takeString(std::string_view& list) {
+    const auto string = list.substr(0, list.find('\0'));
+    list.remove_prefix(std::min(string.size() + 1, list.size()));
+    return string;
+}
+
+} // namespace
+
 std::optional<ProcessStat> parseProcessStat(std::string_view text) {
-    // "PID (NAME) STATE PARENT ...": the name may hold blanks, brackets and line ends, and nothing
+    // "PID (NAME) STATE PPID ...": the name may hold blanks, brackets and line feeds, and nothing
     // after it holds a bracket.
     const auto open = text.find('(');
     const auto close = text.rfind(')');
@@ -20,31 +32,40 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
         field = takeWord(rest);
     }
     const auto parent = number<std::int32_t>(fields[1]);
+    const auto terminal = number<std::int32_t>(fields[4]);
     const auto flags = number<std::uint32_t>(fields[6]);
+    const auto minorFaults = number<std::uint64_t>(fields[7]);
     const auto startTime = number<std::uint64_t>(fields[19]);
-    if (fields[0].size() != 1 || !parent || !flags || !startTime) {
+    if (fields[0].size() != 1 || !parent || !terminal || !flags || !minorFaults || !startTime) {
         return std::nullopt;
     }
     constexpr std::uint32_t kernelThread = 0x00200000; // PF_KTHREAD
     return ProcessStat{.commandName = std::string(text.substr(open + 1, close - open - 1)),
                        .state = fields[0].front(),
                        .parent = *parent,
+                       .terminal = *terminal,
+                       .minorFaults = *minorFaults,
                        .startTime = *startTime,
                        .isKernelThread = (*flags & kernelThread) != 0};
 }
 
-std::optional<std::uint64_t> residentPages(std::string_view statm) {
+std::optional<ProcessPages> parseProcessPages(std::string_view statm) {
     const auto size = number<std::uint64_t>(takeWord(statm));
-    return size && *size != 0 ? number<std::uint64_t>(takeWord(statm)) : std::nullopt;
+    const auto resident = number<std::uint64_t>(takeWord(statm));
+    takeWord(statm); // the shared ones
+    const auto code = number<std::uint64_t>(takeWord(statm));
+    return size && *size != 0 && resident && code ? std::optional(ProcessPages{*resident, *code})
+                                                  : std::nullopt;
 }
 
-std::optional<std::uint32_t> effectiveUser(std::string_view status) {
-    while (!status.empty()) {
-        std::string_view line = takeLine(status);
-        if (line.starts_with("Uid:")) {
-            takeWord(line);
-            takeWord(line); // the real user
-            return number<std::uint32_t>(takeWord(line));
+std::optional<std::uint64_t> bytesBehind(std::string_view key, std::string_view text) {
+    while (!text.empty()) {
+        std::string_view line = takeLine(text);
+        if (takeWord(line) == key) {
+            const auto kilobytes = number<std::uint64_t>(takeWord(line));
+            constexpr std::uint64_t most = ~std::uint64_t{0} / 1024;
+            return kilobytes && *kilobytes <= most ? std::optional(*kilobytes * 1024)
+                                                   : std::nullopt;
         }
     }
     return std::nullopt;
@@ -53,11 +74,19 @@ std::optional<std::uint32_t> effectiveUser(std::string_view status) {
 std::vector<std::string> commandWords(std::string_view commandLine, std::size_t limit) {
     std::vector<std::string> words;
     while (!commandLine.empty() && words.size() < limit) {
-        const auto word = commandLine.substr(0, commandLine.find('\0'));
-        words.emplace_back(word);
-        commandLine.remove_prefix(std::min(word.size() + 1, commandLine.size()));
+        words.emplace_back(takeString(commandLine));
     }
     return words;
+}
+
+std::string_view environmentVariable(std::string_view name, std::string_view environment) {
+    while (!environment.empty()) {
+        const auto setting = takeString(environment);
+        if (setting.starts_with(name) && setting.substr(name.size()).starts_with('=')) {
+            return setting.substr(name.size() + 1);
+        }
+    }
+    return {};
 }
 
 } // namespace tidewell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,13 +9,18 @@
 
 namespace tidewell {
 
-/// What the kernel's file "stat" tells of a process, as far as it is used here.
+// The kernel's files on one process, read from their texts. Pure.
+
+/// What "stat" tells of a process, as far as it is used here.
 struct ProcessStat {
     std::string commandName; ///< any bytes, as the program chose them; at most 15 as a rule
-    char state;
-    std::int32_t parent;
-    std::uint64_t startTime; ///< since the machine's start, in the kernel's ticks
-    bool isKernelThread;
+    char state = 0;
+    std::int32_t parent = 0;
+    std::int32_t terminal = 0; ///< the controlling terminal's device number; 0 for none
+    std::uint64_t minorFaults =
+        0;                       ///< pages that it got without reading a disk, copies on write too
+    std::uint64_t startTime = 0; ///< since the machine's start, in clock ticks
+    bool isKernelThread = false;
 
     bool operator==(const ProcessStat&) const = default;
 };
@@ -22,14 +28,25 @@ struct ProcessStat {
 /// Empty for a text without these fields.
 std::optional<ProcessStat> parseProcessStat(std::string_view text);
 
-/// The resident pages of a process, from the text of its "statm". Empty for a text without them
-/// and for a process without memory of its own: one that has ended, or a thread of the kernel.
-std::optional<std::uint64_t> residentPages(std::string_view statm);
+/// What "statm" tells; in pages.
+struct ProcessPages {
+    std::uint64_t resident;
+    std::uint64_t code; ///< the size of the program's own; another program's is hardly the same
 
-/// The user with whose rights a process acts, from the text of its "status".
-std::optional<std::uint32_t> effectiveUser(std::string_view status);
+    bool operator==(const ProcessPages&) const = default;
+};
 
-/// The words of a process's "cmdline", no more than `limit` of them.
+/// Empty for a text without these fields, and for a process without memory of its own: one that has
+/// ended, or a kernel thread.
+std::optional<ProcessPages> parseProcessPages(std::string_view statm);
+
+/// The bytes behind a key such as "Pss:" of "smaps_rollup", or "VmSwap:" of "status".
+std::optional<std::uint64_t> bytesBehind(std::string_view key, std::string_view text);
+
+/// The words of "cmdline", no more than `limit` of them.
 std::vector<std::string> commandWords(std::string_view commandLine, std::size_t limit);
+
+/// The value of a variable in "environ"; empty where it is not set.
+std::string_view environmentVariable(std::string_view name, std::string_view environment);
 
 } // namespace tidewell

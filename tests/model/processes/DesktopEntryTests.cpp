@@ -51,8 +51,15 @@ TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {
          }) {
         EXPECT_EQ(programOfCommand(splitCommand(command)), program) << command;
     }
-    const std::vector<std::string> shell{"/usr/bin/dash", "-c", "x; y"};
-    EXPECT_EQ(programOfProcess(shell).name, "") << "the shell is what runs";
+    for (const auto& [command, name, isWrapper] : {std::tuple{"/bin/dash -c x;y", "", true},
+                                                   {"/bin/bash", "/bin/bash", false},
+                                                   {"/bin/bwrap maps", "/bin/bwrap", true},
+                                                   {"/bin/env x", "/bin/env", true},
+                                                   {"/bin/python3 -c x", "", false}}) {
+        const Program program = programOfProcess(splitCommand(command));
+        EXPECT_EQ(program.name, name) << command;
+        EXPECT_EQ(program.isWrapper, isWrapper) << command;
+    }
 }
 
 TEST(DesktopEntries, AreSoughtWhereTheEnvironmentSays) {

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <map>
 
 namespace tidewell {
 namespace {
@@ -24,17 +23,14 @@ struct FakeApplicationSource final : ApplicationSource {
         ++surveys;
         auto work = runOn(worker, [] {});
         co_await work;
-        co_return std::make_shared<const std::vector<RunningApplication>>(applications);
+        co_return applications;
     }
-    std::optional<std::uint64_t> residentMemory(ProcessIdentifier process) override {
-        const auto found = memory.find(process);
-        return found == memory.end() ? std::nullopt : std::optional(found->second);
-    }
+    void rest() override { ++rests; }
 
     Executor& worker;
-    std::vector<RunningApplication> applications = {};
-    std::map<ProcessIdentifier, std::uint64_t> memory = {}; ///< what is missing cannot be read
+    ApplicationList applications = {};
     int surveys = 0;
+    int rests = 0;
 };
 
 class MemoryManagerTest : public Surroundings {
@@ -55,10 +51,10 @@ protected:
 
 TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsListed) {
     constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
-    source.applications = {{1, "small", icon}, {2, "first", icon},
-                           {3, "gone", icon},  {4, "bare", std::nullopt},
-                           {5, "most", icon},  {6, std::nullopt, std::nullopt}};
-    source.memory = {{1, 1}, {2, 4096}, {4, 4096}, {5, most}, {6, 4096}};
+    const auto usage = std::make_shared<const ApplicationUsage>();
+    source.applications = {{"small", icon, 1},           {"first", icon, 4096},
+                           {"gone", icon, std::nullopt}, {"bare", std::nullopt, 4096},
+                           {"most", icon, most, usage},  {std::nullopt, std::nullopt, 4096}};
     int told = 0;
     const auto subscription = manager->objectWillChange([&told] { ++told; });
     spawn(mainThread, manager->getAllProcessesMemoryUsage());
@@ -67,6 +63,7 @@ TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsLi
     EXPECT_THAT(labels(),
                 ElementsAre("most", "first", "bare", "No localize name available", "small"));
     EXPECT_EQ(manager->allProcesses()[0].showItem.value, most);
+    EXPECT_EQ(manager->allProcesses()[0].usage, usage);
     EXPECT_EQ(manager->allProcesses()[1].image, icon);
     EXPECT_EQ(manager->allProcesses()[2].image, std::nullopt);
     const std::string noIcon = "info general getAllProcessesMemoryUsage(): No icon available for ";
@@ -88,8 +85,7 @@ TEST_F(MemoryManagerTest, SurveysAtOnceAndAgainAfterThePollingIntervalAsItIsThen
 }
 
 TEST_F(MemoryManagerTest, StartingAnewAndStoppingResetWhatIsShown) {
-    source.applications = {{1, "one", icon}, {2, "two", icon}};
-    source.memory = {{1, 10}, {2, 20}};
+    source.applications = {{"one", icon, 10}, {"two", icon, 20}};
     manager->startPeriodicTask();
     pass(0);
     EXPECT_THAT(log.takeLines(), ElementsAre(started));
@@ -102,6 +98,7 @@ TEST_F(MemoryManagerTest, StartingAnewAndStoppingResetWhatIsShown) {
     pass(0);
     EXPECT_TRUE(manager->isRunning()) << "although the old loop has ended";
     EXPECT_EQ(source.surveys, 2);
+    EXPECT_EQ(source.rests, 2) << "each survey anew";
     EXPECT_EQ(clock.pendingAlarms(), 1U);
 
     const std::weak_ptr<MemoryManager> watched = manager;
@@ -115,8 +112,7 @@ TEST_F(MemoryManagerTest, StartingAnewAndStoppingResetWhatIsShown) {
 }
 
 TEST_F(MemoryManagerTest, ALoopStoppedBeforeOrDuringItsSurveyPublishesNothing) {
-    source.applications = {{1, "one", icon}};
-    source.memory = {{1, 10}};
+    source.applications = {{"one", icon, 10}};
     manager->startPeriodicTask();
     manager->stopPeriodicTask();
     pass(0);

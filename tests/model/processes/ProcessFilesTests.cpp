@@ -14,17 +14,24 @@ using namespace std::string_literals;
 using testing::ElementsAre;
 
 TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
-    const std::string whole = "1 () (a) S 42 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 987654";
-    EXPECT_EQ(parseProcessStat(whole), (ProcessStat{") (a", 'S', 42, 987654, false}));
+    const std::string whole = "1 () (a) S 42 0 0 34816 0 0 77 0 0 0 0 0 0 0 0 0 0 0 987654";
+    EXPECT_EQ(parseProcessStat(whole), (ProcessStat{") (a", 'S', 42, 34816, 77, 987654, false}));
     for (const char* cut :
          {"", "1 (", "1 )(", "1 (a) S", "1 (a) S x 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 1",
           "1 (a) S 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0"}) {
         EXPECT_EQ(parseProcessStat(cut), std::nullopt) << cut;
     }
-    for (const char* none : {"0 0 0 0 0 0 0\n", "12", "x 3", "12 -3"}) {
-        EXPECT_EQ(residentPages(none), std::nullopt) << none;
+    EXPECT_EQ(parseProcessPages("12 5 3 2 0 1 0\n"), (ProcessPages{5, 2}));
+    for (const char* none : {"0 0 0 0 0 0 0\n", "12", "x 3 0 1", "12 -3 0 1", "12 3 0"}) {
+        EXPECT_EQ(parseProcessPages(none), std::nullopt) << none;
     }
-    EXPECT_EQ(effectiveUser("Name:\ta\n"), std::nullopt);
+    const auto rollup = "5-f ---p 0 00:00 0 [rollup]\nRss: 9 kB\nPss:\t  3 kB\nPss_Anon: 1 kB\n";
+    EXPECT_EQ(bytesBehind("Pss:", rollup), 3072U);
+    EXPECT_EQ(bytesBehind("SwapPss:", rollup), std::nullopt);
+    EXPECT_EQ(bytesBehind("Pss:", "Pss: 99999999999999999 kB\n"), std::nullopt) << "2^64 and more";
+    const auto environment = "AB=1\0A\0A=x=y\0A=2\0"s;
+    EXPECT_EQ(environmentVariable("A", environment), "x=y");
+    EXPECT_EQ(environmentVariable("B", environment), "");
     EXPECT_THAT(commandWords("a\0b c\0\0d\0"s, 3), ElementsAre("a", "b c", ""));
     EXPECT_THAT(commandWords("not closed", 3), ElementsAre("not closed"));
 }
@@ -35,19 +42,27 @@ TEST(ProcessFiles, FindTheApplicationOfAUnit) {
     for (const auto& [unit, identifiers] : {
              Case{"app-gnome-org.gnome.Nautilus-4711.scope",
                   {"org.gnome.Nautilus", "gnome-org.gnome.Nautilus"}},
-             Case{"app-flatpak-my\\x2dapp\\x40-7.scope", {"my-app@", "flatpak-my-app@"}},
-             Case{"app-kde-org.kde.kate@9f.service", {"org.kde.kate", "kde-org.kde.kate"}},
-             Case{"app-nm\\x2dapplet@autostart.service", {"nm-applet"}},
-             Case{"app-a-b-c-9.scope", {"b-c", "a-b-c"}},
-             Case{"app-x\\xzz\\x4-9.scope", {"x\\xzz\\x4"}},
+             {"app-flatpak-my\\x2dapp\\x40-7.scope", {"my-app@", "flatpak-my-app@"}},
+             {"app-kde-org.kde.kate@9f.service", {"org.kde.kate", "kde-org.kde.kate"}},
+             {"app-nm\\x2dapplet@autostart.service", {"nm-applet"}},
+             {"app-a-b-c-9.scope", {"b-c", "a-b-c"}},
+             {"app-x\\xzz\\x4-9.scope", {"x\\xzz\\x4"}},
+             {"snap.a-b.c-d-0b5a5a5e-1111-2222-3333-444455556666.scope", {"a-b_c-d"}},
+             {"snap.a.b.0b5a5a5e-1111-2222-3333-444455556666.scope", {"a_b"}},
+             {"snap.a.b.service", {"a_b"}},
          }) {
-        const auto found = applicationUnitOf("1:name=systemd:/\n" + app + unit + "/sub\n");
+        const auto name = innermostUnit("1:name=systemd:/\n" + app + unit + "/sub\n");
+        EXPECT_EQ(name, unit);
+        const auto found = parseApplicationUnit(name);
         ASSERT_TRUE(found) << unit;
-        EXPECT_EQ(*found, (ApplicationUnit{unit, identifiers}));
+        EXPECT_EQ(found->identifiers, identifiers) << unit;
+        EXPECT_EQ(found->isSandbox, unit.starts_with("snap") || unit.starts_with("app-flatpak"));
     }
-    for (const char* none : {"session-2.scope", "app-.scope", "app-alone.scope", "app-@1.service",
-                             "dbus.service", "app-org.gnome.Terminal.slice/vte-spawn-1.scope"}) {
-        EXPECT_EQ(applicationUnitOf(app + none), std::nullopt) << none;
+    for (const char* none :
+         {"session-2.scope", "app-.scope", "app-alone.scope", "app-@1.service", "dbus.service",
+          "app-org.gnome.Terminal.slice/vte-spawn-1.scope", "app-a-1.scope/b.scope", "snap.scope",
+          "snap..a.scope", "app-a-1.slice"}) {
+        EXPECT_EQ(parseApplicationUnit(innermostUnit(app + none)), std::nullopt) << none;
     }
 }
 
