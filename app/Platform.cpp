@@ -39,10 +39,11 @@ ApplicationEnvironment Platform::environment() {
         .notificationCenter = notificationCenter_,
         .loginItem = loginItem_,
         .appearance = appearance_,
+        .itemPlace = itemPlace_,
         .makeStatusItem =
             [this](const StatusItemBehaviour& behaviour) {
-                return std::make_unique<DesktopStatusItem>(sessionBus_, clock_, appearance_, log_,
-                                                           behaviour);
+                return std::make_unique<DesktopStatusItem>(sessionBus_, clock_, appearance_,
+                                                           itemPlace_, log_, behaviour);
             },
         .makeUpdater = programUpdater({.bundle = bundle_,
                                        .defaults = defaults_,

@@ -41,6 +41,7 @@ private:
     SerialExecutor surveyThread_;
     DesktopNotificationCenter notificationCenter_;
     DesktopAppearance appearance_{sessionBus_, desktop_};
+    StatusItemPlace itemPlace_{placeSources(desktop_.split(u':'))};
     DesktopLook look_{sessionBus_};
     LinuxApplicationSource applications_;
     AutostartLoginItem loginItem_;

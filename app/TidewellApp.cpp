@@ -73,7 +73,8 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
           std::make_shared<MemoryWatcher>(watcherEnvironment(environment_), notificationManager_))
     , sparkleModel_(makeSparkleModel(environment_))
     , historySaving_(*memoryWatcher_, environment_.mainThread)
-    , panel_([this] { return makePanelContent(); })
+    , panel_([this] { return makePanelContent(); },
+             [this] { return environment_.itemPlace.lastKnown(); })
     , quitConfirmation_(environment_.defaults, applicationName_, panel_, quitApplication) {
     panel_.setWindowTitle(applicationName_);
     addWindows();
@@ -93,11 +94,9 @@ StatusItemBehaviour TidewellApp::statusItemBehaviour() {
     StatusItemBehaviour behaviour;
     behaviour.identifier = "tidewell";
     behaviour.title = applicationName_.toStdString();
-    behaviour.activated = [this](const StatusItemActivation& activation) {
-        panel_.toggle(activation);
-    };
+    behaviour.activated = [this] { panel_.toggle(); };
     behaviour.menu.push_back(
-        {menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Open")), [this] { panel_.open({}); }});
+        {menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Open")), [this] { panel_.open(); }});
     for (const auto& [identifier, title] :
          {std::pair(SceneIdentifier::settings, QT_TRANSLATE_NOOP("StatusMenu", "Settings")),
           std::pair(SceneIdentifier::about, QT_TRANSLATE_NOOP("StatusMenu", "About"))}) {

@@ -9,6 +9,7 @@
 #include "base/ports/LoginItem.h"
 #include "desktop/appearance/DesktopAppearance.h"
 #include "desktop/statusitem/StatusItem.h"
+#include "desktop/statusitem/StatusItemPlace.h"
 #include "model/memory/MemoryWatcher.h"
 #include "model/notifications/NotificationManager.h"
 #include "model/processes/MemoryManager.h"
@@ -35,6 +36,7 @@ struct ApplicationEnvironment {
     UserNotificationCenter& notificationCenter;
     LoginItem& loginItem;
     DesktopAppearance& appearance;
+    const StatusItemPlace& itemPlace;
     std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
     MakeUpdater makeUpdater; ///< empty in a program that others keep up to date
     /// Opens the desktop's notification settings; false where it has none.
@@ -55,7 +57,7 @@ public:
     void start();
 
     /// Opens the panel, or brings it to the front: what a second start of the program asks for.
-    void openPanel() { panel_.open({}); }
+    void openPanel() { panel_.open(); }
 
     /// To be told of everything that ends the program.
     HistorySaving& historySaving() { return historySaving_; }

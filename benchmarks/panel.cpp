@@ -165,10 +165,10 @@ void measureOpening() {
     PanelMachine machine(probes);
     QWidget bare(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     bare.setFixedSize(panelWidth, panelHeight);
-    PanelWindow panel([&machine] { return machine.makeContent(); });
+    PanelWindow panel([&machine] { return machine.makeContent(); },
+                      [] { return QRect(700, 5, 1, 1); });
     Painted barePainted(bare);
     Painted panelPainted(panel);
-    const StatusItemActivation click{QPoint(700, 5), std::nullopt};
     const auto openBare = [&] {
         bare.show();
         bare.raise();
@@ -176,7 +176,7 @@ void measureOpening() {
         barePainted.wait();
     };
     const auto openPanel = [&] {
-        panel.toggle(click);
+        panel.toggle();
         panelPainted.wait();
     };
     const auto close = [&machine](QWidget& window) {

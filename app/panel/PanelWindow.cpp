@@ -19,9 +19,10 @@ constexpr qint64 sameClickMilliseconds = 300;
 
 } // namespace
 
-PanelWindow::PanelWindow(MakeContent makeContent)
+PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QRect>()> itemPlace)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
-    , makeContent_(std::move(makeContent)) {
+    , makeContent_(std::move(makeContent))
+    , itemPlace_(std::move(itemPlace)) {
     setObjectName(QStringLiteral("panel"));
     useRoundedBackground(*this, windowCornerRadius);
     // The focus starts here, so that no control has a focus ring before Tab was pressed.
@@ -34,20 +35,21 @@ PanelWindow::PanelWindow(MakeContent makeContent)
             });
 }
 
-void PanelWindow::toggle(const StatusItemActivation& activation) {
+void PanelWindow::toggle() {
     const bool sameClick = closedByAnotherProgram_.isValid() &&
                            closedByAnotherProgram_.elapsed() < sameClickMilliseconds;
     closedByAnotherProgram_.invalidate();
     if (isVisible()) {
         close();
     } else if (!sameClick) {
-        open(activation);
+        open();
     }
 }
 
-void PanelWindow::open(const StatusItemActivation& activation) {
+void PanelWindow::open() {
     if (!isVisible()) {
-        const QRect place = panelPosition(activation, QSize(panelWidth, panelHeight));
+        const QRect place =
+            panelPosition(itemPlace_(), screenAreas(), QSize(panelWidth, panelHeight));
         setFixedSize(place.size());
         move(place.topLeft());
     }

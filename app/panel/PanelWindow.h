@@ -1,12 +1,11 @@
 #pragma once
 
-#include "desktop/statusitem/StatusItem.h"
-
 #include <QElapsedTimer>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace tidewell {
 
@@ -17,13 +16,14 @@ class PanelWindow final : public QWidget {
 public:
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
-    explicit PanelWindow(MakeContent makeContent);
+    /// `itemPlace` gives the status item's geometry, where it is known.
+    PanelWindow(MakeContent makeContent, std::function<std::optional<QRect>()> itemPlace);
 
     /// A click on the status item: closes the panel, or opens it beside the item.
-    void toggle(const StatusItemActivation& activation);
+    void toggle();
 
     /// Opens the panel beside the item, or raises and activates the open one.
-    void open(const StatusItemActivation& activation);
+    void open();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -36,6 +36,7 @@ private:
     void closeBecauseOfAnotherProgram();
 
     MakeContent makeContent_;
+    std::function<std::optional<QRect>()> itemPlace_;
     QWidget* content_ = nullptr; ///< a child, hidden while the panel is
     QElapsedTimer closedByAnotherProgram_;
 };

@@ -7,22 +7,23 @@
 namespace tidewell {
 
 DesktopStatusItem::DesktopStatusItem(const QDBusConnection& bus, ContinuousClock& clock,
-                                     DesktopAppearance& appearance, Log& log,
-                                     const StatusItemBehaviour& behaviour)
+                                     DesktopAppearance& appearance, StatusItemPlace& place,
+                                     Log& log, const StatusItemBehaviour& behaviour)
     : notifierHost_(bus, log)
     , switcher_(clock, notifierHost_, trayHost_,
                 {.notifier =
-                     [this, bus, &appearance, behaviour] {
-                         return std::make_unique<StatusNotifierStatusItem>(bus, notifierHost_,
-                                                                           appearance, behaviour);
+                     [this, bus, &appearance, &place, behaviour] {
+                         return std::make_unique<StatusNotifierStatusItem>(
+                             bus, notifierHost_, appearance, place, behaviour);
                      },
                  .tray =
-                     [&appearance, behaviour] {
-                         return std::make_unique<TrayIconStatusItem>(appearance, behaviour);
+                     [&appearance, &place, behaviour] {
+                         return std::make_unique<TrayIconStatusItem>(appearance, place, behaviour);
                      },
                  .label =
-                     [&appearance, behaviour] {
-                         return std::make_unique<LabelWindowStatusItem>(appearance, behaviour);
+                     [&appearance, &place, behaviour] {
+                         return std::make_unique<LabelWindowStatusItem>(appearance, place,
+                                                                        behaviour);
                      }}) {}
 
 } // namespace tidewell

@@ -7,13 +7,14 @@
 namespace tidewell {
 
 class DesktopAppearance;
+class StatusItemPlace;
 
 /// The status item, in the form that the running desktop supports, with the hosts it follows.
 class DesktopStatusItem final : public StatusItem {
 public:
     /// The references must outlive this. After the application object.
     DesktopStatusItem(const QDBusConnection& bus, ContinuousClock& clock,
-                      DesktopAppearance& appearance, Log& log,
+                      DesktopAppearance& appearance, StatusItemPlace& place, Log& log,
                       const StatusItemBehaviour& behaviour);
 
     void setContent(const StatusItemContent& content) override { switcher_.setContent(content); }

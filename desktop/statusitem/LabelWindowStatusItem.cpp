@@ -33,9 +33,12 @@ constexpr int screenMargin = 8;
 /// A button, so that it works by keyboard and with a screen reader.
 class LabelWindow final : public QAbstractButton {
 public:
-    LabelWindow(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
+    LabelWindow(DesktopAppearance& appearance, StatusItemPlace& place,
+                StatusItemBehaviour behaviour)
         : appearance_(appearance)
+        , itemPlace_(place)
         , behaviour_(std::move(behaviour))
+        , menu_(behaviour_.menu, appearance)
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         useRoundedBackground(*this, cornerRadius);
@@ -120,19 +123,13 @@ protected:
         QMetaObject::invokeMethod(this, &QWidget::show, Qt::QueuedConnection);
     }
 
-    void contextMenuEvent(QContextMenuEvent*) override {
-        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), placeShown().bottomLeft());
-    }
+    void contextMenuEvent(QContextMenuEvent*) override { menu_.popUp(placeShown().bottomLeft()); }
 
 private:
     // Queued: the call may run a nested event loop in which this window is deleted.
     void activate() {
-        QMetaObject::invokeMethod(
-            this,
-            [activated = behaviour_.activated, place = placeShown()] {
-                activated({std::nullopt, place});
-            },
-            Qt::QueuedConnection);
+        itemPlace_.isAt(placeShown());
+        QMetaObject::invokeMethod(this, behaviour_.activated, Qt::QueuedConnection);
     }
 
     /// Where the window is. Not pos(): Qt queries the X server once, after mapping, and may do so
@@ -160,19 +157,22 @@ private:
         shownAt_ = QPoint(available.right() + 1 - screenMargin - size.width(),
                           available.top() + screenMargin);
         setGeometry({shownAt_, size});
+        itemPlace_.isAt(placeShown());
     }
 
     DesktopAppearance& appearance_;
+    StatusItemPlace& itemPlace_;
     StatusItemBehaviour behaviour_;
+    StatusMenuPopup menu_;
     StatusItemContent content_;
     QPoint shownAt_; // as last set, or computed from the last mouse press
     QMetaObject::Connection screenChanged_;
     Subscription appearanceChanged_;
 };
 
-LabelWindowStatusItem::LabelWindowStatusItem(DesktopAppearance& appearance,
+LabelWindowStatusItem::LabelWindowStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
                                              StatusItemBehaviour behaviour)
-    : window_(std::make_unique<LabelWindow>(appearance, std::move(behaviour))) {}
+    : window_(std::make_unique<LabelWindow>(appearance, place, std::move(behaviour))) {}
 
 LabelWindowStatusItem::~LabelWindowStatusItem() = default;
 

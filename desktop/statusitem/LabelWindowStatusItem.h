@@ -2,6 +2,7 @@
 
 #include "desktop/appearance/DesktopAppearance.h"
 #include "desktop/statusitem/StatusItem.h"
+#include "desktop/statusitem/StatusItemPlace.h"
 
 #include <memory>
 
@@ -14,8 +15,9 @@ class LabelWindow;
 /// focus, Space and Return do what a click does, the menu key what a right click does.
 class LabelWindowStatusItem final : public StatusItem {
 public:
-    /// `appearance` must outlive this.
-    LabelWindowStatusItem(DesktopAppearance& appearance, StatusItemBehaviour behaviour);
+    /// The references must outlive this.
+    LabelWindowStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
+                          StatusItemBehaviour behaviour);
     ~LabelWindowStatusItem() override;
 
     void setContent(const StatusItemContent& content) override;

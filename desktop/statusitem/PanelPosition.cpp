@@ -2,9 +2,6 @@
 
 #include "ui/Geometry.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 #include <algorithm>
 #include <array>
 
@@ -14,12 +11,10 @@ namespace {
 
 // From the item, and from the edges of the available area.
 constexpr int gap = 4;
-// How far a bar's edge may be from a click in it, where the desktop does not tell of its bars.
-constexpr int clickMargin = 16;
 
 enum class Edge { top, bottom, left, right };
 
-// Rectangles' ends as coordinates of the first point outside, unlike the toolkit's own.
+// The first coordinate outside, unlike QRect::right() and bottom().
 int endOfX(const QRect& rectangle) {
     return rectangle.x() + rectangle.width();
 }
@@ -27,7 +22,7 @@ int endOfY(const QRect& rectangle) {
     return rectangle.y() + rectangle.height();
 }
 
-/// The edge of the screen with the broadest bar; the top without any.
+/// The screen edge with the broadest bar; the top without any.
 Edge barEdge(const QRect& screen, const QRect& available) {
     const std::array widths{std::pair(available.y() - screen.y(), Edge::top),
                             std::pair(endOfY(screen) - endOfY(available), Edge::bottom),
@@ -36,8 +31,8 @@ Edge barEdge(const QRect& screen, const QRect& available) {
     return std::ranges::max_element(widths, {}, &std::pair<int, Edge>::first)->second;
 }
 
-/// Which edge of the screen the bar is at in which `place` lies: that of the bar, or for a bar that
-/// the desktop does not tell of, the nearer one of top and bottom.
+/// The screen edge of the bar that `place` lies in; the nearer of top and bottom where the
+/// available area excludes no bar there.
 Edge edgeBeside(const QRect& place, const QRect& screen, const QRect& available) {
     const QPoint centre = place.center();
     if (centre.y() < available.y()) {
@@ -55,12 +50,6 @@ Edge edgeBeside(const QRect& place, const QRect& screen, const QRect& available)
     return centre.y() < screen.center().y() ? Edge::top : Edge::bottom;
 }
 
-/// What a click stands for where the item's place is not known.
-QRect around(const QPoint& click, const QRect& available) {
-    const int margin = available.contains(click) ? clickMargin : 0;
-    return QRect(click, QSize(1, 1)).adjusted(-margin, -margin, margin, margin);
-}
-
 QRect inside(const QRect& available, QPoint wanted, const QSize& panel) {
     // The margin is given up where the panel does not fit with it.
     const int marginX = panel.width() + 2 * gap <= available.width() ? gap : 0;
@@ -70,50 +59,57 @@ QRect inside(const QRect& available, QPoint wanted, const QSize& panel) {
         .toRect();
 }
 
-} // namespace
+/// The screen of the item; without it that of a bar, and the primary one without a bar.
+const ScreenArea& screenOf(const std::optional<QRect>& item,
+                           const std::vector<ScreenArea>& screens) {
+    const auto found = std::ranges::find_if(screens, [&item](const ScreenArea& screen) {
+        return item ? screen.geometry.contains(item->center())
+                    : screen.geometry != screen.available;
+    });
+    return found == screens.end() ? screens.front() : *found;
+}
 
-QRect panelPosition(const StatusItemActivation& activation, const QRect& screen,
-                    const QRect& available, const QSize& wanted) {
-    const QSize panel = wanted.boundedTo(available.size());
-    const QPoint far(endOfX(available), endOfY(available));
-    if (!activation.item && !activation.click) {
-        switch (barEdge(screen, available)) {
-        case Edge::top:
-            return inside(available, {far.x(), available.y()}, panel);
-        case Edge::left:
-            return inside(available, {available.x(), far.y()}, panel);
-        case Edge::bottom:
-        case Edge::right:
-            break;
-        }
-        return inside(available, far, panel);
-    }
-    const QRect place = activation.item ? *activation.item : around(*activation.click, available);
-    const QPoint centred(place.center().x() - panel.width() / 2,
-                         place.center().y() - panel.height() / 2);
-    switch (edgeBeside(place, screen, available)) {
+/// The corner of the available area at which status items usually are in the bar.
+QPoint itemCorner(const ScreenArea& screen) {
+    const QRect& area = screen.available;
+    switch (barEdge(screen.geometry, area)) {
     case Edge::top:
-        return inside(available, {centred.x(), endOfY(place) + gap}, panel);
-    case Edge::bottom:
-        return inside(available, {centred.x(), place.y() - gap - panel.height()}, panel);
+        return {endOfX(area), area.y()};
     case Edge::left:
-        return inside(available, {endOfX(place) + gap, centred.y()}, panel);
+        return {area.x(), endOfY(area)};
+    case Edge::bottom:
     case Edge::right:
         break;
     }
-    return inside(available, {place.x() - gap - panel.width(), centred.y()}, panel);
+    return {endOfX(area), endOfY(area)};
 }
 
-QRect panelPosition(const StatusItemActivation& activation, const QSize& panel) {
-    const auto place =
-        activation.item ? std::optional(activation.item->center()) : activation.click;
-    const QScreen* screen = place ? QGuiApplication::screenAt(*place) : nullptr;
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
+} // namespace
+
+QRect panelPosition(const std::optional<QRect>& item, const std::vector<ScreenArea>& screens,
+                    const QSize& wanted) {
+    if (screens.empty()) {
+        return {QPoint(), wanted};
     }
-    return screen == nullptr
-               ? QRect(QPoint(), panel)
-               : panelPosition(activation, screen->geometry(), screen->availableGeometry(), panel);
+    const ScreenArea& screen = screenOf(item, screens);
+    const QRect& available = screen.available;
+    const QSize panel = wanted.boundedTo(available.size());
+    if (!item) {
+        return inside(available, itemCorner(screen), panel);
+    }
+    const QPoint centred(item->center().x() - panel.width() / 2,
+                         item->center().y() - panel.height() / 2);
+    switch (edgeBeside(*item, screen.geometry, available)) {
+    case Edge::top:
+        return inside(available, {centred.x(), endOfY(*item) + gap}, panel);
+    case Edge::bottom:
+        return inside(available, {centred.x(), item->y() - gap - panel.height()}, panel);
+    case Edge::left:
+        return inside(available, {endOfX(*item) + gap, centred.y()}, panel);
+    case Edge::right:
+        break;
+    }
+    return inside(available, {item->x() - gap - panel.width(), centred.y()}, panel);
 }
 
 } // namespace tidewell

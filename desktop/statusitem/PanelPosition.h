@@ -1,18 +1,15 @@
 #pragma once
 
-#include "desktop/statusitem/StatusItem.h"
+#include "desktop/statusitem/StatusItemPlace.h"
 
 #include <QSize>
 
 namespace tidewell {
 
-/// The panel's geometry: beside the item, else beside the click, else in the corner of the bar
-/// where status items usually are. All of it lies in the screen's available area, which makes a
-/// larger panel smaller.
-QRect panelPosition(const StatusItemActivation& activation, const QRect& screen,
-                    const QRect& available, const QSize& wanted);
-
-/// The same on the screen of the item or click, else on the primary screen.
-QRect panelPosition(const StatusItemActivation& activation, const QSize& panel);
+/// The panel's geometry: beside the item, or where nobody knows that, in the corner of the bar
+/// where status items usually are. All of it lies in the available area of one of the screens,
+/// which makes a larger panel smaller. Pure.
+QRect panelPosition(const std::optional<QRect>& item, const std::vector<ScreenArea>& screens,
+                    const QSize& wanted);
 
 } // namespace tidewell

@@ -2,12 +2,8 @@
 
 #include "base/values/Colour.h"
 
-#include <QPoint>
-#include <QRect>
-
 #include <array>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,13 +21,6 @@ struct StatusItemContent {
 /// The sizes of the item's picture, in pixels.
 inline constexpr std::array statusItemSizes{16, 22, 24, 32, 48, 64};
 
-/// Where the user clicked on the item, in Qt's screen coordinates. Both are missing where the host
-/// does not say, or what it says is useless.
-struct StatusItemActivation {
-    std::optional<QPoint> click;
-    std::optional<QRect> item; ///< its geometry
-};
-
 /// One line of the item's menu.
 struct StatusMenuEntry {
     std::string title;
@@ -43,7 +32,7 @@ struct StatusMenuEntry {
 struct StatusItemBehaviour {
     std::string identifier; ///< the same in every run: hosts store an item's settings under it
     std::string title;      ///< the program's name
-    std::function<void(const StatusItemActivation&)> activated;
+    std::function<void()> activated;
     std::vector<StatusMenuEntry>
         menu; ///< the first entry opens the panel, for hosts without Activate
 };

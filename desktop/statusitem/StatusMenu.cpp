@@ -7,7 +7,6 @@
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QGuiApplication>
-#include <QMenu>
 
 namespace tidewell {
 
@@ -60,9 +59,11 @@ class StatusMenuAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath)
 
 public:
-    StatusMenuAdaptor(QObject* object, std::vector<StatusMenuEntry> entries)
+    StatusMenuAdaptor(QObject* object, std::vector<StatusMenuEntry> entries,
+                      std::function<void()> willOpen)
         : QDBusAbstractAdaptor(object)
-        , entries_(std::move(entries)) {}
+        , entries_(std::move(entries))
+        , willOpen_(std::move(willOpen)) {}
 
     uint version() const { return 3; }
     QString textDirection() const {
@@ -117,11 +118,18 @@ public:
         return unknown;
     }
 
-    Q_SLOT bool AboutToShow(int) const { return false; }
+    Q_SLOT bool AboutToShow(int id) const {
+        if (id == 0) {
+            willOpen_();
+        }
+        return false;
+    }
 
     Q_SLOT QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& unknown) const {
         for (const int id : ids) {
-            if (!isItem(id)) {
+            if (isItem(id)) {
+                AboutToShow(id);
+            } else {
                 unknown.append(id);
             }
         }
@@ -151,28 +159,37 @@ private:
     }
 
     std::vector<StatusMenuEntry> entries_;
+    std::function<void()> willOpen_;
 };
 
-void popUpStatusMenu(const std::vector<StatusMenuEntry>& entries, Appearance appearance,
-                     const QPoint& place) {
-    auto* const menu = new QMenu;
-    menu->setPalette(paletteFor(appearance));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (const StatusMenuEntry& entry : entries) {
-        QObject::connect(menu->addAction(withoutMnemonics(entry.title, QLatin1Char('&'))),
-                         &QAction::triggered, menu, entry.action);
+StatusMenuPopup::StatusMenuPopup(std::vector<StatusMenuEntry> entries,
+                                 const DesktopAppearance& appearance)
+    : entries_(std::move(entries))
+    , appearance_(appearance) {}
+
+void StatusMenuPopup::popUp(const QPoint& place) {
+    if (open_) {
+        return;
     }
-    menu->popup(place);
+    open_ = new QMenu;
+    open_->setPalette(paletteFor(appearance_.desktop()));
+    open_->setAttribute(Qt::WA_DeleteOnClose);
+    for (const StatusMenuEntry& entry : entries_) {
+        QObject::connect(open_->addAction(withoutMnemonics(entry.title, QLatin1Char('&'))),
+                         &QAction::triggered, open_, entry.action);
+    }
+    open_->popup(place);
 }
 
-ExportedStatusMenu::ExportedStatusMenu(QDBusConnection bus, std::vector<StatusMenuEntry> entries)
+ExportedStatusMenu::ExportedStatusMenu(QDBusConnection bus, std::vector<StatusMenuEntry> entries,
+                                       std::function<void()> willOpen)
     : bus_(std::move(bus)) {
     qDBusRegisterMetaType<MenuItemProperties>();
     qDBusRegisterMetaType<QList<MenuItemProperties>>();
     qDBusRegisterMetaType<MenuLayout>();
     qDBusRegisterMetaType<MenuEvent>();
     qDBusRegisterMetaType<QList<MenuEvent>>();
-    new StatusMenuAdaptor(&object_, std::move(entries));
+    new StatusMenuAdaptor(&object_, std::move(entries), std::move(willOpen));
     bus_.registerObject(QLatin1String(path), &object_);
 }
 

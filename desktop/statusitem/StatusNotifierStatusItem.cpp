@@ -4,11 +4,9 @@
 #include "desktop/statusitem/BusStructure.h"
 #include "ui/Symbols.h"
 
-#include <QCursor>
 #include <QDBusAbstractAdaptor>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QGuiApplication>
 #include <QtEndian>
 
 #include <unistd.h>
@@ -64,6 +62,7 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString IconThemePath READ none)
     Q_PROPERTY(QString IconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString IconAccessibleDesc READ label)
     Q_PROPERTY(QString OverlayIconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> OverlayIconPixmap READ noPixmap)
     Q_PROPERTY(QString AttentionIconName READ none)
@@ -74,12 +73,14 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
 
 public:
-    StatusNotifierAdaptor(QObject* object, DesktopAppearance& appearance,
+    StatusNotifierAdaptor(QObject* object, DesktopAppearance& appearance, StatusItemPlace& place,
                           StatusItemBehaviour behaviour)
         : QDBusAbstractAdaptor(object)
         , appearance_(appearance)
+        , place_(place)
         , shownAppearance_(appearance.statusArea())
         , behaviour_(std::move(behaviour))
+        , menu_(behaviour_.menu, appearance)
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {}
 
     void setContent(const StatusItemContent& content) {
@@ -114,26 +115,27 @@ public:
         return pixmaps;
     }
     NotifierTooltip toolTip() const {
-        return {{}, {}, plainTooltip(behaviour_.title), plainTooltip(content_.text)};
+        // The figure first: some hosts show the title only.
+        return {{}, {}, plainTooltip(content_.text), plainTooltip(behaviour_.title)};
     }
     QString label() const { return QString::fromStdString(content_.text); }
     QString labelGuide() const { return tidewell::labelGuide(content_.text); }
 
     Q_SLOT void Activate(int x, int y) {
-        StatusItemActivation activation;
-        // Desktops disagree on what the coordinates are relative to, but (0, 0) is said when there
-        // was no click. Only X11 says where the pointer is.
-        if ((x != 0 || y != 0) && QGuiApplication::platformName() == QStringLiteral("xcb")) {
-            activation.click = QCursor::pos();
-        }
-        // Queued: the reply goes out first, and this may be deleted in the call.
-        QMetaObject::invokeMethod(
-            this, [activated = behaviour_.activated, activation] { activated(activation); },
-            Qt::QueuedConnection);
+        place_.clickedAt({x, y});
+        activated();
     }
     Q_SLOT void SecondaryActivate(int x, int y) { Activate(x, y); }
-    Q_SLOT void ContextMenu(int, int) {
-        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), QCursor::pos());
+    Q_SLOT void XAyatanaSecondaryActivate(uint) {
+        place_.clicked();
+        activated();
+    }
+    Q_SLOT void ContextMenu(int x, int y) {
+        place_.clickedAt({x, y});
+        menu_.popUp(place_.lastKnown().value_or(QRect()).center());
+    }
+    Q_SLOT void ProvideXdgActivationToken(const QString& token) {
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // for the window that opens next
     }
     Q_SLOT void Scroll(int, const QString&) {}
 
@@ -142,6 +144,11 @@ public:
     Q_SIGNAL void XAyatanaNewLabel(const QString&, const QString&);
 
 private:
+    // Queued: the reply goes out first, and this may be deleted in the call.
+    void activated() {
+        QMetaObject::invokeMethod(this, behaviour_.activated, Qt::QueuedConnection);
+    }
+
     void followAppearance() {
         if (shownAppearance_ != appearance_.statusArea()) {
             shownAppearance_ = appearance_.statusArea();
@@ -150,8 +157,10 @@ private:
     }
 
     DesktopAppearance& appearance_;
+    StatusItemPlace& place_;
     Appearance shownAppearance_;
     StatusItemBehaviour behaviour_;
+    StatusMenuPopup menu_;
     StatusItemContent content_;
     Subscription appearanceChanged_;
 };
@@ -159,11 +168,12 @@ private:
 StatusNotifierStatusItem::StatusNotifierStatusItem(const QDBusConnection& bus,
                                                    StatusNotifierHost& host,
                                                    DesktopAppearance& appearance,
+                                                   StatusItemPlace& place,
                                                    const StatusItemBehaviour& behaviour)
     : bus_(bus)
     , host_(host)
-    , menu_(bus, behaviour.menu)
-    , adaptor_(new StatusNotifierAdaptor(&object_, appearance, behaviour)) {
+    , menu_(bus, behaviour.menu, [&place] { place.clicked(); })
+    , adaptor_(new StatusNotifierAdaptor(&object_, appearance, place, behaviour)) {
     static int number = 0;
     service_ = QStringLiteral("org.kde.StatusNotifierItem-%1-%2").arg(getpid()).arg(++number);
     qDBusRegisterMetaType<NotifierPixmap>();

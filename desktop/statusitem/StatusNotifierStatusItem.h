@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/appearance/DesktopAppearance.h"
+#include "desktop/statusitem/StatusItemPlace.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/StatusNotifierHost.h"
 
@@ -19,7 +20,8 @@ public:
 
     /// The references must outlive this.
     StatusNotifierStatusItem(const QDBusConnection& bus, StatusNotifierHost& host,
-                             DesktopAppearance& appearance, const StatusItemBehaviour& behaviour);
+                             DesktopAppearance& appearance, StatusItemPlace& place,
+                             const StatusItemBehaviour& behaviour);
     ~StatusNotifierStatusItem() override;
 
     void setContent(const StatusItemContent& content) override;

@@ -1,6 +1,5 @@
 #include "desktop/statusitem/TrayIconStatusItem.h"
 
-#include "desktop/statusitem/StatusMenu.h"
 #include "ui/Symbols.h"
 
 #include <QCursor>
@@ -8,9 +7,12 @@
 
 namespace tidewell {
 
-TrayIconStatusItem::TrayIconStatusItem(DesktopAppearance& appearance, StatusItemBehaviour behaviour)
+TrayIconStatusItem::TrayIconStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
+                                       StatusItemBehaviour behaviour)
     : appearance_(appearance)
+    , place_(place)
     , behaviour_(std::move(behaviour))
+    , menu_(behaviour_.menu, appearance)
     , appearanceChanged_(appearance.didChange([this] { draw(); })) {
     QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
                      [this](auto reason) { react(reason); });
@@ -38,20 +40,19 @@ void TrayIconStatusItem::draw() {
 }
 
 void TrayIconStatusItem::react(QSystemTrayIcon::ActivationReason reason) {
+    if (const QRect geometry = icon_.geometry(); geometry.isValid()) {
+        place_.isAt(geometry);
+    } else {
+        place_.clicked();
+    }
     switch (reason) {
     case QSystemTrayIcon::Trigger:
-    case QSystemTrayIcon::MiddleClick: {
-        const QRect place = icon_.geometry();
-        const StatusItemActivation activation{QCursor::pos(), place.isValid() ? std::optional(place)
-                                                                              : std::nullopt};
+    case QSystemTrayIcon::MiddleClick:
         // Queued: the call may run a nested event loop in which the icon is deleted.
-        QMetaObject::invokeMethod(
-            &icon_, [activated = behaviour_.activated, activation] { activated(activation); },
-            Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&icon_, behaviour_.activated, Qt::QueuedConnection);
         break;
-    }
     case QSystemTrayIcon::Context:
-        popUpStatusMenu(behaviour_.menu, appearance_.desktop(), QCursor::pos());
+        menu_.popUp(QCursor::pos());
         break;
     case QSystemTrayIcon::DoubleClick: // follows a Trigger
     case QSystemTrayIcon::Unknown:

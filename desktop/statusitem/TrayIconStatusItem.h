@@ -2,6 +2,8 @@
 
 #include "desktop/appearance/DesktopAppearance.h"
 #include "desktop/statusitem/StatusItem.h"
+#include "desktop/statusitem/StatusItemPlace.h"
+#include "desktop/statusitem/StatusMenu.h"
 
 #include <QSystemTrayIcon>
 
@@ -14,8 +16,9 @@ namespace tidewell {
 /// only while `StatusNotifierHost` is known to be absent.
 class TrayIconStatusItem final : public StatusItem {
 public:
-    /// `appearance` must outlive this.
-    TrayIconStatusItem(DesktopAppearance& appearance, StatusItemBehaviour behaviour);
+    /// The references must outlive this.
+    TrayIconStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
+                       StatusItemBehaviour behaviour);
 
     void setContent(const StatusItemContent& content) override;
 
@@ -24,7 +27,9 @@ private:
     void react(QSystemTrayIcon::ActivationReason reason);
 
     DesktopAppearance& appearance_;
+    StatusItemPlace& place_;
     StatusItemBehaviour behaviour_;
+    StatusMenuPopup menu_;
     StatusItemContent content_;
     QSystemTrayIcon icon_;
     Subscription appearanceChanged_;

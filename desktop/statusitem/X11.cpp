@@ -1,11 +1,13 @@
 #include "desktop/statusitem/X11.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <QWidget>
 
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <string_view>
 
 namespace tidewell::x11 {
 
@@ -53,6 +55,19 @@ int screenNumber() {
     }
     std::free(host);
     return screen;
+}
+
+bool isXWayland() {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return false;
+    }
+    constexpr std::string_view extension = "XWAYLAND"; // from 23.1 on
+    const auto reply = owned(xcb_query_extension_reply(
+        server, xcb_query_extension(server, extension.size(), extension.data()), nullptr));
+    // Older ones name their screens so.
+    return (reply && reply->present != 0) ||
+           QGuiApplication::primaryScreen()->name().startsWith(QLatin1String("XWAYLAND"));
 }
 
 bool isComposited() {

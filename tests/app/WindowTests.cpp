@@ -37,25 +37,31 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     EXPECT_EQ(made, 2) << "content is made anew with each opening";
 }
 
+std::optional<QRect> noPlace() {
+    return std::nullopt;
+}
+
 TEST(PanelWindow, ScrollsContentThatIsTooHighForTheScreen) {
     QWidget* content = nullptr;
-    PanelWindow tall([&content] {
-        auto owned = std::make_unique<QLabel>();
-        owned->setMinimumHeight(5000);
-        content = owned.get();
-        return owned;
-    });
-    tall.open({});
+    PanelWindow tall(
+        [&content] {
+            auto owned = std::make_unique<QLabel>();
+            owned->setMinimumHeight(5000);
+            content = owned.get();
+            return owned;
+        },
+        noPlace);
+    tall.open();
     EXPECT_TRUE(tall.screen()->availableGeometry().contains(tall.geometry()));
     EXPECT_EQ(content->height(), 5000);
 }
 
 TEST(PanelWindow, StaysClosedOnTheClickThatMadeAnotherProgramActive) {
-    PanelWindow panel([] { return std::make_unique<QLabel>(); });
-    panel.open({});
+    PanelWindow panel([] { return std::make_unique<QLabel>(); }, noPlace);
+    panel.open();
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
     for (const bool open : {false, true}) {
-        panel.toggle({});
+        panel.toggle();
         EXPECT_EQ(panel.isVisible(), open);
     }
 }
