@@ -87,7 +87,7 @@ void TidewellApp::start() {
     label_ = std::make_unique<BarLabelView>(sparkleModel_.get(), *memoryWatcher_, colours::primary,
                                             environment_.mainThread, *statusItem_);
     label_->appear();
-    spawn(environment_.mainThread, memoryWatcher_->startPeriodicTask());
+    memoryWatcher_->startPeriodicTask();
 }
 
 StatusItemBehaviour TidewellApp::statusItemBehaviour() {

@@ -15,7 +15,7 @@ struct WatchedMachine {
               MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
                                          [this] { return timestamp += 1; }},
               nullptr)) {
-        spawn(mainThread, watcher->startPeriodicTask());
+        watcher->startPeriodicTask();
         settle(mainThread, schedulerThread);
     }
     WatchedMachine(const WatchedMachine&) = delete;

@@ -21,32 +21,26 @@ MemoryWatcher::~MemoryWatcher() {
     }
 }
 
-Task<void> MemoryWatcher::startPeriodicTask() {
-    return startPeriodicTask(shared_from_this());
-}
+void MemoryWatcher::startPeriodicTask() {
+    maxArrayLength_ = 100;
+    readData();
 
-Task<void> MemoryWatcher::startPeriodicTask(Self self) {
-    self->maxArrayLength_ = 100;
-    self->readData();
-
-    if (self->periodicTask_) {
-        self->periodicTask_->cancel();
+    if (periodicTask_) {
+        periodicTask_->cancel();
     }
-    self->periodicTask_.reset();
-    self->isRunning_ = false;
+    periodicTask_.reset();
+    isRunning_ = false;
 
-    if (const auto physical = self->environment_.probes.getPhysicalMemory()) {
-        self->physical_ = *physical;
+    if (const auto physical = environment_.probes.getPhysicalMemory()) {
+        physical_ = *physical;
     } else {
-        self->logError("Failed to retrieve total physical memory.", "startPeriodicTask()",
-                       __LINE__);
+        logError("Failed to retrieve total physical memory.", "startPeriodicTask()", __LINE__);
     }
-    self->updateSwapUsage();
-    self->startScheduler();
+    updateSwapUsage();
+    startScheduler();
 
-    self->isRunning_ = true;
-    self->periodicTask_ = spawn(self->environment_.mainThread, sample(self, ++self->run_));
-    co_return;
+    isRunning_ = true;
+    periodicTask_ = spawn(environment_.mainThread, sample(shared_from_this(), ++run_));
 }
 
 void MemoryWatcher::startScheduler() {
@@ -63,30 +57,26 @@ void MemoryWatcher::startScheduler() {
 }
 
 Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {
-    co_await repeatOnPollingInterval<MemoryWatcher>(
-        self, &MemoryWatcher::performWork, &self->environment_.defaults, &self->environment_.clock);
+    co_await repeatOnPollingInterval(
+        self, +[](Self watcher) { watcher->performWork(); }, &self->environment_.defaults,
+        &self->environment_.clock);
     // A loop that was replaced ends only after its successor was started.
     if (run == self->run_) {
         self->isRunning_ = false;
     }
 }
 
-Task<void> MemoryWatcher::performWork() {
-    return performWork(shared_from_this());
-}
-
-Task<void> MemoryWatcher::performWork(Self self) {
-    const auto free = self->environment_.probes.getFreeMemoryPercentage();
+void MemoryWatcher::performWork() {
+    const auto free = environment_.probes.getFreeMemoryPercentage();
     std::int64_t pressure = 0;
     // A percentage without a difference to 100 is as good as none.
     if (free && !__builtin_sub_overflow(std::int64_t{100}, *free, &pressure)) {
-        self->memoryPressure_ = pressure;
-        self->append(self->memoryPressureArray_, pressure);
+        memoryPressure_ = pressure;
+        append(memoryPressureArray_, pressure);
     } else {
-        self->logError("Cannot read the free memory percentage", "performWork()", __LINE__);
+        logError("Cannot read the free memory percentage", "performWork()", __LINE__);
     }
-    self->updateMemoryUsage();
-    co_return;
+    updateMemoryUsage();
 }
 
 void MemoryWatcher::updateMemoryUsage() {

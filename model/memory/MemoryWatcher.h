@@ -23,7 +23,7 @@ namespace tidewell {
 /// The model of the machine's memory: samples pressure and use on the polling interval and swap
 /// once a minute, keeps a bounded history of pressure and swap, and alerts when swap is in use.
 ///
-/// Owned by a `std::shared_ptr`; its loops hold it. Main thread only, its tasks included.
+/// Owned by a `std::shared_ptr`; its loops hold it. Main thread only.
 class MemoryWatcher final : public ObservableObject,
                             public std::enable_shared_from_this<MemoryWatcher> {
 public:
@@ -51,10 +51,10 @@ public:
     /// Loads the history, reads physical memory and swap, and starts the swap scheduler and the
     /// sampling loop, both of which run until their executors or clock are destroyed. A second
     /// call loads the history again and replaces both loops.
-    Task<void> startPeriodicTask();
+    void startPeriodicTask();
 
-    /// One sampling step: pressure, then memory use. Cancelling does not interrupt it.
-    Task<void> performWork();
+    /// One sampling step: pressure, then memory use.
+    void performWork();
 
     /// Refreshes `usedMemoryPercentage` and `showItems`. Without counters nothing changes.
     void updateMemoryUsage();
@@ -94,8 +94,6 @@ public:
 
 private:
     using Self = std::shared_ptr<MemoryWatcher>;
-    static Task<void> startPeriodicTask(Self self);
-    static Task<void> performWork(Self self);
     static Task<void> sample(Self self, std::uint64_t run);
     static Task<void> post(Self self, SwapAlert alert);
 
@@ -122,8 +120,8 @@ private:
     std::optional<TaskHandle> periodicTask_;
     bool isRunning_ = false;
     std::uint64_t run_ = 0; // numbers the sampling loops
-    // Only stops the scheduler's loop, which owns it: owning it here, too, would close a circle
-    // through its callback.
+    // A handle only: a shared pointer to the scheduler would be a cycle, since its callback holds
+    // the watcher.
     std::optional<TaskHandle> schedulerWithCallback_;
 };
 

@@ -22,7 +22,7 @@ struct FakeStatusItem final : public StatusItem {
 class BarLabelViewTest : public WatcherSurroundings {
 protected:
     BarLabelViewTest() {
-        spawn(mainThread, watcher->startPeriodicTask());
+        watcher->startPeriodicTask();
         mainThread.drain();
     }
 

@@ -186,7 +186,7 @@ TEST_F(SwapChart, TakesTheColourOfTheLevelForAllBars) {
     show(chart);
     EXPECT_EQ(chart.bars()[0]->barColor, colours::lightGray);
     probes.swap->used = *probes.physical;
-    spawn(mainThread, watcher->startPeriodicTask());
+    watcher->startPeriodicTask();
     settle();
     chart.setData(items);
     EXPECT_EQ(chart.bars()[0]->barColor, colours::systemOrange);

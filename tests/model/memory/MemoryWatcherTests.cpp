@@ -24,7 +24,7 @@ constexpr std::uint64_t gigabyte = physical / 16;
 class MemoryWatcherTest : public WatcherSurroundings {
 protected:
     void start() {
-        spawn(mainThread, watcher->startPeriodicTask());
+        watcher->startPeriodicTask();
         settle();
     }
 
