@@ -2,11 +2,13 @@
 #include "base/runtime/Waiting.h"
 #include "base/runtime/linux/TimerFdClock.h"
 #include "tests/fakes/ManualExecutor.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 #include <future>
 #include <limits>
 #include <stdexcept>
@@ -185,6 +187,13 @@ TEST(TimerFdClock, WakesASleeperOnAnotherThreadAndSurvivesCancellingAtAnyMoment)
         const auto ending = result.get();
         EXPECT_TRUE(round % 4 == 3 || ending == (round % 4 == 1 ? elapsed : cancelled)) << round;
     }
+}
+
+TEST(TimerFdClock, CountsTheTimeThatTheMachineSleeps) {
+    const TimerFdClock clock;
+    const auto descriptor = "/proc/self/fdinfo/" + std::to_string(clock.fileDescriptor());
+    EXPECT_THAT(readText(descriptor),
+                testing::HasSubstr("clockid: " + std::to_string(CLOCK_BOOTTIME) + "\n"));
 }
 
 TEST(TimerFdClock, RingsOverdueAlarmsInOrderOnceAndNotWhenOneBeforeCancelsThem) {

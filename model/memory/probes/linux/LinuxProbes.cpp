@@ -1,44 +1,30 @@
 #include "model/memory/probes/linux/LinuxProbes.h"
 
-#include "base/values/FileDescriptor.h"
 #include "base/values/OpenFolder.h"
+#include "base/values/ReadFile.h"
 
 #include <array>
-#include <cerrno>
 #include <fcntl.h>
 #include <span>
+#include <unistd.h>
 #include <utility>
 
 namespace tidewell {
 
 namespace {
 
-/// Twice what the largest of these files, ZFS's, holds. Not cleared: that alone would be some
-/// percent of a sampling step.
+/// Twice the size of the largest of these files, ZFS's arcstats. Left uninitialised: clearing it
+/// would take some percent of a sampling step.
 using Buffer = std::array<char, 16384>;
 
-/// The text of a small file, in `buffer`, relative to the open directory `directory`. Of a file
-/// that does not fit, its whole lines that do. Empty, with the reason in `errno`, when it cannot
-/// be read.
-std::optional<std::string_view> readText(int directory, const char* path, std::span<char> buffer) {
-    const FileDescriptor file(openat(directory, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.isOpen()) {
-        return std::nullopt;
+/// The text of a kernel file, in `buffer`; of one that does not fit, its whole lines that do, since
+/// a number cut short would be a wrong one.
+Result<std::string_view> readText(int directory, const char* path, std::span<char> buffer) {
+    auto text = readStart(directory, path, buffer);
+    if (text && text->size() == buffer.size()) {
+        text = text->substr(0, text->rfind('\n') + 1);
     }
-    std::size_t size = 0;
-    while (size < buffer.size()) {
-        const auto count = read(file.get(), buffer.data() + size, buffer.size() - size);
-        if (count == 0) {
-            return std::string_view(buffer.data(), size);
-        }
-        if (count > 0) {
-            size += static_cast<std::size_t>(count);
-        } else if (errno != EINTR) {
-            return std::nullopt;
-        }
-    }
-    const std::string_view text(buffer.data(), size);
-    return text.substr(0, text.rfind('\n') + 1); // a number cut short would be a wrong one
+    return text;
 }
 
 } // namespace
@@ -52,15 +38,18 @@ LinuxProbes::LinuxProbes(const std::string& proc, const std::string& sys, Log& l
     , log_(log) {}
 
 std::optional<std::int64_t> LinuxProbes::getFreeMemoryPercentage() {
-    unused_ = readMemInfo();
-    return unused_ ? freeMemoryPercentage(*unused_) : std::nullopt;
+    const auto info = readMemInfo();
+    unused_ = info ? std::optional(*info) : std::nullopt;
+    return info ? freeMemoryPercentage(*info) : std::nullopt;
 }
 
 std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
     const auto info = readMemInfo();
     if (!info) {
-        logMessage(log_, "Error getting swap usage (errno: " + std::to_string(errno) + ")",
-                   "general", __FILE__, "getSwapUsage()", __LINE__, LogLevel::error);
+        logMessage(
+            log_,
+            "Error getting swap usage (errno: " + std::to_string(info.error().cause.value()) + ")",
+            "general", __FILE__, "getSwapUsage()", __LINE__, LogLevel::error);
         return std::nullopt;
     }
     const auto usage = swapUsage(*info);
@@ -81,17 +70,15 @@ std::optional<std::uint64_t> LinuxProbes::getPhysicalMemory() {
 
 std::optional<MemoryCounters> LinuxProbes::getMemoryCounters() {
     // Writing this file is the kernel's largest part of a sampling step, so it is asked for once.
-    auto info = std::exchange(unused_, std::nullopt);
-    if (!info) {
-        info = readMemInfo();
-    }
+    const auto unused = std::exchange(unused_, std::nullopt);
+    const auto info = unused ? Result<MemInfo>(*unused) : readMemInfo();
     return info ? memoryCounters(*info, readUnlistedMemory(), pageSize_) : std::nullopt;
 }
 
-std::optional<MemInfo> LinuxProbes::readMemInfo() const {
+Result<MemInfo> LinuxProbes::readMemInfo() const {
     Buffer buffer;
     const auto text = readText(AT_FDCWD, memInfoPath_.c_str(), buffer);
-    return text ? std::optional(parseMemInfo(*text)) : std::nullopt;
+    return text.map(parseMemInfo);
 }
 
 UnlistedMemory LinuxProbes::readUnlistedMemory() const {

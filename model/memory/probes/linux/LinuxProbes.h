@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ports/Log.h"
+#include "base/values/Result.h"
 #include "model/memory/probes/SystemProbes.h"
 #include "model/memory/probes/linux/MemInfo.h"
 
@@ -8,8 +9,8 @@
 
 namespace tidewell {
 
-/// The readings of a Linux machine, from the files of its kernel. MemInfo.cpp defines what counts
-/// as what.
+/// The readings of a Linux machine, from /proc/meminfo and, for ZFS and zram, files beside it.
+/// MemInfo.cpp defines what counts as what.
 ///
 /// A sampling step asks for the percentage and right after it for the counters. Both then tell of
 /// the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read since the
@@ -27,7 +28,7 @@ public:
     std::optional<MemoryCounters> getMemoryCounters() override;
 
 private:
-    std::optional<MemInfo> readMemInfo() const;
+    Result<MemInfo> readMemInfo() const;
     UnlistedMemory readUnlistedMemory() const;
     std::uint64_t readZram() const;
 
@@ -37,7 +38,7 @@ private:
     std::string blockPath_;
     std::uint64_t pageSize_;
     Log& log_;
-    std::optional<MemInfo> unused_;
+    std::optional<MemInfo> unused_; // read for the percentage, not yet for the counters
 };
 
 } // namespace tidewell
