@@ -14,7 +14,7 @@ public:
     DarwinHost& operator=(const DarwinHost&) = delete;
     virtual ~DarwinHost() = default;
 
-    virtual std::variant<ToolResult, ToolFailure> runMemoryPressure() = 0;
+    virtual Result<ToolResult> runMemoryPressure() = 0;
 
     /// Bytes of the value of a kernel variable; 0 when there is no such variable.
     virtual std::size_t sizeOfVariable(const char* name) = 0;

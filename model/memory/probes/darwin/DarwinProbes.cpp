@@ -11,23 +11,23 @@ namespace tidewell {
 
 std::optional<std::int64_t> DarwinProbes::getFreeMemoryPercentage() {
     constexpr std::string_view function = "getFreeMemoryPercentage()";
-    const auto run = host_.runMemoryPressure();
-    if (const auto* failure = std::get_if<ToolFailure>(&run)) {
-        logError("Failed to run memory_pressure: " + failure->description, function, __LINE__);
+    const auto result = host_.runMemoryPressure();
+    if (!result) {
+        logError("Failed to run memory_pressure: " + result.error().description(), function,
+                 __LINE__);
         return std::nullopt;
     }
-    const auto& result = std::get<ToolResult>(run);
-    if (result.status != 0) {
-        if (isUtf8(result.standardError)) {
-            logError("Error running memory_pressure: " + result.standardError, function, __LINE__);
+    if (result->status != 0) {
+        if (isUtf8(result->standardError)) {
+            logError("Error running memory_pressure: " + result->standardError, function, __LINE__);
         }
         return std::nullopt;
     }
-    if (!isUtf8(result.standardOutput)) {
+    if (!isUtf8(result->standardOutput)) {
         logError("Failed to decode memory_pressure output", function, __LINE__);
         return std::nullopt;
     }
-    return parseFreeMemoryPercentage(result.standardOutput);
+    return parseFreeMemoryPercentage(result->standardOutput);
 }
 
 std::optional<SwapUsage> DarwinProbes::getSwapUsage() {

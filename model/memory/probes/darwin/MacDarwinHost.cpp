@@ -29,7 +29,7 @@ MacDarwinHost::~MacDarwinHost() {
     mach_port_deallocate(mach_task_self(), host_);
 }
 
-std::variant<ToolResult, ToolFailure> MacDarwinHost::runMemoryPressure() {
+Result<ToolResult> MacDarwinHost::runMemoryPressure() {
     return memoryPressure_.run();
 }
 

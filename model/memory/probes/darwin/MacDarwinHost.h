@@ -12,7 +12,7 @@ public:
     MacDarwinHost();
     ~MacDarwinHost() override;
 
-    std::variant<ToolResult, ToolFailure> runMemoryPressure() override;
+    Result<ToolResult> runMemoryPressure() override;
     std::size_t sizeOfVariable(const char* name) override;
     VariableRead readVariable(const char* name, std::span<std::byte> buffer) override;
     std::optional<std::uint64_t> pageSize() override;

@@ -19,7 +19,7 @@ namespace tidewell {
 
 namespace {
 
-/// For calls that return an error number.
+/// For calls that return an errno value.
 void check(int error) {
     if (error != 0) {
         throw std::system_error(error, std::generic_category());
@@ -37,8 +37,8 @@ struct Pipe {
     FileDescriptor writeEnd;
 };
 
-/// Both ends are kept from other children of this process, and are clear of the numbers of the
-/// standard streams, which the child's copies take even where this process has closed its own.
+/// Both ends are close-on-exec, and above STDERR_FILENO: where this process has closed its standard
+/// streams, the child's dup2() would overwrite them.
 Pipe makePipe() {
     std::array<int, 2> ends{};
     checked(pipe(ends.data()));
@@ -134,8 +134,9 @@ ToolResult runToEnd(const std::string& path) {
     Stream error(std::move(errorPipe.readEnd));
     std::optional<int> status;
     while (!status && (output.isOpen() || error.isOpen())) {
-        // Both outputs end with the tool, unless it leaves something behind that holds them open.
-        // POSIX has no wait for either event, so only then the exit is noticed this much late.
+        // Both pipes reach their end with the tool, unless a child process that it leaves behind
+        // holds them open. POSIX cannot wait for a pipe and a process at once, so then the exit is
+        // noticed this late.
         constexpr int milliseconds = 50;
         std::array requests{output.request(), error.request()};
         const bool ready = poll(requests.data(), requests.size(), milliseconds) > 0;
@@ -163,11 +164,11 @@ ToolResult runToEnd(const std::string& path) {
 
 } // namespace
 
-std::variant<ToolResult, ToolFailure> ToolRunner::run() const {
+Result<ToolResult> ToolRunner::run() const {
     try {
         return runToEnd(path_);
     } catch (const std::system_error& error) {
-        return ToolFailure{error.code().message()};
+        return failure(error.code().message());
     }
 }
 

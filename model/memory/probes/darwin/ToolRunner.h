@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/values/Result.h"
+
 #include <string>
-#include <variant>
 
 namespace tidewell {
 
@@ -12,21 +13,16 @@ struct ToolResult {
     std::string standardError;  ///< likewise
 };
 
-/// Why a tool could not be run, in words for the log.
-struct ToolFailure {
-    std::string description;
-};
-
 /// Runs one program, without arguments, in this program's environment.
 class ToolRunner {
 public:
     explicit ToolRunner(std::string path)
         : path_(std::move(path)) {}
 
-    /// Starts the tool and blocks until it has exited, however long that takes; any amount of
-    /// output is taken in meanwhile. What the tool leaves running with its output open is not
+    /// Starts the tool with posix_spawn and blocks until it has exited, however long that takes and
+    /// however much it writes. Child processes that it leaves behind with the pipes open are not
     /// waited for. Any thread; the process must not ignore SIGCHLD, or there is no exit status.
-    std::variant<ToolResult, ToolFailure> run() const;
+    Result<ToolResult> run() const;
 
 private:
     std::string path_;

@@ -14,7 +14,7 @@ namespace {
 /// A Mac whose answers the test sets.
 class FakeDarwinHost final : public DarwinHost {
 public:
-    std::variant<ToolResult, ToolFailure> runMemoryPressure() override { return tool; }
+    Result<ToolResult> runMemoryPressure() override { return tool; }
     std::size_t sizeOfVariable(const char*) override { return size; }
     VariableRead readVariable(const char*, std::span<std::byte> buffer) override {
         const auto value = std::as_bytes(std::span(variable));
@@ -25,7 +25,7 @@ public:
     std::optional<std::uint64_t> pageSize() override { return std::nullopt; }
     std::optional<VmStatistics> vmStatistics() override { return VmStatistics{}; }
 
-    std::variant<ToolResult, ToolFailure> tool;
+    Result<ToolResult> tool;
     std::vector<std::uint64_t> variable{4, 3, 1, 16384}; ///< figures, page size and flags
     std::size_t size = 32;                               ///< in bytes, as reported
     int error = 0;
@@ -48,9 +48,9 @@ TEST_F(DarwinProbesTest, ReadsThePercentageOfTheToolAndLogsWhyThereIsNone) {
     const std::string summary = "System-wide memory free percentage: 63%\n";
     host.tool = ToolResult{0, "The system has memory\n" + summary, "\xff ignored"};
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 63);
-    using Answer = std::pair<std::variant<ToolResult, ToolFailure>, std::string>;
+    using Answer = std::pair<Result<ToolResult>, std::string>;
     for (const auto& [answer, reason] :
-         {Answer{ToolFailure{"No such file"}, "Failed to run memory_pressure: No such file"},
+         {Answer{failure("No such file"), "Failed to run memory_pressure: No such file"},
           Answer{ToolResult{9, summary, "höhö\n"}, "Error running memory_pressure: höhö\n"},
           Answer{ToolResult{0, summary + "\xc3", "x"},
                  "Failed to decode memory_pressure output"}}) {

@@ -17,7 +17,7 @@ protected:
     ToolResult run(const std::string& script) {
         const auto path = folder.write("tool", "#!/bin/sh\n" + script + "\n");
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-        return std::get<ToolResult>(ToolRunner(path).run());
+        return ToolRunner(path).run().value();
     }
 
     TemporaryFolder folder;
@@ -49,8 +49,8 @@ TEST_F(ToolRunnerTest, SaysWhyAToolCannotBeStartedAndLeavesNoDescriptorAndNoChil
         return std::distance(begin(open), end(open));
     };
     const auto before = descriptors();
-    const auto failure = ToolRunner(folder.path() / "missing").run();
-    EXPECT_EQ(std::get<ToolFailure>(failure).description, "No such file or directory");
+    const auto result = ToolRunner(folder.path() / "missing").run();
+    EXPECT_EQ(result.error().description(), "No such file or directory");
     EXPECT_EQ(descriptors(), before);
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
