@@ -6,8 +6,8 @@
 
 namespace tidewell {
 
-// What the program says of itself, each with the text that stands in where the bundle's
-// information dictionary does not tell. Any thread.
+// What the program says of itself, each with a fallback where the information dictionary lacks the
+// key. Any thread.
 
 std::string applicationName(const Bundle& bundle); ///< or "Unknown"
 std::string version(const Bundle& bundle);         ///< or "No version"

@@ -4,8 +4,8 @@
 
 namespace tidewell {
 
-/// The registration of this program with the programs that start when the user logs in. Main
-/// thread; both may write a small file, and say why they failed.
+/// Whether this program starts when the user logs in (autostart). Main thread; both may write a
+/// small file.
 class LoginItem {
 public:
     LoginItem() = default;

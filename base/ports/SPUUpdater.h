@@ -25,8 +25,8 @@ struct SUAppcastItem {
     std::string versionString; ///< as it is shown to the user
 };
 
-/// Is told what an updater's checks found, silent ones and the user's alike, on the main thread. A
-/// check that fails or is called off tells nothing.
+/// Called on the main thread with the result of each check of an updater, silent or not. A check
+/// that fails or is cancelled calls nothing.
 class SPUUpdaterDelegate {
 public:
     SPUUpdaterDelegate(const SPUUpdaterDelegate&) = delete;
@@ -59,7 +59,7 @@ public:
     [[nodiscard]] virtual Subscription
     observeCanCheckForUpdates(std::function<void(bool canCheck)> observer) = 0;
 
-    // The user's choices, which the updater keeps in the preferences.
+    // The user's choices, which the updater stores under its `UpdaterPreferences`.
 
     virtual bool automaticallyChecksForUpdates() const = 0;
     virtual void setAutomaticallyChecksForUpdates(bool automatically) = 0;

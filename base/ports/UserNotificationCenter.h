@@ -9,7 +9,7 @@
 
 namespace tidewell {
 
-/// What a program may ask to be allowed.
+/// What a program may ask permission for.
 enum class AuthorizationOptions : unsigned { badge = 1, sound = 2, alert = 4 };
 constexpr AuthorizationOptions operator|(AuthorizationOptions a, AuthorizationOptions b) {
     return static_cast<AuthorizationOptions>(static_cast<unsigned>(a) | static_cast<unsigned>(b));

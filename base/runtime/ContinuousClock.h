@@ -7,8 +7,8 @@
 
 namespace tidewell {
 
-/// A monotonic clock that goes on counting while the machine sleeps. It must outlive the tasks
-/// that sleep on it. All operations may be called from any thread.
+/// A monotonic clock that goes on counting while the machine is suspended. It must outlive the
+/// tasks that sleep on it. All operations may be called from any thread.
 class ContinuousClock {
 public:
     using Duration = std::chrono::nanoseconds;
@@ -32,8 +32,7 @@ public:
     virtual void cancelAlarm(AlarmId alarm) = 0;
 };
 
-/// `seconds` later than `start`. Not a number counts as 0, and what does not fit is cut to the
-/// end of the clock's range (292 years).
+/// `seconds` later than `start`, clamped to the clock's range (292 years). NaN counts as 0.
 ContinuousClock::Instant after(ContinuousClock::Instant start, double seconds);
 
 enum class SleepResult { elapsed, cancelled };

@@ -9,8 +9,8 @@
 
 namespace tidewell {
 
-/// An executor with a thread of its own, which starts with the first job and is asleep while the
-/// queue is empty.
+/// An executor with a thread of its own, which starts with the first job and blocks while the queue
+/// is empty.
 /// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
 /// destroyed by one of its own jobs.
 class SerialExecutor final : public Executor {

@@ -1,6 +1,6 @@
 #include "base/text/ByteText.h"
 
-#include "base/text/KeptNumberFormatter.h"
+#include "base/text/CachedNumberFormatter.h"
 #include "base/text/UserLocale.h"
 
 #include <algorithm>
@@ -20,8 +20,8 @@ struct Unit {
 constexpr std::array units{Unit{"bytes", 0, 1}, Unit{"KB", 10, 1}, Unit{"MB", 20, 10},
                            Unit{"GB", 30, 100}, Unit{"TB", 40, 100}};
 
-/// `magnitude` in the parts of `unit`, half to even. Whole units and the rest are scaled apart, so
-/// that nothing overflows.
+/// `magnitude` in parts of `unit`, rounded half to even. Whole units and the rest are scaled
+/// separately, so that nothing overflows.
 std::uint64_t partsOf(std::uint64_t magnitude, const Unit& unit) {
     const std::uint64_t size = std::uint64_t{1} << unit.shift;
     const std::uint64_t scaledRest = (magnitude & (size - 1)) * unit.fraction;
@@ -55,7 +55,7 @@ std::string byteText(std::int64_t count, const std::string& localeIdentifier) {
     const double value = static_cast<double>(parts) / static_cast<double>(unit.fraction);
 
     // This formatter's first use dirties 28 KB, the older DecimalFormat's 52.
-    static thread_local KeptNumberFormatter formatter(
+    static thread_local CachedNumberFormatter formatter(
         icu::number::NumberFormatter::with().precision(icu::number::Precision::maxFraction(2)));
     UErrorCode status = U_ZERO_ERROR;
     std::string text;

@@ -15,7 +15,7 @@ std::string byteText(std::int64_t count);
 /// The same in the locale named, such as "de_DE".
 std::string byteText(std::int64_t count, const std::string& localeIdentifier);
 
-/// The text of a size in bytes; one beyond what `byteText` counts to reads as the largest.
+/// The text of a size in bytes; clamped to what `byteText` takes.
 std::string sizeText(std::uint64_t size);
 
 } // namespace tidewell

@@ -8,11 +8,11 @@
 
 namespace tidewell {
 
-/// Keeps the formatter of the locale that it was last asked for: making one takes longer than all
-/// the rest of a row that is painted. One thread.
-class KeptNumberFormatter final {
+/// Caches the formatter of the locale that was asked for last: making one takes longer than
+/// painting a row of a list. One thread.
+class CachedNumberFormatter final {
 public:
-    explicit KeptNumberFormatter(icu::number::UnlocalizedNumberFormatter settings)
+    explicit CachedNumberFormatter(icu::number::UnlocalizedNumberFormatter settings)
         : settings_(std::move(settings)) {}
 
     /// Good until the next call.

@@ -1,6 +1,6 @@
 #include "base/text/IntegerText.h"
 
-#include "base/text/KeptNumberFormatter.h"
+#include "base/text/CachedNumberFormatter.h"
 #include "base/text/UserLocale.h"
 
 namespace tidewell {
@@ -10,7 +10,7 @@ std::string integerText(std::int64_t value) {
 }
 
 std::string integerText(std::int64_t value, const std::string& localeIdentifier) {
-    static thread_local KeptNumberFormatter formatter(
+    static thread_local CachedNumberFormatter formatter(
         icu::number::NumberFormatter::with().grouping(UNUM_GROUPING_OFF));
     UErrorCode status = U_ZERO_ERROR;
     std::string text;

@@ -2,8 +2,9 @@
 
 namespace tidewell {
 
-/// Marks a text of a part that knows no toolkit, for tools/translations: it is translated under
-/// `context` where it is shown.
+/// Marks a text for translation in code that does not use Qt, as QT_TRANSLATE_NOOP does elsewhere.
+/// Both arguments are literals, which lupdate finds; whoever shows the text calls
+/// QCoreApplication::translate() with the same context.
 constexpr const char* translatable(const char* /*context*/, const char* text) {
     return text;
 }

@@ -9,7 +9,7 @@
 
 namespace tidewell {
 
-// For the plain texts of the kernel and of desktops. Any thread.
+// Splits plain text such as the files of /proc and desktop entries. Any thread.
 
 /// Takes the next line off the front of `text`, without its end.
 inline std::string_view takeLine(std::string_view& text) {

@@ -27,8 +27,8 @@ public:
     int get() const { return descriptor_; }
     bool isOpen() const { return descriptor_ >= 0; }
 
-    /// Ends with no descriptor in any case; -1 with the reason in `errno` where what was written
-    /// may not have reached the file, 0 otherwise and where there was none.
+    /// As close(2): -1 with the reason in `errno` where what was written may not have reached the
+    /// file. The descriptor is gone in any case; 0 where there was none.
     int close() { return isOpen() ? ::close(std::exchange(descriptor_, -1)) : 0; }
 
 private:

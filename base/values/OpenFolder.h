@@ -9,7 +9,7 @@ struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-/// Owns a folder that is open for being listed, or none.
+/// Owns a directory stream, as opendir(3) gives it, or none.
 using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
 
 } // namespace tidewell

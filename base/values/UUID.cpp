@@ -6,7 +6,7 @@ namespace tidewell {
 
 namespace {
 
-// Where the canonical form has its hyphens, as numbers of the bytes that follow them.
+// Whether the canonical form has a hyphen before this byte.
 constexpr bool hyphenBefore(std::size_t byte) {
     return byte == 4 || byte == 6 || byte == 8 || byte == 10;
 }

@@ -27,7 +27,7 @@ namespace tidewell {
 class MemoryWatcher final : public ObservableObject,
                             public std::enable_shared_from_this<MemoryWatcher> {
 public:
-    /// What the watcher stands on. All of it must outlive the watcher and its loops.
+    /// What the watcher depends on. All of it must outlive the watcher and its loops.
     struct Environment {
         SystemProbes& probes;
         UserDefaults& defaults;
@@ -77,7 +77,7 @@ public:
         return memoryPressureArray_.get();
     }
     const std::vector<SwapItem>& swapUsedArray() const { return swapUsedArray_.get(); }
-    /// Of physical memory; keeps its value while that is unknown, and exceeds 100 where the
+    /// Percent of physical memory. Keeps its value while that is unknown, and exceeds 100 where the
     /// system's figures contradict each other.
     double usedMemoryPercentage() const { return usedMemoryPercentage_.get(); }
     std::uint64_t swapTotal() const { return swapTotal_.get(); } ///< bytes, as the next two

@@ -1,4 +1,4 @@
-// How the watcher's histories outlast the program.
+// Saves the watcher's histories and loads them again at the next start.
 
 #include "model/memory/DataContainerJson.h"
 #include "model/memory/MemoryWatcher.h"

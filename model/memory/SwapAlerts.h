@@ -15,7 +15,7 @@ WarningLevel classifySwap(std::uint64_t physical, std::uint64_t swapUsed);
 
 enum class SwapAlert { low, warning, high };
 
-/// The alert that a check posts which found `next` after `previous`. The upper levels are told at
+/// The alert to post when a check finds `next` after `previous`: the upper two levels alert at
 /// every check, the low one only when it is entered.
 std::optional<SwapAlert> swapAlertFor(WarningLevel previous, WarningLevel next);
 

@@ -9,9 +9,9 @@
 
 namespace tidewell {
 
-/// Calls a callback on the main thread, at once and then again and again. The pause counts from
-/// the callback's return, and missed calls are not made up for: after the machine slept through
-/// several pauses, one call follows.
+/// Calls a callback on the main thread, at once and then periodically. The pause counts from the
+/// callback's return, and missed calls are not made up for: after a suspend of several pauses, one
+/// call follows.
 ///
 /// Owned by a `std::shared_ptr`. Waits on an executor of its own; only the callback runs on the
 /// main thread. A running loop keeps the scheduler alive, and the scheduler its callback.

@@ -57,7 +57,7 @@ void SparkleModel::cancelLoop() {
 
 Task<void> SparkleModel::checkPeriodically(std::weak_ptr<SPUUpdater> updater, double interval,
                                            ContinuousClock* clock) {
-    // False for what is not a number, too.
+    // False for NaN, too.
     const double pause = interval >= 0 ? interval : std::numeric_limits<double>::infinity();
     for (;;) {
         const bool isCancelled = co_await currentTaskIsCancelled();

@@ -52,7 +52,7 @@ public:
     void scheduleUpdateChecks();
 
     /// The second half of `scheduleUpdateChecks()`. The interval is the updater's at this moment.
-    /// One that is negative or not a number is never over, like one that is too long for the clock.
+    /// One that is negative, NaN or too long for the clock never elapses.
     void startUpdateCheckLoop();
 
 private:

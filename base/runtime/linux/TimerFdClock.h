@@ -8,9 +8,9 @@
 
 namespace tidewell {
 
-/// The real clock: CLOCK_BOOTTIME, with one kernel timer for all alarms. An event loop has to wait
-/// until `fileDescriptor()` is readable and then call `ringDueAlarms()`; alarms ring inside that
-/// call, on its thread. An alarm that came due while the machine slept rings right after it wakes.
+/// The real clock: CLOCK_BOOTTIME, with one timerfd for all alarms. An event loop has to poll
+/// `fileDescriptor()` and call `ringDueAlarms()` when it is readable; alarms ring inside that call,
+/// on its thread. An alarm that came due during a suspend rings right after the resume.
 class TimerFdClock final : public ContinuousClock {
 public:
     /// Throws std::system_error where the kernel gives no timer.

@@ -6,7 +6,7 @@
 #include <array>
 #include <limits>
 
-// How Linux memory is told in the words of the breakdown. A page is in exactly one of these:
+// Which lines of /proc/meminfo count as what. Every page is in exactly one of these:
 //
 // free        Holds nothing (MemFree).
 // cached      Contents of files that can be read again, and kernel objects that can be made again:
@@ -16,9 +16,9 @@
 // app         What programs wrote: AnonPages + Shmem. Internal pages. Shmem is shared memory and
 //             the files of tmpfs; the kernel lists it within Cached, yet without swap it can go
 //             nowhere. None of it is purgeable: pages that a program allowed to be freed lazily
-//             are not counted apart.
-// compressed  The memory that compressed pages take up, not what they would fill unpacked: Zswap,
-//             and of every zram device its mem_used_total. Compressor pages.
+//             have no line of their own.
+// compressed  The memory that compressed pages take up, not their uncompressed size: Zswap, and of
+//             every zram device its mem_used_total. Compressor pages.
 // wired       The rest: the kernel itself, page tables, huge pages, drivers, the ZFS minimum.
 // used        App, wired and compressed, which is everything neither free nor cached.
 //
@@ -82,8 +82,8 @@ MemInfo parseMemInfo(std::string_view text) {
 }
 
 std::uint64_t zramKilobytes(std::string_view mmStat) {
-    takeWord(mmStat); // size of what is stored, unpacked
-    takeWord(mmStat); // and packed
+    takeWord(mmStat); // orig_data_size
+    takeWord(mmStat); // compr_data_size, without the fragmentation that mem_used_total counts
     return number<std::uint64_t>(takeWord(mmStat)).value_or(0) / 1024;
 }
 

@@ -6,9 +6,9 @@
 
 namespace tidewell {
 
-/// What /proc/meminfo tells, as far as it is used here: kilobytes of 1,024 bytes, each below 2^54,
-/// so that bytes, hundredfolds and sums of a few fit in 64 bits. A line that is missing or holds
-/// no such number is empty.
+/// The lines of /proc/meminfo that are used here, in kilobytes of 1,024 bytes. Each is below 2^54,
+/// so that its bytes, its hundredfold and sums of a few fit in 64 bits. Empty where the line is
+/// missing or holds no such number.
 struct MemInfo {
     using Kilobytes = std::optional<std::uint64_t>;
 
@@ -25,10 +25,10 @@ struct MemInfo {
     Kilobytes reclaimableSlab;
 };
 
-/// Memory that /proc/meminfo counts under no name of its own, in the same kilobytes.
+/// Memory that has no line of its own in /proc/meminfo, in the same kilobytes.
 struct UnlistedMemory {
-    std::uint64_t zram = 0;         ///< taken up by compressed RAM disks
-    std::uint64_t evictableZfs = 0; ///< what the ZFS cache would give back
+    std::uint64_t zram = 0;         ///< that zram devices take up
+    std::uint64_t evictableZfs = 0; ///< of the ZFS cache (ARC), above its minimum
 };
 
 /// Reads the text of /proc/meminfo. Any text will do; of a line that comes twice, the first counts.
@@ -37,7 +37,7 @@ MemInfo parseMemInfo(std::string_view text);
 /// Memory taken up by one zram device, from the text of its mm_stat; 0 when there is no figure.
 std::uint64_t zramKilobytes(std::string_view mmStat);
 
-/// What the ZFS cache can shrink by, from the text of its arcstats; 0 when there are no figures.
+/// What the ZFS cache (ARC) can shrink by, from the text of its arcstats; 0 without figures.
 std::uint64_t evictableZfsKilobytes(std::string_view arcStats);
 
 /// Percent of memory that programs could still get, 0 to 100, truncated.
