@@ -45,23 +45,27 @@ bool hasOtherDisplay() {
     return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-/// Makes Qt choose X11 where it has the choice, unless the user chose: a Wayland client cannot
-/// place its windows, so the panel could not lie beside the status item. Lasts as long as this: it
-/// is not to be the choice of the programs that this one starts.
-class PreferringX11 final {
+/// Gives an environment variable a value, or none, for as long as this lives: it is not to be
+/// inherited by the programs that this one starts.
+class TemporaryVariable final {
 public:
-    PreferringX11() = default;
-    PreferringX11(const PreferringX11&) = delete;
-    PreferringX11& operator=(const PreferringX11&) = delete;
-    ~PreferringX11() {
-        if (isOurs_) {
-            qunsetenv("QT_QPA_PLATFORM");
-        }
+    /// A null array removes the variable.
+    TemporaryVariable(const char* name, const QByteArray& value)
+        : name_(name)
+        , before_(qgetenv(name)) {
+        set(value);
     }
+    TemporaryVariable(const TemporaryVariable&) = delete;
+    TemporaryVariable& operator=(const TemporaryVariable&) = delete;
+    ~TemporaryVariable() { set(before_); }
 
 private:
-    bool isOurs_ =
-        isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM") && qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    void set(const QByteArray& value) const {
+        value.isNull() ? qunsetenv(name_) : qputenv(name_, value);
+    }
+
+    const char* name_;
+    QByteArray before_;
 };
 
 /// A program may be started without standard streams. Their numbers would go to the next files
@@ -83,11 +87,14 @@ void logError(Log& log, std::string_view message, std::string_view function, std
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle) {
     std::unique_ptr<QApplication> application;
     {
-        const PreferringX11 choice;
-        // No platform theme and no style but Qt's own: see DesktopLook.
-        const ScopedVariable theme("QT_QPA_PLATFORMTHEME", {});
-        const ScopedVariable style("QT_STYLE_OVERRIDE", {});
-        QGuiApplication::setDesktopSettingsAware(false);
+        // A Wayland client cannot place its windows, so the panel could not lie beside the status
+        // item: X11 where Qt has the choice, unless the user chose.
+        const bool prefersX11 = isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM");
+        const TemporaryVariable platform("QT_QPA_PLATFORM",
+                                         prefersX11 ? "xcb;wayland" : qgetenv("QT_QPA_PLATFORM"));
+        // A session manager that hangs would block the start, and one that crashes would end the
+        // program: libICE calls exit(). What it tells, the end of the X server tells as well.
+        const TemporaryVariable sessionManager("SESSION_MANAGER", {});
         application = std::make_unique<QApplication>(argc, argv);
     }
     // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep

@@ -1,7 +1,6 @@
 #include "desktop/session/ProgramEnd.h"
 
-#include <QGuiApplication>
-#include <QSessionManager>
+#include <QCoreApplication>
 
 #include <atomic>
 #include <cassert>
@@ -16,10 +15,6 @@ namespace {
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<ProgramEnd*> current = nullptr;
 
-void answer(QSessionManager& manager) {
-    manager.setRestartHint(QSessionManager::RestartNever);
-}
-
 } // namespace
 
 ProgramEnd::ProgramEnd(std::function<void()> ends)
@@ -29,12 +24,7 @@ ProgramEnd::ProgramEnd(std::function<void()> ends)
     static const int registered = std::atexit(&ProgramEnd::atExit);
     static_cast<void>(registered);
 
-    // Directly: the session manager looks at the answers when the signal returns.
-    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, &context_, answer,
-                     Qt::DirectConnection);
-    QObject::connect(qGuiApp, &QGuiApplication::saveStateRequest, &context_, answer,
-                     Qt::DirectConnection);
-    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &context_, [this] { end(); });
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &context_, [this] { end(); });
 }
 
 ProgramEnd::~ProgramEnd() {

@@ -25,6 +25,15 @@ class HangingBuses(DesktopCase):
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
 
 
+class HangingSessionManager(DesktopCase):
+    def test_is_left_out(self):
+        with socket.socket(socket.AF_UNIX) as listening:
+            listening.bind(str(self.desktop.folder / "session-manager"))
+            listening.listen()
+            self.start_with_item(environment={
+                "SESSION_MANAGER": f"local/{socket.gethostname()}:{listening.getsockname()}"})
+
+
 class StoppedDisplay(DesktopCase):
     def test_does_not_keep_the_history_from_being_saved_nor_the_program_from_ending(self):
         tidewell = self.start_with_panel()
