@@ -2,6 +2,7 @@
 
 #include "ui/Accessible.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -67,7 +68,11 @@ void drawApplicationIcon(QPainter& painter, const QRectF& square) {
 }
 
 QIcon applicationIcon() {
-    QIcon icon;
+    // Made once: QPixmapCache keeps the pixels that each icon was ever drawn with.
+    QIcon icon = QGuiApplication::windowIcon();
+    if (!icon.isNull()) {
+        return icon;
+    }
     for (const int size : {16, 32, 64}) {
         QPixmap picture(size, size);
         picture.fill(Qt::transparent);
@@ -75,6 +80,7 @@ QIcon applicationIcon() {
         drawApplicationIcon(painter, picture.rect());
         icon.addPixmap(picture);
     }
+    QGuiApplication::setWindowIcon(icon);
     return icon;
 }
 

@@ -25,6 +25,7 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     EXPECT_EQ(first->objectName(), QStringLiteral("about"));
     EXPECT_EQ(first->size(), QSize(400, 160));
     EXPECT_TRUE(first->windowFlags().testFlag(Qt::FramelessWindowHint));
+    const auto icon = first->windowIcon().cacheKey();
     first->showMinimized();
     windows.openWindow(about);
     EXPECT_EQ(windows.window(about), first);
@@ -35,6 +36,7 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     ASSERT_TRUE(QTest::qWaitFor([&windows] { return windows.window(about) == nullptr; }));
     windows.openWindow(about);
     EXPECT_EQ(made, 2) << "content is made anew with each opening";
+    EXPECT_EQ(windows.window(about)->windowIcon().cacheKey(), icon) << "but the icon is not";
 }
 
 std::optional<QRect> noPlace() {
