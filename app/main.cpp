@@ -4,13 +4,15 @@
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/FileUserDefaults.h"
 #include "desktop/files/JournalLog.h"
+#include "desktop/files/RunningProgram.h"
 #include "desktop/files/UserFolders.h"
-#include "desktop/session/HangingBuses.h"
 #include "desktop/session/PowerOffMonitor.h"
 #include "desktop/session/ProgramEnd.h"
 #include "desktop/session/ScopedVariable.h"
+#include "desktop/session/SessionBusReturn.h"
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
+#include "desktop/session/UsableBuses.h"
 #include "desktop/statusitem/X11.h"
 #include "model/memory/DataContainerJson.h"
 #include "model/preferences/StoredPreferences.h"
@@ -170,10 +172,16 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
         QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
 
     std::string next;
-    Platform platform(bundle, log, [&next](const QString& program) {
-        next = QFile::encodeName(program).toStdString();
+    const auto restart = [&next](std::string program) {
+        next = std::move(program);
         QCoreApplication::exit(EXIT_SUCCESS);
+    };
+    Platform platform(bundle, log, [&restart](const QString& program) {
+        restart(QFile::encodeName(program).toStdString());
     });
+    // Everything that stands on the bus is made anew by starting anew.
+    const SessionBusReturn busReturn(
+        QDBusConnection::sessionBus(), [&restart] { restart(installedProgram()); }, log);
     TidewellApp app(platform.environment());
     const WaysOut waysOut(app.historySaving(), log);
     instance.onActivate([&app] { app.openPanel(); });
@@ -214,7 +222,7 @@ int main(int argc, char** argv) {
                  "main()", __LINE__);
         return EXIT_FAILURE;
     }
-    leaveOutHangingBuses(1s, log);
+    leaveOutUnusableBuses(1s, log);
     const Ending ending = runProgram(argc, argv, bundle, std::move(server), log);
     return ending.next.empty() ? ending.status : startNext(ending.next, log);
 }

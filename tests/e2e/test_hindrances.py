@@ -8,6 +8,9 @@ from case import DesktopCase
 from desktop import wait_for
 
 
+NAME = "net.tidewell.Tidewell"
+
+
 class HangingBuses(DesktopCase):
     host = None
 
@@ -23,6 +26,33 @@ class HangingBuses(DesktopCase):
         for bus in ("session", "system"):
             self.assertIn(f"The {bus} bus does not answer", tidewell.log())
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+
+
+class SessionBus(DesktopCase):
+    host = None
+
+    def test_is_used_again_when_it_comes_back(self):
+        self.need_plain_log()
+        tidewell = self.start()
+        wait_for("the label window", tidewell.label_window)
+        wait_for("the name on the bus", lambda: self.desktop.owner(NAME))
+        process = self.desktop.bus_processes["session"]
+        self.desktop.forget_buses()
+        process.kill()
+        tidewell.wait_for_log("The session bus is gone")
+        self.assertTrue(tidewell.label_window())
+        (self.desktop.folder / "session-bus").unlink()
+        self.desktop.start_bus("session", "services")
+        wait_for("the name on the new bus", lambda: self.desktop.owner(NAME))
+        wait_for("the label window again", tidewell.label_window)
+        self.assertEqual(tidewell.log().count("error: "), 1)
+        self.assertTrue(tidewell.history()["memoryPressureArray"])
+
+    def test_is_not_started_where_there_is_none(self):
+        before = self.desktop.names_of_processes()
+        tidewell = self.start(environment={"DBUS_SESSION_BUS_ADDRESS": ""})
+        wait_for("the label window", tidewell.label_window)
+        self.assertEqual(self.desktop.names_of_processes() - before, {"tidewell"})
 
 
 class HangingSessionManager(DesktopCase):

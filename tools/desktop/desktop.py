@@ -106,6 +106,7 @@ class Session:
         self.folder = folder
         self.environment = {}
         self._connections = {}
+        self.bus_processes = {}
         self._children = []
 
     # -- programs -----------------------------------------------------------------------------
@@ -153,6 +154,12 @@ class Session:
         if address not in self._connections:
             self._connections[address] = dbus.bus.BusConnection(address)
         return self._connections[address]
+
+    def forget_buses(self):
+        """Closes the connections, so that a bus can go and come back."""
+        for connection in self._connections.values():
+            connection.close()
+        self._connections.clear()
 
     def owner(self, name):
         """The bus name's owner, or None."""
@@ -272,15 +279,14 @@ class Desktop(Session):
         configuration = self.folder / f"{kind}.conf"
         configuration.write_text(BUS_CONFIGURATION.format(
             type=kind, socket=socket, services=self.folder / services))
-        self.start("dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile",
-                   name=f"{kind}-bus")
+        self.bus_processes[kind] = self.start(
+            "dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile",
+            name=f"{kind}-bus")
         wait_for(f"the {kind} bus", socket.exists)
         return f"unix:path={socket}"
 
     def close(self):
-        for connection in self._connections.values():
-            connection.close()
-        self._connections.clear()
+        self.forget_buses()
         for number, patience in ((signal.SIGTERM, 3), (signal.SIGKILL, 5)):
             processes = self.processes()
             for process in processes:
@@ -307,6 +313,10 @@ class Desktop(Session):
         # Our own children stay until they are waited for.
         ended = {child.pid for child in self._children if child.poll() is not None}
         return [number for number in found if number not in ended]
+
+    def names_of_processes(self):
+        return {pathlib.Path(f"/proc/{each}/comm").read_text().strip()
+                for each in self.processes()}
 
     # -- what is on it ------------------------------------------------------------------------
 

@@ -1,8 +1,10 @@
-#include "desktop/session/HangingBuses.h"
+#include "desktop/session/UsableBuses.h"
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <string_view>
 
 #include <systemd/sd-bus.h>
 
@@ -39,21 +41,46 @@ bool hangs(int (*open)(sd_bus**), Milliseconds patience) {
     return result == -ETIMEDOUT || result == -EAGAIN;
 }
 
+// No transport of that name: connecting fails at once.
+constexpr auto nowhere = "disabled:";
+constexpr auto sessionVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+/// Whether libdbus would start a bus, as dbus-launch does.
+bool wouldBeStarted() {
+    const char* address = std::getenv(sessionVariable);
+    if (address != nullptr && *address != '\0') {
+        return std::string_view(address).starts_with("autolaunch:");
+    }
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    std::error_code error;
+    return runtime == nullptr ||
+           !std::filesystem::is_socket(std::filesystem::path(runtime) / "bus", error);
+}
+
 } // namespace
 
-void leaveOutHangingBuses(Milliseconds patience, Log& log) {
+bool sessionBusAccepts() {
+    sd_bus* bus = nullptr;
+    const int result = sd_bus_open_user(&bus); // only starts connecting
+    sd_bus_close_unref(bus);
+    return result >= 0;
+}
+
+void leaveOutUnusableBuses(Milliseconds patience, Log& log) {
+    if (wouldBeStarted()) {
+        setenv(sessionVariable, nowhere, 1);
+    }
     struct Bus {
         std::string name;
         int (*open)(sd_bus**);
         const char* variable;
     };
-    for (const Bus& bus : {Bus{"session", sd_bus_open_user, "DBUS_SESSION_BUS_ADDRESS"},
+    for (const Bus& bus : {Bus{"session", sd_bus_open_user, sessionVariable},
                            Bus{"system", sd_bus_open_system, "DBUS_SYSTEM_BUS_ADDRESS"}}) {
         if (hangs(bus.open, patience)) {
             logMessage(log, "The " + bus.name + " bus does not answer: going on without it.",
-                       "general", __FILE__, "leaveOutHangingBuses(patience:)", __LINE__,
-                       LogLevel::error);
-            setenv(bus.variable, "disabled:", 1); // no transport of that name: fails at once
+                       "general", __FILE__, "leaveOutUnusableBuses()", __LINE__, LogLevel::error);
+            setenv(bus.variable, nowhere, 1);
         }
     }
 }
