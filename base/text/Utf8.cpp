@@ -10,7 +10,7 @@ std::optional<char32_t> takeCharacter(std::string_view& text) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion" // within ICU's macro
 #pragma GCC diagnostic ignored "-Wsign-conversion"
-    U8_NEXT(text.data(), next, text.size(), character);
+    U8_NEXT(text, next, text.size(), character); // NOLINT(bugprone-inc-dec-in-conditions)
 #pragma GCC diagnostic pop
     if (character < 0) {
         return std::nullopt;

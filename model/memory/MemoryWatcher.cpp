@@ -57,9 +57,11 @@ void MemoryWatcher::startScheduler() {
 }
 
 Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {
-    co_await repeatOnPollingInterval(
-        self, +[](Self watcher) { watcher->performWork(); }, &self->environment_.defaults,
-        &self->environment_.clock);
+    // By value, since the step of another model is a coroutine.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
+    const auto step = +[](Self watcher) { watcher->performWork(); };
+    co_await repeatOnPollingInterval(self, step, &self->environment_.defaults,
+                                     &self->environment_.clock);
     // A loop that was replaced ends only after its successor was started.
     if (run == self->run_) {
         self->isRunning_ = false;
