@@ -23,12 +23,8 @@ SparkleModel::SparkleModel(Environment environment)
     updater_ = std::move(updater);
 }
 
-SparkleModel::~SparkleModel() {
-    cancelLoop();
-}
-
 void SparkleModel::scheduleUpdateChecks() {
-    cancelLoop();
+    schedulerTask_.cancel();
     SPUUpdater* const present = updater();
     if (present == nullptr) {
         return;
@@ -41,17 +37,11 @@ void SparkleModel::scheduleUpdateChecks() {
 }
 
 void SparkleModel::startUpdateCheckLoop() {
-    cancelLoop();
+    schedulerTask_.cancel();
     if (const auto& present = updater_.get()) {
-        schedulerTask_ =
-            spawn(environment_.mainThread,
-                  checkPeriodically(present, present->updateCheckInterval(), &environment_.clock));
-    }
-}
-
-void SparkleModel::cancelLoop() {
-    if (auto running = std::exchange(schedulerTask_, std::nullopt)) {
-        running->cancel();
+        schedulerTask_ = OwnedTask(
+            environment_.mainThread,
+            checkPeriodically(present, present->updateCheckInterval(), &environment_.clock));
     }
 }
 
@@ -60,10 +50,6 @@ Task<void> SparkleModel::checkPeriodically(std::weak_ptr<SPUUpdater> updater, do
     // False for NaN, too.
     const double pause = interval >= 0 ? interval : std::numeric_limits<double>::infinity();
     for (;;) {
-        const bool isCancelled = co_await currentTaskIsCancelled();
-        if (isCancelled) {
-            co_return;
-        }
         if (const auto present = updater.lock()) { // must not be kept: its delegate may go
             present->checkForUpdateInformation();
         }

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace tidewell {
 
@@ -32,7 +31,6 @@ public:
     /// Makes the updater, and starts it where the user has automatic checks enabled. A failure to
     /// start is logged and leaves the model without an updater.
     explicit SparkleModel(Environment environment);
-    ~SparkleModel();
 
     /// Published: whether the user can have a check made now.
     bool canCheckForUpdates() const { return canCheckForUpdates_.get(); }
@@ -59,7 +57,6 @@ private:
     void updaterDidFindValidUpdate(SPUUpdater& updater, const SUAppcastItem& item) override;
     void updaterDidNotFindUpdate(SPUUpdater& updater) override;
 
-    void cancelLoop();
     static Task<void> checkPeriodically(std::weak_ptr<SPUUpdater> updater, double interval,
                                         ContinuousClock* clock);
 
@@ -67,7 +64,7 @@ private:
     Published<bool> canCheckForUpdates_{*this};
     Published<std::shared_ptr<SPUUpdater>> updater_{*this};
     Published<bool> isUpdateAvailable_{*this};
-    std::optional<TaskHandle> schedulerTask_;
+    OwnedTask schedulerTask_;
     Subscription canCheckChanges_;
 };
 
