@@ -47,29 +47,6 @@ bool hasOtherDisplay() {
     return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-/// Gives an environment variable a value, or none, for as long as this lives: it is not to be
-/// inherited by the programs that this one starts.
-class TemporaryVariable final {
-public:
-    /// A null array removes the variable.
-    TemporaryVariable(const char* name, const QByteArray& value)
-        : name_(name)
-        , before_(qgetenv(name)) {
-        set(value);
-    }
-    TemporaryVariable(const TemporaryVariable&) = delete;
-    TemporaryVariable& operator=(const TemporaryVariable&) = delete;
-    ~TemporaryVariable() { set(before_); }
-
-private:
-    void set(const QByteArray& value) const {
-        value.isNull() ? qunsetenv(name_) : qputenv(name_, value);
-    }
-
-    const char* name_;
-    QByteArray before_;
-};
-
 /// A program may be started without standard streams. Their numbers would go to the next files
 /// that are opened, and log lines into the bus, say.
 void fillStandardStreams() {
@@ -92,11 +69,15 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
         // A Wayland client cannot place its windows, so the panel could not lie beside the status
         // item: X11 where Qt has the choice, unless the user chose.
         const bool prefersX11 = isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM");
-        const TemporaryVariable platform("QT_QPA_PLATFORM",
-                                         prefersX11 ? "xcb;wayland" : qgetenv("QT_QPA_PLATFORM"));
+        const ScopedVariable platform("QT_QPA_PLATFORM",
+                                      prefersX11 ? "xcb;wayland" : qgetenv("QT_QPA_PLATFORM"));
         // A session manager that hangs would block the start, and one that crashes would end the
         // program: libICE calls exit(). What it tells, the end of the X server tells as well.
-        const TemporaryVariable sessionManager("SESSION_MANAGER", {});
+        const ScopedVariable sessionManager("SESSION_MANAGER", {});
+        // No platform theme and no style but Qt's own: see DesktopLook.
+        const ScopedVariable theme("QT_QPA_PLATFORMTHEME", {});
+        const ScopedVariable style("QT_STYLE_OVERRIDE", {});
+        QGuiApplication::setDesktopSettingsAware(false);
         application = std::make_unique<QApplication>(argc, argv);
     }
     // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep
