@@ -7,6 +7,7 @@
 #include <QByteArray>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <chrono>
@@ -112,6 +113,23 @@ std::filesystem::path afterLinks(const std::filesystem::path& file) {
     return error ? file : resolved;
 }
 
+/// Whether reading will fail again: what is there is no file of preferences. Other failures, EIO or
+/// EMFILE, say, pass.
+bool isLasting(const std::error_code& cause) {
+    return cause == std::errc::file_too_large || cause == std::errc::is_a_directory ||
+           cause == std::errc::not_supported || cause == std::errc::too_many_symbolic_link_levels;
+}
+
+/// Differs from one replacement of the file to the next; empty where there is none.
+std::string versionOf(const std::filesystem::path& file) {
+    struct stat status{};
+    if (::stat(file.c_str(), &status) != 0) {
+        return {};
+    }
+    return std::to_string(status.st_ino) + ' ' + std::to_string(status.st_size) + ' ' +
+           std::to_string(status.st_mtim.tv_sec) + ' ' + std::to_string(status.st_mtim.tv_nsec);
+}
+
 std::string utcTime() {
     const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     std::tm parts{};
@@ -141,26 +159,26 @@ std::optional<DefaultsValue> FileUserDefaults::value(std::string_view key) const
 void FileUserDefaults::set(std::string_view key, DefaultsValue value) {
     json entry = std::visit(EntryOf(), value);
     const auto found = entries_.find(key);
-    if (found == entries_.end()) {
+    if (found == entries_.end() || *found != entry) {
+        unsaved_[std::string(key)] = entry;
         entries_[std::string(key)] = std::move(entry);
-    } else if (*found != entry) {
-        *found = std::move(entry);
-    } else if (!isUnsaved_) {
-        return;
     }
-    isUnsaved_ = true;
-    if (!isKeptInMemory_) {
+    if (!unsaved_.empty() && !isKeptInMemory_) {
         save();
     }
 }
 
 void FileUserDefaults::read() {
+    version_ = versionOf(file_);
     const auto content = readFile(AT_FDCWD, file_.c_str(), largestFile);
-    if (!content) {
-        if (content.error().cause != std::errc::no_such_file_or_directory) {
-            setAside(content.error().description());
-        }
-    } else if (auto entries = parseEntries(*content)) {
+    const std::error_code cause = content ? std::error_code() : content.error().cause;
+    isUnreadable_ = cause && cause != std::errc::no_such_file_or_directory && !isLasting(cause);
+    if (isUnreadable_) {
+        report(content.error().description() + "; it is read again before it is replaced",
+               "read()");
+    } else if (isLasting(cause)) {
+        setAside(content.error().description());
+    } else if (auto entries = parseEntries(content.value_or("{}"))) {
         entries_ = std::move(*entries);
     } else {
         setAside(file_.string() + " is not a JSON object");
@@ -181,19 +199,33 @@ void FileUserDefaults::setAside(const std::string& problem) {
             ? "it stays, and changes last for this run only (setting it aside: " + error.message() +
                   ")"
             : "it was set aside as " + aside.filename().string();
-    logMessage(log_, problem + "; " + outcome, "general", __FILE__, "setAside()", __LINE__,
-               LogLevel::error);
+    report(problem + "; " + outcome, "setAside()");
 }
 
 void FileUserDefaults::save() {
+    if (isUnreadable_ || version_ != versionOf(file_)) {
+        read();
+        entries_.update(unsaved_);
+        if (isUnreadable_ || isKeptInMemory_) {
+            return;
+        }
+    }
     const std::string text = entries_.dump(4, ' ', false, json::error_handler_t::replace) + "\n";
     const auto saved = text.size() > largestFile
                            ? failure("Could not write " + file_.string() + ": it is too large")
                            : replaceFile(file_, text);
-    isUnsaved_ = !saved;
-    if (!saved) {
-        logMessage(log_, saved.error().description(), "general", __FILE__, "save()", __LINE__,
-                   LogLevel::error);
+    if (saved) {
+        unsaved_.clear();
+        reported_.clear();
+        version_ = versionOf(file_);
+    } else {
+        report(saved.error().description(), "save()");
+    }
+}
+
+void FileUserDefaults::report(const std::string& problem, std::string_view function) {
+    if (std::exchange(reported_, problem) != problem) {
+        logMessage(log_, problem, "general", __FILE__, function, __LINE__, LogLevel::error);
     }
 }
 

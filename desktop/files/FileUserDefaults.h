@@ -19,13 +19,18 @@ std::filesystem::path defaultPreferencesFile();
 /// read as never written and stay in the file as they are. Texts are written as UTF-8, with
 /// replacement characters for what is not.
 ///
-/// The file is read once, by the constructor. Each change is on the disk when `set()` returns; the
-/// file is replaced as a whole, so that no failure harms what was there, and a link to it stays a
-/// link. What cannot be written gives one error line. A file that cannot be read, or not as the
-/// above, is set aside under its name with ".unreadable-" and the time appended, with one error
-/// line, and the preferences start empty; where even that fails nothing is written in this run.
-/// One thread, in a program that keeps the plain decimal sign (LC_NUMERIC "C"), with which the
-/// parser reads fractions; `log` must outlive this.
+/// The file is read by the constructor, and again before it is replaced where another program wrote
+/// it in the meantime: of its entries only those that were set here are replaced. Each change is on
+/// the disk when `set()` returns; the file is replaced as a whole, so that no failure harms what
+/// was there, and a link to it stays a link. What cannot be written gives one error line, until
+/// that succeeds or fails in another way.
+///
+/// What is not as the above, or no regular file, is set aside under its name with ".unreadable-"
+/// and the time appended, with one error line, and the preferences start empty; where even that
+/// fails nothing is written in this run. A file that cannot be read for a reason that may pass
+/// stays, with one error line, and is not replaced before it could be read. One thread, in a
+/// program that keeps the plain decimal sign (LC_NUMERIC "C"), with which the parser reads
+/// fractions; `log` must outlive this.
 class FileUserDefaults final : public UserDefaults {
 public:
     FileUserDefaults(const std::filesystem::path& file, Log& log);
@@ -37,12 +42,16 @@ private:
     void read();
     void setAside(const std::string& problem);
     void save();
+    void report(const std::string& problem, std::string_view function);
 
     const std::filesystem::path file_; // no link itself
     Log& log_;
     nlohmann::json entries_ = nlohmann::json::object();
+    nlohmann::json unsaved_ = nlohmann::json::object(); // those that have not reached the disk
+    std::string version_;         // of the file as it was last read or written
+    std::string reported_;        // the last problem, until something was saved
     bool isKeptInMemory_ = false; // the file holds something that must not be replaced
-    bool isUnsaved_ = false;      // a change has not reached the disk
+    bool isUnreadable_ = false;   // for a reason that may pass
 };
 
 } // namespace tidewell

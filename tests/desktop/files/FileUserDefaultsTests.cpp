@@ -103,6 +103,34 @@ TEST_F(FileUserDefaultsTest, RunsFromMemoryWhenTheFileCanNeitherBeReadNorSetAsid
     EXPECT_EQ(readText(file), "broken");
 }
 
+TEST_F(FileUserDefaultsTest, ReadsAgainWhatCouldNotBeReadForAWhileBeforeItReplacesIt) {
+    FileUserDefaults(file_, log_).set("kept", true);
+    rlimit usual{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit none{0, usual.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0); // EMFILE
+    FileUserDefaults defaults(file_, log_);
+    defaults.set("number", 2.0);
+    ::setrlimit(RLIMIT_NOFILE, &usual);
+    EXPECT_THAT(log_.takeLines(), ElementsAre(HasSubstr("it is read again")));
+    EXPECT_EQ(stored("kept"), DefaultsValue(true));
+    defaults.set("text", "a");
+    EXPECT_EQ(stored("kept"), DefaultsValue(true));
+    EXPECT_EQ(stored("number"), DefaultsValue(2.0));
+}
+
+TEST_F(FileUserDefaultsTest, KeepsWhatAnotherRunWroteInTheMeantime) {
+    FileUserDefaults one(file_, log_);
+    one.set("own", 1.0);
+    one.set("shared", 1.0);
+    FileUserDefaults(file_, log_).set("other", 2.0);
+    FileUserDefaults(file_, log_).set("shared", 2.0);
+    one.set("own", 3.0);
+    for (const auto& [key, value] : {std::pair("own", 3.0), {"other", 2.0}, {"shared", 2.0}}) {
+        EXPECT_EQ(stored(key), DefaultsValue(value)) << key;
+    }
+}
+
 TEST_F(FileUserDefaultsTest, LosesNothingOnAFullDiskAndTriesAgainWithTheNextWrite) {
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit unlimited{};
