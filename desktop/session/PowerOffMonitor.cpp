@@ -2,6 +2,8 @@
 
 #include "desktop/session/ServiceCall.h"
 
+#include <utility>
+
 namespace tidewell {
 
 namespace {
@@ -46,7 +48,9 @@ void PowerOffMonitor::ownerChanged(const QString& owner) {
         return;
     }
     owner_ = owner;
-    poweringOff_ = false;
+    if (std::exchange(poweringOff_, false)) {
+        observer_.calledOff(); // or the next one will announce it anew
+    }
     inhibitor_ = {}; // the one who gave it is gone
     if (!owner_.isEmpty()) {
         takeInhibitor();

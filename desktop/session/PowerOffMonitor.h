@@ -26,7 +26,7 @@ class PowerOffMonitor final : public QObject {
 public:
     struct Observer {
         std::function<void()> willPowerOff; ///< the machine waits until this returns
-        std::function<void()> calledOff;    ///< it stays on after all
+        std::function<void()> calledOff;    ///< it stays on after all, or nobody knows any more
     };
 
     PowerOffMonitor(QDBusConnection systemBus, QString applicationName, Observer observer,
