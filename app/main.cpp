@@ -4,6 +4,7 @@
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/FileUserDefaults.h"
 #include "desktop/files/JournalLog.h"
+#include "desktop/files/QtMessages.h"
 #include "desktop/files/RunningProgram.h"
 #include "desktop/files/UserFolders.h"
 #include "desktop/session/PowerOffMonitor.h"
@@ -25,8 +26,11 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -45,6 +49,25 @@ bool isSet(const char* variable) {
 /// Whether there is a display beside the X server. Qt aborts where it finds none at all.
 bool hasOtherDisplay() {
     return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+}
+
+/// What the program does instead of starting where it is given arguments: there is no
+/// configuration by command line. The status to end with.
+int answerArguments(int argc, char** argv, const Bundle& bundle) {
+    const std::string_view argument = argv[1];
+    if (argc == 2 && argument == "--version") {
+        std::printf("%s %s\n", applicationName(bundle).c_str(), version(bundle).c_str());
+        return EXIT_SUCCESS;
+    }
+    if (argc == 2 && argument == "--help") {
+        std::puts(
+            "Usage: tidewell [--version | --help]\n"
+            "Watches the machine's memory from the status area of the desktop.\n"
+            "A second start brings up the panel of the first. Settings are made in the panel.");
+        return EXIT_SUCCESS;
+    }
+    std::fprintf(stderr, "tidewell: cannot be started with \"%s\"; see tidewell --help\n", argv[1]);
+    return 2;
 }
 
 /// A program may be started without standard streams. Their numbers would go to the next files
@@ -140,7 +163,9 @@ struct Ending {
 
 Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
                   Log& log) {
+    QtMessages messages(log);
     const auto application = makeApplication(argc, argv, bundle);
+    messages.started();
     server.reset(); // not before: a server may start anew when its last client leaves
 
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
@@ -193,6 +218,9 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     JournalLog startUpLog(bundleIdentifier(Bundle({})));
     const Bundle bundle = readBundle(installedInfoFile(), startUpLog);
+    if (argc > 1) {
+        return answerArguments(argc, argv, bundle);
+    }
     JournalLog log(bundleIdentifier(bundle));
 
     x11::OwnConnection server = x11::connect();

@@ -1,9 +1,13 @@
 import signal
+import socket
+import subprocess
+import unittest
 
 import dbus
 import dbus.lowlevel
 from case import DesktopCase, StoreWatch
 from desktop import wait_for
+from program import executable
 
 LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1")
 MANAGER = "org.freedesktop.login1.Manager"
@@ -49,11 +53,31 @@ class NoDisplay(DesktopCase):
 
     def test_ends_with_one_clear_line(self):
         self.need_plain_log()
-        for display in ("", ":987"):
-            with self.subTest(display):
-                tidewell = self.start(environment={"DISPLAY": display})
+        stale = self.desktop.folder / "runtime/wayland-9"
+        with socket.socket(socket.AF_UNIX) as listening:
+            listening.bind(str(stale))
+        for environment in ({"DISPLAY": ""}, {"DISPLAY": ":987"},
+                            {"DISPLAY": "", "WAYLAND_DISPLAY": "none"},
+                            {"DISPLAY": ":987", "WAYLAND_DISPLAY": stale.name},
+                            {"QT_QPA_PLATFORM": "nonesuch"}):
+            with self.subTest(environment):
+                tidewell = self.start(environment=environment)
                 self.assertEqual(tidewell.end(), 1)
-                self.assertRegex(tidewell.log(), r"\A.*no display.*\n\Z")
+                self.assertRegex(tidewell.log(), r"\Atidewell: error: [^\n]*\n\Z")
+
+
+class Arguments(unittest.TestCase):
+    def test_are_refused_but_two(self):
+        for arguments, status, line in (
+                (["--version"], 0, r"Tidewell \d+\.\d+"), (["--help"], 0, "Usage: "),
+                (["--panel"], 2, "tidewell: .*--panel"), ([""], 2, "tidewell: "),
+                (["--help", "more"], 2, "tidewell: "), (["-style", "x"], 2, "tidewell: ")):
+            with self.subTest(arguments):
+                run = subprocess.run([executable(), *arguments], capture_output=True, text=True,
+                                     timeout=20)
+                self.assertEqual(run.returncode, status)
+                self.assertRegex(run.stderr if status else run.stdout, line)
+                self.assertEqual(run.stdout if status else run.stderr, "")
 
 
 class PowerOff(DesktopCase):

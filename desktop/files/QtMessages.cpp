@@ -1,0 +1,66 @@
+#include "desktop/files/QtMessages.h"
+
+#include <atomic>
+#include <cassert>
+#include <cstdlib>
+
+namespace tidewell {
+
+namespace {
+
+// Qt's handler has no other way to reach its object.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+std::atomic<QtMessages*> current = nullptr;
+
+} // namespace
+
+QtMessages::QtMessages(Log& log)
+    : log_(log) {
+    assert(current == nullptr);
+    current = this;
+    qInstallMessageHandler(&QtMessages::handle);
+}
+
+QtMessages::~QtMessages() {
+    qInstallMessageHandler(nullptr);
+    current = nullptr;
+}
+
+void QtMessages::started() {
+    const std::lock_guard lock(mutex_);
+    isStarting_ = false;
+    if (!last_.isEmpty()) {
+        log(last_);
+    }
+}
+
+void QtMessages::handle(QtMsgType type, const QMessageLogContext& /*context*/,
+                        const QString& message) {
+    if (QtMessages* const messages = current) {
+        messages->take(type, message);
+    }
+}
+
+void QtMessages::take(QtMsgType type, const QString& message) {
+    std::unique_lock lock(mutex_);
+    if (type == QtFatalMsg) {
+        log(isStarting_ && !last_.isEmpty() ? last_ + QStringLiteral("; ") + message : message);
+        lock.unlock();
+        std::exit(EXIT_FAILURE); // Qt itself would abort, with nothing saved
+    }
+    const bool isRepeated = message == last_ || (isStarting_ && !last_.isEmpty());
+    if (type == QtDebugMsg || isRepeated) {
+        return;
+    }
+    last_ = message;
+    if (!isStarting_) {
+        log(message);
+    }
+}
+
+void QtMessages::log(const QString& message) {
+    logMessage(log_, "Qt: " + message.toStdString(), "general", __FILE__, "log()", __LINE__,
+               LogLevel::error);
+}
+
+} // namespace tidewell
