@@ -21,6 +21,9 @@ constexpr auto untilInFront = 100ms;
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
     auto* window = new QWidget(nullptr, Qt::Window);
+    if (scene.placement == Placement::ownChoice) {
+        window->setWindowFlag(Qt::Tool); // belongs to the panel, and in no task bar
+    }
     if (scene.titleBar == TitleBar::hidden) {
         window->setWindowFlag(Qt::FramelessWindowHint);
         useRoundedBackground(*window, windowCornerRadius);
@@ -62,6 +65,9 @@ void SceneWindows::openWindow(SceneIdentifier identifier) {
     if (window(identifier) == nullptr) {
         entry.window = makeWindow(entry.scene, entry.makeContent());
         entry.window->setPalette(palette_);
+        if (entry.window->windowType() == Qt::Tool) {
+            adopt_(*entry.window);
+        }
     }
     // Not every window manager takes showing or activating for unminimising.
     entry.window->setWindowState(entry.window->windowState() & ~Qt::WindowMinimized);

@@ -21,7 +21,9 @@ public:
     /// Makes the content of a window; the window owns it.
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
-    SceneWindows() = default;
+    /// `adopt` gets each window that belongs to the panel before it is shown.
+    explicit SceneWindows(std::function<void(QWidget& window)> adopt)
+        : adopt_(std::move(adopt)) {}
     SceneWindows(const SceneWindows&) = delete;
     SceneWindows& operator=(const SceneWindows&) = delete;
     ~SceneWindows();
@@ -53,6 +55,7 @@ private:
         MakeContent makeContent;
         QPointer<QWidget> window;
     };
+    std::function<void(QWidget& window)> adopt_;
     std::map<SceneIdentifier, Entry> scenes_;
     QPalette palette_;
     QObject context_; // of the timers

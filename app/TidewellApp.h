@@ -80,7 +80,7 @@ private:
     std::shared_ptr<MemoryManager> memoryManager_; // null before its window is first opened
 
     HistorySaving historySaving_;
-    SceneWindows windows_;
+    SceneWindows windows_{[this](QWidget& window) { panel_.adopt(window); }};
     PanelWindow panel_;
     QuitConfirmation quitConfirmation_;
     std::unique_ptr<StatusItem> statusItem_;

@@ -45,7 +45,7 @@ struct PanelMachine : WatchedMachine {
     std::shared_ptr<NotificationManager> notificationManager =
         std::make_shared<NotificationManager>(notifications, log);
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
-    SceneWindows windows;
+    SceneWindows windows{[](QWidget&) {}};
 };
 
 /// Counts what is painted in a window.

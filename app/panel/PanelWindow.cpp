@@ -3,19 +3,40 @@
 #include "app/Scenes.h"
 #include "desktop/appearance/RoundedBackground.h"
 #include "desktop/statusitem/PanelPosition.h"
+#include "desktop/statusitem/X11.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace tidewell {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 // A click on the host takes the focus from the panel, which closes it, and is reported after that.
 // Such a click must not open the panel again. The host itself is all that delays the report.
-constexpr qint64 sameClickMilliseconds = 300;
+constexpr auto sameClick = 300ms;
+
+// Until the focus has gone from one of our windows to another.
+constexpr auto focusChange = 100ms;
+// Until the window manager has answered the panel's wish for the focus.
+constexpr auto focusRequest = 500ms;
+// Where the focus follows the pointer, it is lost on the way from one of our windows to another.
+constexpr auto pointersWay = 1000ms;
+
+/// Whether it is a window that may have had the focus, as menus and tool tips have not.
+bool isOrdinaryWindow(const QObject& object) {
+    const auto* const widget = qobject_cast<const QWidget*>(&object);
+    if (widget == nullptr || !widget->isWindow()) {
+        return false;
+    }
+    const Qt::WindowType type = widget->windowType();
+    return type == Qt::Window || type == Qt::Dialog || type == Qt::Tool;
+}
 
 } // namespace
 
@@ -27,21 +48,23 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
     useRoundedBackground(*this, windowCornerRadius);
     // The focus starts here, so that no control has a focus ring before Tab was pressed.
     setFocusPolicy(Qt::ClickFocus);
-    connect(qApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState state) {
-                if (state == Qt::ApplicationInactive) {
-                    closeBecauseOfAnotherProgram();
-                }
-            });
+    focusWait_.setSingleShot(true);
+    connect(&focusWait_, &QTimer::timeout, this, &PanelWindow::closeWithoutFocus);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+        hadFocus_ = hadFocus_ || window != nullptr;
+        const bool isOnItsWay = pointerLeft_.isValid() && !pointerLeft_.hasExpired(100);
+        awaitFocus(isOnItsWay ? pointersWay : focusChange);
+    });
+    qApp->installEventFilter(this);
 }
 
 void PanelWindow::toggle() {
-    const bool sameClick = closedByAnotherProgram_.isValid() &&
-                           closedByAnotherProgram_.elapsed() < sameClickMilliseconds;
-    closedByAnotherProgram_.invalidate();
+    const bool isSameClick =
+        closedWithoutFocus_.isValid() && !closedWithoutFocus_.hasExpired(sameClick / 1ms);
+    closedWithoutFocus_.invalidate();
     if (isVisible()) {
         close();
-    } else if (!sameClick) {
+    } else if (!isSameClick) {
         open();
     }
 }
@@ -52,6 +75,9 @@ void PanelWindow::open() {
             panelPosition(itemPlace_(), screenAreas(), QSize(panelWidth, panelHeight));
         setFixedSize(place.size());
         move(place.topLeft());
+        hadFocus_ = false;
+        x11::leaveOutOfTaskBars(*this);
+        x11::useActivationToken(*this);
     }
     setFocus();
     show();
@@ -83,10 +109,31 @@ void PanelWindow::addContent() {
     content_ = frame;
 }
 
-void PanelWindow::closeBecauseOfAnotherProgram() {
-    if (isVisible()) {
+void PanelWindow::adopt(QWidget& window) {
+    window.winId(); // creates the handle
+    x11::leaveOutOfTaskBars(window);
+    window.windowHandle()->setTransientParent(windowHandle());
+}
+
+bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        pointerLeft_.start();
+    } else if (event->type() == QEvent::Hide && isVisible() && isOrdinaryWindow(*watched)) {
+        // Qt does not tell of the focus that goes with a window which is deleted.
+        activateWindow();
+        awaitFocus(focusRequest);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void PanelWindow::awaitFocus(std::chrono::milliseconds patience) {
+    focusWait_.start(patience);
+}
+
+void PanelWindow::closeWithoutFocus() {
+    if (isVisible() && hadFocus_ && QGuiApplication::focusWindow() == nullptr) {
         close();
-        closedByAnotherProgram_.start();
+        closedWithoutFocus_.start();
     }
 }
 

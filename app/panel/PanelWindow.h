@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,8 +12,8 @@
 namespace tidewell {
 
 /// The window that drops down from the status item. Its content is made when it first opens. It
-/// closes on Escape, on a second click on the status item and when another program becomes active,
-/// but not when one of our own windows does. Main thread.
+/// closes on Escape, on a second click on the status item and when none of our windows has the
+/// focus any more. Main thread.
 class PanelWindow final : public QWidget {
 public:
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
@@ -25,6 +27,12 @@ public:
     /// Opens the panel beside the item, or raises and activates the open one.
     void open();
 
+    /// Makes `window`, a tool window that is about to be shown, a part of the panel to window
+    /// managers.
+    void adopt(QWidget& window);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -33,12 +41,16 @@ protected:
 
 private:
     void addContent();
-    void closeBecauseOfAnotherProgram();
+    void awaitFocus(std::chrono::milliseconds patience);
+    void closeWithoutFocus();
 
     MakeContent makeContent_;
     std::function<std::optional<QRect>()> itemPlace_;
     QWidget* content_ = nullptr; ///< a child, hidden while the panel is
-    QElapsedTimer closedByAnotherProgram_;
+    bool hadFocus_ = false;      ///< since it opened, one of our windows
+    QTimer focusWait_;
+    QElapsedTimer pointerLeft_; ///< one of our windows
+    QElapsedTimer closedWithoutFocus_;
 };
 
 } // namespace tidewell

@@ -65,8 +65,7 @@ public:
             place();
         }
         if (!isVisible()) {
-            winId(); // created now: the property is set before the window is mapped
-            x11::showOnAllDesktops(*this);
+            x11::showOnAllWorkspaces(*this);
             show();
         }
         update();

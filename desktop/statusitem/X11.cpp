@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace tidewell::x11 {
 
@@ -16,6 +17,21 @@ namespace {
 template <typename Reply>
 std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
     return {reply, &std::free};
+}
+
+/// Qt adds its own states to these when it maps the window.
+void setStates(QWidget& window, std::initializer_list<const char*> names) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    std::vector<xcb_atom_t> states;
+    for (const char* name : names) {
+        states.push_back(atom(server, name));
+    }
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                        atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(states.size()), states.data());
 }
 
 } // namespace
@@ -77,15 +93,25 @@ bool isComposited() {
                XCB_WINDOW_NONE;
 }
 
-void showOnAllDesktops(const QWidget& window) {
+void leaveOutOfTaskBars(QWidget& window) {
+    setStates(window, {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
+}
+
+void showOnAllWorkspaces(QWidget& window) {
+    setStates(window,
+              {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_STICKY"});
+}
+
+void useActivationToken(QWidget& window) {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
     xcb_connection_t* const server = connection();
-    if (server == nullptr) {
-        return;
+    if (server == nullptr || token.isEmpty()) {
+        return; // Qt uses it on Wayland
     }
-    constexpr std::uint32_t allDesktops = 0xffffffffU;
-    xcb_change_property(server, XCB_PROP_MODE_REPLACE,
-                        static_cast<xcb_window_t>(window.effectiveWinId()),
-                        atom(server, "_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL, 32, 1, &allDesktops);
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                        atom(server, "_NET_STARTUP_ID"), atom(server, "UTF8_STRING"), 8,
+                        static_cast<std::uint32_t>(token.size()), token.constData());
 }
 
 } // namespace tidewell::x11

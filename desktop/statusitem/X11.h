@@ -34,7 +34,16 @@ bool isXWayland();
 /// Whether a compositor blends translucent windows; true without X11.
 bool isComposited();
 
-/// Puts the window, not mapped yet, on all workspaces. Does nothing without X11.
-void showOnAllDesktops(const QWidget& window);
+// The window managers' view of a window of ours. Without X11 they do nothing.
+
+/// Keeps the window, not mapped yet, out of task bars and pagers. To be told before each showing.
+void leaveOutOfTaskBars(QWidget& window);
+
+/// The same, and puts it on all workspaces.
+void showOnAllWorkspaces(QWidget& window);
+
+/// Starts the window, not mapped yet, with the focus that XDG_ACTIVATION_TOKEN grants, if that is
+/// set, and removes the variable.
+void useActivationToken(QWidget& window);
 
 } // namespace tidewell::x11

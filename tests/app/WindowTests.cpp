@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ namespace {
 TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     constexpr auto about = SceneIdentifier::about;
     int made = 0;
-    SceneWindows windows;
+    SceneWindows windows([](QWidget&) {});
     windows.add(windowScenes(QStringLiteral("Tidewell")).front(), [&made] {
         ++made;
         return std::make_unique<QLabel>();
@@ -58,10 +59,17 @@ TEST(PanelWindow, ScrollsContentThatIsTooHighForTheScreen) {
     EXPECT_EQ(content->height(), 5000);
 }
 
-TEST(PanelWindow, StaysClosedOnTheClickThatMadeAnotherProgramActive) {
+TEST(PanelWindow, StaysClosedOnTheClickThatTookTheFocus) {
     PanelWindow panel([] { return std::make_unique<QLabel>(); }, noPlace);
     panel.open();
-    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    auto other = std::make_unique<QWindow>();
+    other->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(other.get()));
+    Q_EMIT qGuiApp->focusWindowChanged(panel.windowHandle());
+    other.reset(); // and nobody has the focus
+    EXPECT_TRUE(panel.isVisible());
+    Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([&panel] { return !panel.isVisible(); }));
     for (const bool open : {false, true}) {
         panel.toggle();
         EXPECT_EQ(panel.isVisible(), open);

@@ -19,10 +19,12 @@ class DesktopCase(unittest.TestCase):
     """Each test has a desktop of its own, as the class says."""
 
     host, notifications, dark, scale = "xfce", None, False, 1
+    window_manager = ("openbox", "--sm-disable")
 
     def setUp(self):
         self.desktop = self.enterContext(
-            Desktop(self.host, self.notifications, self.dark, self.scale))
+            Desktop(self.host, self.notifications, self.dark, self.scale,
+                    window_manager=self.window_manager))
         # Shown where the test fails.
         self.addCleanup(lambda: print(self.desktop.log("tidewell"), file=sys.stderr))
 

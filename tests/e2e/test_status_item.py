@@ -3,6 +3,7 @@ import time
 
 from case import DesktopCase
 from desktop import wait_for
+from program import HERE as TOOLS
 from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
 
 
@@ -49,6 +50,20 @@ class XfcePanel(DesktopCase):
         wait_for("the label window's end", lambda: not tidewell.label_window())
         tidewell.click_item()
         tidewell.wait_for_panel()
+
+
+class StubbornWindowManager(DesktopCase):
+    window_manager = ("/usr/bin/python3", str(TOOLS / "stubborn_wm.py"))
+
+    def test_leaves_no_panel_behind_that_nothing_closes(self):
+        tidewell = self.start_with_panel()
+        x, y, *_ = self.panel
+        self.desktop.move_pointer(x + 176, y + 250)
+        wait_for("the process window", tidewell.process_window)
+        self.desktop.move_pointer(x + 176, y + 150)
+        wait_for("the process window's end", lambda: not tidewell.process_window())
+        self.desktop.press("Escape")
+        tidewell.wait_for_no_panel()
 
 
 class DarkXfcePanel(DesktopCase):

@@ -204,8 +204,10 @@ class Desktop(Session):
     "dunst" or None. Sizes are in points: pixels are `scale` times as many.
     """
 
-    def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900)):
+    def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900),
+                 window_manager=("openbox", "--sm-disable")):
         self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
+        self.window_manager = window_manager
         self.size = tuple(int(scale * length) for length in size)
         super().__init__(pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-")))
 
@@ -263,7 +265,7 @@ class Desktop(Session):
         if service.exists():
             shutil.copy(service, self.folder / "services")
         self.run("xsetroot", "-solid", "#33383f" if self.dark else "#c9d3df")
-        self.start("openbox", "--sm-disable")
+        self.start(*self.window_manager)
         wait_for("the window manager", lambda: "window id" in self.output(
             "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
         # Xfce's settings are there whether or not its panel is.

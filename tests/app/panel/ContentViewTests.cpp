@@ -42,7 +42,7 @@ protected:
     }
 
     Bundle bundle{{{"CFBundleName", "Tidewell"}}};
-    SceneWindows windows;
+    SceneWindows windows{[](QWidget&) {}};
     bool settingsExist = false;
     ContentView content{{.memoryWatcher = watcher,
                          .notificationManager = notificationManager,
