@@ -4,6 +4,7 @@
 #include "base/ports/SPUUpdater.h"
 
 #include <string>
+#include <utility>
 
 namespace tidewell {
 
@@ -15,9 +16,8 @@ public:
 
     Result<> startUpdater() override {
         ++starts;
-        if (start) {
-            setCanCheck(true);
-        }
+        isStarted_ = isStarted_ || start;
+        tellCanCheck();
         return start;
     }
     bool canCheckForUpdates() const override { return canCheck_; }
@@ -33,15 +33,28 @@ public:
     }
     double updateCheckInterval() const override { return interval; }
     void setUpdateCheckInterval(double seconds) override { interval = seconds; }
-    void checkForUpdates() override { ++userChecks; }
-    void checkForUpdateInformation() override { ++silentChecks; }
-
-    void setCanCheck(bool canCheck) {
-        canCheck_ = canCheck;
-        observers_.tell(canCheck);
+    void checkForUpdates() override {
+        ++userChecks;
+        isChecking_ = true;
+        tellCanCheck();
     }
-    void find(const std::string& version) { delegate_.updaterDidFindValidUpdate(*this, {version}); }
-    void findNothing() { delegate_.updaterDidNotFindUpdate(*this); }
+    void checkForUpdateInformation() override {
+        if (canCheck_) {
+            ++silentChecks;
+            isChecking_ = true;
+            tellCanCheck();
+        }
+    }
+
+    /// What the check comes to that is under way; like one that was, where none is.
+    void find(const std::string& version) {
+        endCheck();
+        delegate_.updaterDidFindValidUpdate(*this, {version});
+    }
+    void findNothing() {
+        endCheck();
+        delegate_.updaterDidNotFindUpdate(*this);
+    }
 
     Result<> start; ///< what the next start comes to
     bool checks = false;
@@ -52,7 +65,20 @@ public:
     int silentChecks = 0;
 
 private:
+    void endCheck() {
+        isChecking_ = false;
+        tellCanCheck();
+    }
+    void tellCanCheck() {
+        const bool canCheck = isStarted_ && !isChecking_;
+        if (std::exchange(canCheck_, canCheck) != canCheck) {
+            observers_.tell(canCheck);
+        }
+    }
+
     SPUUpdaterDelegate& delegate_;
+    bool isStarted_ = false;
+    bool isChecking_ = false;
     bool canCheck_ = false;
     ObserverList<bool> observers_;
 };

@@ -4,6 +4,7 @@
 #include "tests/fakes/MemoryUserDefaults.h"
 #include "tests/fakes/RecordingLog.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/fakes/UpdaterContract.h"
 #include "updater/FeedUpdater.h"
 
 #include <QApplication>
@@ -22,7 +23,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-class FeedUpdaterTest : public testing::Test, public SPUUpdaterDelegate {
+class FeedUpdaterTest : public testing::Test {
 protected:
     FeedUpdaterTest() {
         fs::create_directory(folder.path() / "files");
@@ -40,11 +41,6 @@ protected:
         server.kill();
         server.waitForFinished();
     }
-
-    void updaterDidFindValidUpdate(SPUUpdater& /*updater*/, const SUAppcastItem& item) override {
-        answers.push_back(item.versionString);
-    }
-    void updaterDidNotFindUpdate(SPUUpdater& /*updater*/) override { answers.emplace_back("none"); }
 
     void put(const std::string& name, const std::string& text) const {
         writeText(folder.path() / "files" / name, text);
@@ -93,7 +89,7 @@ protected:
                                      .architecture = {},
                                      .open = open,
                                      .restart = {}},
-            driver, *this);
+            driver, delegate);
     }
     void startUpdater(const std::string& feed = "plain/feed.xml") {
         info["SUFeedURL"] = origin + feed;
@@ -163,7 +159,8 @@ protected:
     RecordingLog log;
     std::shared_ptr<SPUStandardUserDriver> driver =
         std::make_shared<SPUStandardUserDriver>(u"Tidewell"_s, [] { return true; });
-    std::vector<std::string> answers; ///< to the delegate
+    RecordingDelegate delegate;
+    std::vector<std::string>& answers = delegate.answers;
     std::string opened;
     std::optional<FeedUpdater> updater;
 };
@@ -186,6 +183,16 @@ TEST_F(FeedUpdaterTest, StartsOnlyWithAFeedAKeyAndAVersionAndNeverChecksAllTheTi
         updater->setUpdateCheckInterval(set);
         EXPECT_EQ(updater->updateCheckInterval(), is);
     }
+}
+
+TEST_F(FeedUpdaterTest, DoesWhatUpdatersDo) {
+    putFeed(item("plain/new", keys));
+    info["SUFeedURL"] = origin + "plain/feed.xml";
+    makeUpdater();
+    expectContract(*updater, delegate, [this](const std::string& version) {
+        putFeed(version.empty() ? "" : item("plain/new", keys));
+        waitForTheEnd();
+    });
 }
 
 TEST_F(FeedUpdaterTest, FetchesAheadInSilenceAndHandsTheVerifiedFileToTheDesktop) {

@@ -45,26 +45,18 @@ std::optional<Signature> readSignature(const QByteArray& base64) {
     return fromBase64<Signature>(base64);
 }
 
-struct FileDigest::State {
-    crypto_hash_sha512_state sum;
-};
-
-FileDigest::FileDigest()
-    : state_(std::make_unique<State>()) {
-    crypto_hash_sha512_init(&state_->sum);
+FileDigest::FileDigest() { // NOLINT(cppcoreguidelines-pro-type-member-init): the call does
+    crypto_hash_sha512_init(&state_);
 }
-FileDigest::FileDigest(FileDigest&&) noexcept = default;
-FileDigest& FileDigest::operator=(FileDigest&&) noexcept = default;
-FileDigest::~FileDigest() = default;
 
 void FileDigest::add(QByteArrayView bytes) {
-    crypto_hash_sha512_update(&state_->sum, reinterpret_cast<const unsigned char*>(bytes.data()),
+    crypto_hash_sha512_update(&state_, reinterpret_cast<const unsigned char*>(bytes.data()),
                               static_cast<unsigned long long>(bytes.size()));
     length_ += bytes.size();
 }
 
 FileDigest::Sum FileDigest::sum() const {
-    crypto_hash_sha512_state copy = state_->sum;
+    crypto_hash_sha512_state copy = state_;
     Sum sum;
     crypto_hash_sha512_final(&copy, sum.data());
     return sum;

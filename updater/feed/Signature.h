@@ -4,8 +4,9 @@
 #include <QByteArrayView>
 
 #include <array>
-#include <memory>
 #include <optional>
+
+#include <sodium/crypto_hash_sha512.h>
 
 namespace tidewell {
 
@@ -28,9 +29,6 @@ public:
     using Sum = std::array<unsigned char, 64>;
 
     FileDigest();
-    FileDigest(FileDigest&&) noexcept;
-    FileDigest& operator=(FileDigest&&) noexcept;
-    ~FileDigest();
 
     void add(QByteArrayView bytes);
     qint64 length() const { return length_; }
@@ -38,8 +36,7 @@ public:
     Sum sum() const;
 
 private:
-    struct State;
-    std::unique_ptr<State> state_;
+    crypto_hash_sha512_state state_;
     qint64 length_ = 0;
 };
 

@@ -68,6 +68,7 @@ TEST_F(BarLabelViewTest, KeepsTheTextColourUntilTheLevelChangesForTheFirstTime) 
 }
 
 TEST_F(BarLabelViewTest, AsksForUpdatesAndShowsTheirMarkInTheTextColour) {
+    ASSERT_TRUE(updater->startUpdater());
     label->appear();
     EXPECT_EQ(updater->silentChecks, 1);
     useSwap(19 * gigabyte);

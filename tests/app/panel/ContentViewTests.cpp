@@ -60,6 +60,7 @@ TEST_F(PanelContent, MakesRoomForThePromptsThatAreNeeded) {
     ASSERT_EQ(prompts.size(), 2);
     auto* const allow = prompts[0];
     auto* const update = prompts[1];
+    ASSERT_TRUE(updater->startUpdater());
     for (const auto& [allowed, available, height] : {std::tuple{true, false, 205},
                                                      {false, false, 165},
                                                      {true, true, 165},

@@ -108,10 +108,12 @@ TEST_F(SettingsViewTest, TakesOverTheUpdatersChoicesAndHandsBackTheUsers) {
 
     QTest::mouseClick(now, Qt::LeftButton);
     EXPECT_EQ(updater->userChecks, 1);
+    updater->findNothing();
+    QTest::qWait(0);
     QTest::keyClick(interval, Qt::Key_Down);
     EXPECT_EQ(updater->interval, 2592000);
     for (const bool canCheck : {false, true}) { // while one is under way it cannot
-        updater->setCanCheck(canCheck);
+        canCheck ? updater->findNothing() : updater->checkForUpdateInformation();
         QTest::qWait(0);
         EXPECT_EQ(interval->isEnabled(), canCheck);
         EXPECT_EQ(now->isEnabled(), canCheck);

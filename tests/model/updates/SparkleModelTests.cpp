@@ -1,4 +1,5 @@
 #include "model/preferences/StoredPreferences.h"
+#include "tests/fakes/UpdaterContract.h"
 #include "tests/fakes/UpdaterSurroundings.h"
 
 #include <gmock/gmock.h>
@@ -11,11 +12,20 @@ namespace {
 
 using testing::ElementsAre;
 
+TEST(FakeUpdater, DoesWhatUpdatersDo) {
+    RecordingDelegate delegate;
+    FakeUpdater updater(delegate);
+    expectContract(updater, delegate, [&updater](const std::string& version) {
+        version.empty() ? updater.findNothing() : updater.find(version);
+    });
+}
+
 class SparkleModelTest : public UpdaterSurroundings {
 protected:
     /// The silent checks of the next `seconds`, those that are due included.
     int checksIn(double seconds) {
         pass(seconds);
+        updater->findNothing();
         return std::exchange(updater->silentChecks, 0);
     }
 
@@ -38,6 +48,7 @@ TEST_F(SparkleModelTest, StartsTheUpdaterWhereTheUserWantsChecksAndDoesWithoutOn
 }
 
 TEST_F(SparkleModelTest, ChecksAtOnceAndAgainAfterTheIntervalThatHeldAtItsStart) {
+    ASSERT_TRUE(updater->startUpdater());
     model->scheduleUpdateChecks();
     EXPECT_EQ(checksIn(1e6), 1) << "one, without automatic checks";
 
