@@ -44,7 +44,7 @@ def settled(desktop, program):
 
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
-    with (Desktop(host="xfce") as desktop, UpdateServer() as updates,
+    with (Desktop(host="xfce") as desktop, UpdateServer(build) as updates,
           tempfile.TemporaryDirectory(dir=build) as folder):
         updates.put_feed()
         enable_automatic_checks(desktop)

@@ -5,6 +5,7 @@
 #include "updater/download/Download.h"
 #include "updater/download/UpdateFile.h"
 #include "updater/feed/SafeAddress.h"
+#include "updater/feed/SignedFeed.h"
 #include "updater/feed/VersionOrder.h"
 
 #include <QFile>
@@ -19,25 +20,39 @@ namespace {
 
 constexpr qint64 largestFeed = qint64{1} << 20;
 constexpr double hour = 3600;
+constexpr double largestSerial = 9007199254740992; // 2^53: doubles hold no more
 
 using Choice = SPUStandardUserDriver::Choice;
 
+struct FeedAnswer {
+    qint64 serial;
+    std::optional<AppcastItem> update;
+};
+
 /// Fetches the feed and picks the newest release that fits, if there is one. Blocks.
-Result<std::optional<AppcastItem>> newestInFeed(const FetchSettings& settings, const QUrl& feed,
-                                                const Installation& installation,
-                                                const std::stop_token& stop) {
-    QByteArray text;
-    const auto take = [&text](QByteArrayView piece) -> Result<> {
-        text += piece;
-        return text.size() <= largestFeed
+Result<FeedAnswer> newestInFeed(const FetchSettings& settings, const QUrl& address,
+                                const PublicKey& key, qint64 highestSerial,
+                                const Installation& installation, const std::stop_token& stop) {
+    QByteArray published;
+    const auto take = [&published](QByteArrayView piece) -> Result<> {
+        published += piece;
+        return published.size() <= largestFeed
                    ? Result<>()
                    : failure("it is larger than it may be", UpdateProblem::badFeed);
     };
-    return fetch(settings, feed, settings.feedLimit, stop, take)
-        .and_then([&text] { return readAppcast(text); })
-        .map([&installation](const std::vector<AppcastItem>& items) {
+    if (auto fetched = fetch(settings, address, settings.feedLimit, stop, take); !fetched) {
+        return tl::unexpected(fetched.error());
+    }
+    const auto feed = readSignedFeed(published, key);
+    if (!feed) {
+        return tl::unexpected(feed.error());
+    }
+    return checkFresh(*feed, QDateTime::currentDateTimeUtc(), highestSerial)
+        .and_then([&] { return readAppcast(feed->feed, address); })
+        .map([&](const std::vector<AppcastItem>& items) {
             const AppcastItem* update = newestUpdate(items, installation);
-            return update != nullptr ? std::optional(*update) : std::nullopt;
+            return FeedAnswer{feed->serial,
+                              update != nullptr ? std::optional(*update) : std::nullopt};
         });
 }
 
@@ -71,13 +86,14 @@ Result<> FeedUpdater::startUpdater() {
     if (!isSafeAddress(address)) {
         return failure("the feed's address (SUFeedURL) is not one of https: " + *feed);
     }
-    const auto keyText = bundle.infoString("SUPublicEDKey");
-    if (!keyText) {
-        return failure("the information dictionary holds no public key (SUPublicEDKey)");
-    }
-    const auto key = readPublicKey(QByteArray::fromStdString(*keyText));
-    if (!key) {
-        return failure("SUPublicEDKey is not an Ed25519 public key in base64");
+    for (const auto& [name, key] :
+         {std::pair("SUFeedPublicEDKey", &feedKey_), {"SUPublicEDKey", &key_}}) {
+        const auto text = bundle.infoString(name);
+        const auto read = readPublicKey(QByteArray::fromStdString(text.value_or("")));
+        if (!read) {
+            return failure(std::string(name) + " is not an Ed25519 public key in base64");
+        }
+        *key = *read;
     }
     const auto installed = bundle.infoString("CFBundleShortVersionString");
     if (!installed || !isVersion(*installed)) {
@@ -87,9 +103,9 @@ Result<> FeedUpdater::startUpdater() {
         return failure("there is no " + environment_.fetching.program.toStdString());
     }
     feed_ = address;
-    key_ = *key;
     installation_ = {QString::fromStdString(*installed), environment_.systemVersion,
                      environment_.architecture, !environment_.appImage.isEmpty()};
+    appImage_ = identityOf(environment_.appImage);
     isStarted_ = true;
     setCanCheck();
     return {};
@@ -197,71 +213,92 @@ Task<void> FeedUpdater::checkForUser() {
     }
     if (!*found) {
         delegate_.updaterDidNotFindUpdate(*this);
-        userDriver_->showUpToDate(installation_.version, over);
+        if (isReplaced_) {
+            offerRestart();
+        } else {
+            userDriver_->showUpToDate(installation_.version, over);
+        }
         co_return;
     }
     const AppcastItem& update = **found;
     delegate_.updaterDidFindValidUpdate(*this, {update.version.toStdString()});
-
-    if (update.version != replacedBy_) {
-        auto question = answerOf<Choice>([this, &update](const std::function<void(Choice)>& take) {
-            userDriver_->showFound(update.version, installation_.version, update.notes, take);
-        });
-        const Choice choice = co_await question;
-        if (choice != Choice::install) {
-            endSession();
-            if (choice == Choice::skip) {
-                write(environment_.defaults, environment_.preferences.skippedVersion,
-                      update.version.toStdString());
-                delegate_.updaterDidNotFindUpdate(*this);
-            }
-            co_return;
+    auto question = answerOf<Choice>([this, &update](const std::function<void(Choice)>& take) {
+        userDriver_->showFound(update.version, installation_.version, update.notes, take);
+    });
+    const Choice choice = co_await question;
+    if (choice != Choice::install) {
+        endSession();
+        if (choice == Choice::skip) {
+            write(environment_.defaults, environment_.preferences.skippedVersion,
+                  update.version.toStdString());
+            delegate_.updaterDidNotFindUpdate(*this);
         }
-
-        beginDownload(update);
-        userDriver_->showDownload(update.version, update.length, download_->received, [this] {
-            download_.reset();
-            endSession();
-        });
-        auto download =
-            answerOf<Result<QString>>([this](std::function<void(Result<QString>)> take) {
-                download_->whenDone = std::move(take);
-            });
-        const auto file = co_await download;
-        if (!file) {
-            fail("The update could not be installed: ", file.error());
-            co_return;
-        }
-
-        userDriver_->showInstalling(update.version);
-        const auto installed = co_await install(update, *file);
-        if (!installed) {
-            fail("The update could not be installed: ", installed.error());
-            co_return;
-        }
-        if (!installation_.isAppImage) {
-            userDriver_->showHandedOver(update.version, over);
-            co_return;
-        }
-        replacedBy_ = update.version;
+        co_return;
     }
+
+    beginDownload(update);
+    userDriver_->showDownload(update.version, update.length, download_->received, [this] {
+        download_.reset();
+        endSession();
+    });
+    auto download = answerOf<Result<QString>>([this](std::function<void(Result<QString>)> take) {
+        download_->whenDone = std::move(take);
+    });
+    const auto file = co_await download;
+    if (!file) {
+        fail("The update could not be installed: ", file.error());
+        co_return;
+    }
+
+    userDriver_->showInstalling(update.version);
+    const auto installed = co_await install(update, *file);
+    if (!installed) {
+        fail("The update could not be installed: ", installed.error());
+        co_return;
+    }
+    if (!installation_.isAppImage) {
+        userDriver_->showHandedOver(update.version, over);
+        co_return;
+    }
+    installation_.version = update.version;
+    isReplaced_ = true;
+    offerRestart();
+}
+
+/// Of the version that has taken the running one's place.
+void FeedUpdater::offerRestart() {
     userDriver_->showInstalled(
-        update.version,
+        installation_.version,
         [this] {
             endSession();
             environment_.restart(environment_.appImage);
         },
-        over);
+        [this] { endSession(); });
 }
 
 /// The newest release that fits, if there is one.
 Task<Result<std::optional<AppcastItem>>> FeedUpdater::lookForUpdate() {
-    Result<std::optional<AppcastItem>> update;
-    auto work = runOn(checker_, [this, &update](const std::stop_token& stop) {
-        update = newestInFeed(environment_.fetching, feed_, installation_, stop);
+    // Never backwards: it is what lies on the disk that would be replaced, whatever runs.
+    const std::string onDisk = environment_.versionOnDisk();
+    if (isVersion(onDisk) && compareVersions(onDisk, installation_.version.toStdString()) > 0) {
+        installation_.version = QString::fromStdString(onDisk);
+    }
+    const auto& preference = environment_.preferences.feedSerial;
+    const auto highestSerial = static_cast<qint64>(
+        std::clamp(stored(environment_.defaults, preference).value_or(0), 0.0, largestSerial));
+    Result<FeedAnswer> answer;
+    auto work = runOn(checker_, [this, &answer, highestSerial](const std::stop_token& stop) {
+        answer = newestInFeed(environment_.fetching, feed_, feedKey_, highestSerial, installation_,
+                              stop);
     });
     co_await work;
-    co_return update;
+    if (!answer) {
+        co_return tl::unexpected(answer.error());
+    }
+    if (answer->serial > highestSerial) {
+        write(environment_.defaults, preference, static_cast<double>(answer->serial));
+    }
+    co_return answer->update;
 }
 
 /// Goes on with a download of the same file that is under way.
@@ -300,6 +337,11 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
             ? Result<>()
             : failure("nothing opens " + file.toStdString(), UpdateProblem::noHandler);
     }
+    if (identityOf(environment_.appImage) != appImage_) {
+        // By a newer version perhaps, and not by this updater.
+        co_return failure("another program has replaced " + environment_.appImage.toStdString(),
+                          UpdateProblem::cannotReplace);
+    }
     Result<> replaced;
     auto work = runOn(files_, [this, &item, &file, &replaced](const std::stop_token& stop) {
         replaced = replaceAppImage(environment_.appImage, file, item, key_, stop);
@@ -308,6 +350,7 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
         }
     });
     co_await work;
+    appImage_ = identityOf(environment_.appImage);
     co_return replaced;
 }
 

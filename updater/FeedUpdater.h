@@ -8,6 +8,7 @@
 #include "base/runtime/SerialExecutor.h"
 #include "base/runtime/Task.h"
 #include "updater/download/Fetch.h"
+#include "updater/download/UpdateFile.h"
 #include "updater/feed/Appcast.h"
 #include "updater/windows/SPUStandardUserDriver.h"
 
@@ -18,8 +19,9 @@
 namespace tidewell {
 
 /// The updater of an installation that nobody else keeps up to date: reads the feed that the bundle
-/// names ("SUFeedURL") and installs nothing but files that are signed with the key that the bundle
-/// holds ("SUPublicEDKey").
+/// names ("SUFeedURL") where that is signed with the one key that the bundle holds
+/// ("SUFeedPublicEDKey"), and installs nothing but files that are signed with the other
+/// ("SUPublicEDKey").
 ///
 /// Main thread. What waits for the network or the disk runs on threads of its own; whatever is
 /// under way when this is destroyed is called off, and waited for.
@@ -35,7 +37,9 @@ public:
         FetchSettings fetching;
         QString downloadFolder; ///< for this updater alone; made with the first download
         QString appImage;       ///< the file that the program runs from; empty: it is none
-        QString systemVersion;  ///< of the C library; empty where it is unknown
+        /// The version that would run if the program was started now; empty where it is unknown.
+        std::function<std::string()> versionOnDisk;
+        QString systemVersion; ///< of the C library; empty where it is unknown
         QString architecture;
         /// Has the desktop open a verified file; false when it does not know how.
         std::function<bool(const QString& file)> open;
@@ -79,6 +83,7 @@ private:
     void beginDownload(const AppcastItem& item);
     Task<void> fetchFile(AppcastItem item, std::shared_ptr<std::atomic<qint64>> received);
     Task<Result<>> install(AppcastItem item, QString file);
+    void offerRestart();
     void fail(const std::string& what, const Error& error);
     void setCanCheck();
     void log(const std::string& message, const char* function, int line) const;
@@ -90,9 +95,10 @@ private:
     bool canCheck_ = false;
 
     bool isStarted_ = false;
-    QUrl feed_; // these three from the start on
-    PublicKey key_{};
-    Installation installation_{};
+    QUrl feed_; // these four from the start on
+    PublicKey feedKey_{};
+    PublicKey key_{};             // of files
+    Installation installation_{}; // what lies on the disk
 
     /// May outlast the silent check that began it.
     struct Download {
@@ -104,7 +110,8 @@ private:
     std::optional<Download> download_;
     // The file that is not fetched again just in case: it is there, or another would be no better.
     std::optional<Signature> settled_;
-    QString replacedBy_; // the version that starts next, once the AppImage was replaced
+    std::optional<FileIdentity> appImage_; // the file as this updater knows it
+    bool isReplaced_ = false;              // by `installation_.version`, which starts next
 
     Session session_ = Session::none;
     OwnedTask check_;

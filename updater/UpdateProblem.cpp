@@ -27,6 +27,14 @@ constexpr std::pair<UpdateProblem, const char*> sentences[] = {
                                                 "safe. Nothing was downloaded from there.")},
     {timedOut, QT_TRANSLATE_NOOP("SPUStandardUserDriver",
                                  "The update server takes too long to answer. Try again later.")},
+    {unsignedFeed,
+     QT_TRANSLATE_NOOP(
+         "SPUStandardUserDriver",
+         "The list of versions was not made by the developers of this program, or was "
+         "changed on its way. Nothing in it was used.")},
+    {oldFeed, QT_TRANSLATE_NOOP("SPUStandardUserDriver",
+                                "The update server sent an old list of versions. Try again later, "
+                                "and check that the date of this computer is right.")},
     {badFeed, QT_TRANSLATE_NOOP("SPUStandardUserDriver",
                                 "The update server sent a list of versions that cannot be read.")},
     {wrongLength,

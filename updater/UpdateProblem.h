@@ -14,6 +14,8 @@ enum class UpdateProblem {
     badRedirect, ///< redirected too often, or to somewhere less safe
     timedOut,    ///< nothing came for too long, or too little altogether
     // From here on not of the fetching program.
+    unsignedFeed,   ///< the list of releases is not what the developers signed
+    oldFeed,        ///< it has expired, or a newer one was seen before
     badFeed,        ///< what came is no list of releases
     wrongLength,    ///< the file is not as long as the feed says
     wrongSignature, ///< the file is not what the developers signed

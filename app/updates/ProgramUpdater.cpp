@@ -1,6 +1,7 @@
 #include "app/updates/ProgramUpdater.h"
 
 #include "base/ports/BundleInformation.h"
+#include "desktop/files/BundleReader.h"
 #include "desktop/files/RunningProgram.h"
 #include "model/preferences/StoredPreferences.h"
 #include "ui/Palette.h"
@@ -50,6 +51,11 @@ struct DesktopUserDriver {
 } // namespace
 
 MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
+    for (const char* needed : {"SUFeedURL", "SUFeedPublicEDKey", "SUPublicEDKey"}) {
+        if (environment.bundle.infoString(needed).value_or("").empty()) {
+            return nullptr;
+        }
+    }
     return [environment = std::move(environment)](SPUUpdaterDelegate& delegate) {
         const auto driver = std::make_shared<DesktopUserDriver>(
             QString::fromStdString(applicationName(environment.bundle)), environment.appearance,
@@ -69,6 +75,12 @@ MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
                     QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
                     QStringLiteral("/tidewell/updates"),
                 .appImage = QFile::decodeName(runningAppImage().c_str()),
+                .versionOnDisk =
+                    [&log = environment.log] {
+                        return readBundle(installedInfoFile(), log)
+                            .infoString("CFBundleShortVersionString")
+                            .value_or("");
+                    },
                 .systemVersion = systemVersion(),
                 .architecture = QSysInfo::buildCpuArchitecture(),
                 .open =

@@ -26,8 +26,9 @@ struct ProgramUpdaterEnvironment {
     std::function<void(const QString& program)> restart;
 };
 
-/// The updater of this build; empty in a build that a distribution keeps up to date. Which of the
-/// two files has it is the build's choice. After the application object.
+/// The updater of this build; empty in a build that a distribution keeps up to date, which of the
+/// two files has it being the build's choice, and where the bundle does not say where updates come
+/// from and how they are signed. After the application object.
 MakeUpdater programUpdater(ProgramUpdaterEnvironment environment);
 
 } // namespace tidewell

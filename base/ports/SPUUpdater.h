@@ -18,6 +18,7 @@ struct UpdaterPreferences {
     StoredPreference<bool> automaticallyDownloads;
     StoredPreference<double> checkInterval;       ///< seconds between two silent checks
     StoredPreference<std::string> skippedVersion; ///< which the user does not want to hear of
+    StoredPreference<double> feedSerial;          ///< the highest one seen: older feeds are refused
 };
 
 /// A release that an updater found.

@@ -21,6 +21,7 @@ inline constexpr UpdaterPreferences updater{
     .automaticallyDownloads = {"SUAutomaticallyUpdate", false},
     .checkInterval = {"SUScheduledCheckInterval", 86400.0},
     .skippedVersion = {"SUSkippedVersion", ""},
+    .feedSerial = {"SUFeedSerial", 0.0},
 };
 } // namespace preferences
 

@@ -242,6 +242,14 @@
         <source>The update did not succeed.</source>
         <translation>لم ينجح التحديث.</translation>
     </message>
+    <message>
+        <source>The list of versions was not made by the developers of this program, or was changed on its way. Nothing in it was used.</source>
+        <translation>لم يُنشئ مطوّرو هذا البرنامج قائمة الإصدارات، أو أنها تغيّرت في طريقها. لم يُستخدم أي شيء منها.</translation>
+    </message>
+    <message>
+        <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
+        <translation>أرسل خادم التحديثات قائمة إصدارات قديمة. حاول مرة أخرى لاحقًا، وتحقّق من صحة تاريخ هذا الحاسوب.</translation>
+    </message>
 </context>
 <context>
     <name>Scenes</name>

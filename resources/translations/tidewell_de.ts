@@ -242,6 +242,14 @@
         <source>The update did not succeed.</source>
         <translation>Das Update ist nicht gelungen.</translation>
     </message>
+    <message>
+        <source>The list of versions was not made by the developers of this program, or was changed on its way. Nothing in it was used.</source>
+        <translation>Die Liste der Versionen stammt nicht von den Entwicklern dieses Programms oder wurde unterwegs verändert. Nichts davon wurde verwendet.</translation>
+    </message>
+    <message>
+        <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
+        <translation>Der Update-Server hat eine alte Liste der Versionen gesendet. Versuchen Sie es später noch einmal und prüfen Sie, ob das Datum dieses Computers stimmt.</translation>
+    </message>
 </context>
 <context>
     <name>Scenes</name>

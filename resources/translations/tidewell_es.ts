@@ -242,6 +242,14 @@
         <source>The update did not succeed.</source>
         <translation>La actualización no se ha completado.</translation>
     </message>
+    <message>
+        <source>The list of versions was not made by the developers of this program, or was changed on its way. Nothing in it was used.</source>
+        <translation>La lista de versiones no procede de los desarrolladores de este programa o se modificó por el camino. No se ha usado nada de ella.</translation>
+    </message>
+    <message>
+        <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
+        <translation>El servidor de actualizaciones envió una lista de versiones antigua. Inténtelo más tarde y compruebe que la fecha de este equipo sea correcta.</translation>
+    </message>
 </context>
 <context>
     <name>Scenes</name>

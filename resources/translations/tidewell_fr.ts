@@ -242,6 +242,14 @@
         <source>The update did not succeed.</source>
         <translation>La mise à jour a échoué.</translation>
     </message>
+    <message>
+        <source>The list of versions was not made by the developers of this program, or was changed on its way. Nothing in it was used.</source>
+        <translation>La liste des versions ne provient pas des développeurs de ce programme ou a été modifiée en chemin. Rien de son contenu n’a été utilisé.</translation>
+    </message>
+    <message>
+        <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
+        <translation>Le serveur de mises à jour a envoyé une ancienne liste de versions. Réessayez plus tard et vérifiez que la date de cet ordinateur est correcte.</translation>
+    </message>
 </context>
 <context>
     <name>Scenes</name>

@@ -242,6 +242,14 @@
         <source>The update did not succeed.</source>
         <translation>アップデートできませんでした。</translation>
     </message>
+    <message>
+        <source>The list of versions was not made by the developers of this program, or was changed on its way. Nothing in it was used.</source>
+        <translation>バージョンの一覧は、このプログラムの開発者が作成したものではないか、途中で変更されています。その内容は一切使用していません。</translation>
+    </message>
+    <message>
+        <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
+        <translation>アップデートサーバーから古いバージョンの一覧が送られてきました。しばらくしてからもう一度お試しになり、このコンピューターの日付が正しいことを確認してください。</translation>
+    </message>
 </context>
 <context>
     <name>Scenes</name>

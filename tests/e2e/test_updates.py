@@ -34,7 +34,7 @@ class Updates(ScreenReaderCase):
     def test_install_over_the_appimage_and_start_it(self):
         build = pathlib.Path(executable()).resolve().parent.parent
         folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(dir=build)))
-        server = self.enterContext(UpdateServer())
+        server = self.enterContext(UpdateServer(build))
         signer = Signer(build, folder)
         images, items = [], []
         for version in ("0.1.0", "0.10.0", "0.9.0"):

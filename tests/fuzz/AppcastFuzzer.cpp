@@ -17,12 +17,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(compareVersions(a, b) == 0 <=> compareVersions(b, a));
     require(compareVersions(a, b) > 0 || compareVersions(b, c) > 0 || compareVersions(a, c) <= 0);
 
-    const auto items = readAppcast(bytes);
+    const QUrl from(QStringLiteral("https://tidewell.example/feed.xml"));
+    const auto items = readAppcast(bytes, from);
     if (!items) {
         return 0;
     }
     for (const AppcastItem& item : *items) {
-        require(isVersion(item.version.toStdString()) && isSafeAddress(item.address) &&
+        require(isVersion(item.version.toStdString()) && isSafeLink(item.address) &&
                 item.length > 0 && item.length <= largestUpdate);
     }
     for (const bool isAppImage : {false, true}) {

@@ -6,6 +6,7 @@
 #include "tests/fakes/TemporaryFolder.h"
 #include "tests/fakes/UpdaterContract.h"
 #include "updater/FeedUpdater.h"
+#include "updater/feed/SignedFeed.h"
 
 #include <QApplication>
 #include <QDir>
@@ -46,27 +47,28 @@ protected:
         writeText(folder.path() / "files" / name, text);
     }
 
-    static std::string text(const auto& bytes) {
-        return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()))
-            .toBase64()
-            .toStdString();
-    }
-    /// Of version 1.10, found at `path`, which is signed as it lies on the server as "new".
-    std::string item(const std::string& path, const KeyPair& signer) const {
+    static std::string text(const auto& bytes) { return base64(bytes).toStdString(); }
+    /// Of a release, found at `path`, which is signed as it lies on the server as "new".
+    std::string item(const std::string& path, const KeyPair& signer,
+                     const std::string& version = "1.10") const {
         FileDigest digest;
         digest.add(QByteArrayView(content.data(), qsizetype(content.size())));
         AppcastItem release{};
-        release.version = u"1.10"_s;
+        release.version = QString::fromStdString(version);
         release.type = appImageType;
         const auto signature = sign(signer.secretKey, signedText(release, digest));
-        return "<item><enclosure type='application/vnd.appimage' t:version='1.10' url='" + origin +
-               path + "' length='" + std::to_string(content.size()) + "' t:signature='" +
-               text(signature) + "'/></item>";
+        return "<item><enclosure type='application/vnd.appimage' t:version='" + version +
+               "' url='" + origin + path + "' length='" + std::to_string(content.size()) +
+               "' t:signature='" + text(signature) + "'/></item>";
+    }
+    void putSigned(const std::string& name, const std::string& text) const {
+        put(name, publish({serial, expires, QByteArray::fromStdString(text)}, feedKeys.secretKey)
+                      .toStdString());
     }
     void putFeed(const std::string& items) const {
-        put("feed.xml", "<rss version='2.0' xmlns:t='https://tidewell.example/ns/updates/1'>"
-                        "<channel>" +
-                            items + "</channel></rss>");
+        putSigned("feed.xml", "<rss version='2.0' xmlns:t='https://tidewell.example/ns/updates/1'>"
+                              "<channel>" +
+                                  items + "</channel></rss>");
     }
 
     void makeUpdater() {
@@ -85,6 +87,7 @@ protected:
                                      .fetching = settings,
                                      .downloadFolder = QString::fromStdString(downloads),
                                      .appImage = QString::fromStdString(appImage),
+                                     .versionOnDisk = [this] { return onDisk; },
                                      .systemVersion = {},
                                      .architecture = {},
                                      .open = open,
@@ -147,10 +150,15 @@ protected:
     QProcess server;
     std::string origin;
     KeyPair keys = makeKeyPair();
+    KeyPair feedKeys = makeKeyPair();
+    qint64 serial = 1; // of the feeds that are put from now on
+    QDateTime expires = QDateTime::currentDateTimeUtc().addDays(1);
+    std::string onDisk; ///< the version there
     const std::string downloads = folder.path() / "cache/updates";
     std::string appImage = folder.path() / "Tidewell.AppImage";
     FetchSettings settings;
     Bundle::InfoDictionary info{{"SUFeedURL", "https://tidewell.example/feed.xml"},
+                                {"SUFeedPublicEDKey", text(feedKeys.publicKey)},
                                 {"SUPublicEDKey", text(keys.publicKey)},
                                 {"CFBundleShortVersionString", "1.9"}};
     Bundle bundle{{}};
@@ -170,6 +178,7 @@ TEST_F(FeedUpdaterTest, StartsOnlyWithAFeedAKeyAndAVersionAndNeverChecksAllTheTi
     for (const auto& [key, text, wanted] :
          {std::tuple("SUFeedURL", "http://tidewell.example/", "http://tidewell.example/"),
           {"SUPublicEDKey", "AAAA", "not an Ed25519 public key"},
+          {"SUFeedPublicEDKey", "", "not an Ed25519 public key"},
           {"CFBundleShortVersionString", "No version", "version"}}) {
         info = right;
         info[key] = text;
@@ -250,11 +259,52 @@ TEST_F(FeedUpdaterTest, DoesAsTheUserSays) {
     EXPECT_EQ(shown<QLabel>(), nullptr) << "goes with it";
 }
 
+TEST_F(FeedUpdaterTest, NeverGoesBackFromWhatLiesOnTheDisk) {
+    putFeed(item("plain/new", keys, "1.12"));
+    startUpdater();
+    find();
+    press("Install");
+    ASSERT_TRUE(shows("1.12 is installed"));
+    EXPECT_EQ(readText(appImage), content);
+    press("Later");
+    serial = 2;
+    putFeed(item("plain/new", keys, "1.11"));
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("1.12 is installed")) << "still to be started";
+    press("Later");
+    EXPECT_THAT(answers, ElementsAre("1.12", "none"));
+
+    serial = 3;
+    putFeed(item("plain/new", keys, "1.13"));
+    writeText(appImage, "what somebody else has put there");
+    find();
+    press("Install");
+    confirm("could not be replaced");
+    onDisk = "1.14";
+    updater->checkForUpdates();
+    EXPECT_TRUE(shows("1.14 is installed")) << "which is newer";
+}
+
 TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWrong) {
     const KeyPair stranger = makeKeyPair();
+    QDateTime now = QDateTime::currentDateTimeUtc();
     put("short", content.substr(1));
     put("changed", content.substr(1) + "!");
-    put("bomb.xml", "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]><rss>&b;</rss>");
+
+    putFeed(item("plain/new", keys));
+    const std::string feed = readText(folder.path() / "files/feed.xml");
+    put("unsigned.xml", feed.substr(feed.find("<rss")));
+    put("stranger.xml",
+        publish({serial, expires, QByteArray::fromStdString(feed)}, keys.secretKey).toStdString());
+    std::swap(expires, now);
+    serial = 7;
+    putSigned("expired.xml", feed);
+    std::swap(expires, now);
+    serial = 4;
+    putSigned("older.xml", feed);
+    serial = 5;
+    defaults.set("SUFeedSerial", 5.0);
+    putSigned("bomb.xml", "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]><rss>&b;</rss>");
 
     const auto* const late = "takes too long";
     const auto* const incomplete = "not complete, or is not the right one. It was deleted.";
@@ -271,6 +321,10 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
              Case{"silent/feed.xml", "", late},
              Case{"slow/feed.xml", "", late},
              Case{"endless/feed.xml", "", "list of versions that cannot be read"},
+             Case{"plain/unsigned.xml", "", "was not made by the developers"},
+             Case{"plain/stranger.xml", "", "was not made by the developers"},
+             Case{"plain/expired.xml", "", "sent an old list"},
+             Case{"plain/older.xml", "", "sent an old list"},
              Case{"plain/bomb.xml", "", "list of versions that cannot be read"},
              Case{"broken/feed.xml", "", "cannot be reached"},
              Case{"plain/missing.xml", "", "does not have"},
@@ -309,6 +363,8 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         EXPECT_EQ(log.takeLines().size(), 1U);
         answers.clear();
     }
+
+    EXPECT_EQ(defaults.value("SUFeedSerial"), DefaultsValue(5.0)) << "no feed that was refused";
 
     for (const char mark : {'J', 'I'}) { // first no AppImage, then none in whose place to put it
         content[9] = mark;

@@ -3,7 +3,9 @@
 import http.server
 import json
 import os
+import pathlib
 import subprocess
+import tempfile
 import threading
 import time
 
@@ -13,9 +15,11 @@ NAMESPACE = "https://tidewell.example/ns/updates/1"
 class UpdateServer:
     """Serves what is put into `files`, by path, over plain http, which the program accepts of the
     loopback alone. `asked` lists the paths that were asked for. Of what is `held`, only the first
-    half arrives as long as it is."""
+    half arrives as long as it is. Feeds are signed with a key of the server's own."""
 
-    def __init__(self):
+    def __init__(self, build):
+        self.folder = tempfile.TemporaryDirectory()
+        self.signer = Signer(build, pathlib.Path(self.folder.name))
         self.files, self.asked, self.held = {}, [], set()
         outer = self
 
@@ -44,13 +48,15 @@ class UpdateServer:
     def __exit__(self, *_):
         self.server.shutdown()
         self.server.server_close()
+        self.folder.cleanup()
 
     def address(self, path):
         return f"http://127.0.0.1:{self.server.server_port}{path}"
 
     def put_feed(self, *items):
-        self.files["/feed.xml"] = (f"<rss version='2.0' xmlns:tidewell='{NAMESPACE}'><channel>"
-                                   + "".join(items) + "</channel></rss>").encode()
+        self.files["/feed.xml"] = self.signer.feed(
+            f"<rss version='2.0' xmlns:tidewell='{NAMESPACE}'><channel>" + "".join(items)
+            + "</channel></rss>")
 
 
 def install(build, place, server, version="0.1.0", key=None):
@@ -62,9 +68,9 @@ def install(build, place, server, version="0.1.0", key=None):
         os.link(build / program, place / program)
     information = json.loads((build / "share/tidewell/Info.json").read_text())
     information |= {"SUFeedURL": server.address("/feed.xml"),
+                    "SUFeedPublicEDKey": server.signer.key,
+                    "SUPublicEDKey": key or server.signer.key,
                     "CFBundleShortVersionString": version}
-    if key is not None:
-        information["SUPublicEDKey"] = key
     (place / "share/tidewell").mkdir(parents=True)
     (place / "share/tidewell/Info.json").write_text(json.dumps(information))
     (place / "share/tidewell/translations").symlink_to(
@@ -89,6 +95,12 @@ class Signer:
     def _run(self, *arguments):
         return subprocess.run([self.tool, *arguments], check=True, text=True,
                               stdout=subprocess.PIPE).stdout
+
+    def feed(self, text):
+        """The signed form of a list of releases."""
+        file = self.key_file.with_name("feed.xml")
+        file.write_text(text)
+        return self._run("feed", "--key", self.key_file, file).encode()
 
     def item(self, version, address, file, *options):
         return self._run("item", "--key", self.key_file, "--version", version, "--address", address,

@@ -82,7 +82,7 @@ def take_windows(photographer, language, dark, server, file):
 
 def take_all(photographer, arguments):
     build = pathlib.Path(arguments.program).resolve().parent.parent
-    with tempfile.TemporaryDirectory(dir=build) as name, UpdateServer() as server:
+    with tempfile.TemporaryDirectory(dir=build) as name, UpdateServer(build) as server:
         place = pathlib.Path(name)
         signer = Signer(build, place)
         os.environ["TIDEWELL"] = str(install(build, place, server, key=signer.key))

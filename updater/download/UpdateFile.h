@@ -3,6 +3,7 @@
 #include "base/values/Result.h"
 #include "updater/feed/Appcast.h"
 
+#include <optional>
 #include <stop_token>
 
 namespace tidewell {
@@ -23,6 +24,16 @@ Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicK
 /// The same of a file on the disk. Ends early, as a failure, once `stop` is requested.
 Result<> verifyFile(const QString& path, const AppcastItem& item, const PublicKey& key,
                     const std::stop_token& stop);
+
+/// Tells whether a path still leads to the same file with the same content.
+struct FileIdentity {
+    quint64 device;
+    quint64 inode;
+    qint64 length;
+    qint64 changed; ///< nanoseconds
+    bool operator==(const FileIdentity&) const = default;
+};
+std::optional<FileIdentity> identityOf(const QString& path);
 
 /// Puts `file` in the place of `appImage`, or of what that links to, at once and as a whole: it is
 /// copied into the same folder, verified again while that is done, and renamed. What fails, is no

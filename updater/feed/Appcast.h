@@ -39,7 +39,9 @@ inline constexpr qint64 largestUpdate = qint64{1} << 30;
 /// The releases of a feed as docs/updates.md describes it, in their order. Releases that lack
 /// something or say it wrongly are left out. A feed is refused as a whole that is not well-formed,
 /// declares a document type, is no RSS 2.0 or has more than 1,000 releases. Pure.
-Result<std::vector<AppcastItem>> readAppcast(const QByteArray& feed);
+/// Addresses that are less safe than `from`, the feed's own, are such a wrong; so are notes of more
+/// than 64 Ki characters.
+Result<std::vector<AppcastItem>> readAppcast(const QByteArray& feed, const QUrl& from);
 
 /// What a release has to fit.
 struct Installation {

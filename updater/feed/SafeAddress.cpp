@@ -28,8 +28,16 @@ bool isSafeAddress(const QUrl& address) {
            (address.scheme() == QStringLiteral("http") && isLoopback(address.host()));
 }
 
+bool isSafeLink(const QUrl& address) {
+    static const QRegularExpression local(
+        QStringLiteral("(\\A|\\.)localhost\\.?\\z|\\A(127|0)\\.|\\A::(1|ffff:.*)?\\z"));
+    return isSafeAddress(address) && isEncrypted(address) &&
+           !local.match(address.host()).hasMatch();
+}
+
 bool isSafeRedirect(const QUrl& from, const QUrl& to) {
-    return isSafeAddress(to) && (isEncrypted(to) || !isEncrypted(from));
+    return isSafeLink(to) || (isLoopback(from.host()) && isSafeAddress(to) &&
+                              (isEncrypted(to) || !isEncrypted(from)));
 }
 
 } // namespace tidewell

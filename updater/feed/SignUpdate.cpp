@@ -2,6 +2,7 @@
 // releases. docs/updates.md says how it is used.
 
 #include "updater/feed/Appcast.h"
+#include "updater/feed/SignedFeed.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -30,12 +31,6 @@ void print(const QByteArray& text) {
     }
 }
 
-template <typename Bytes>
-QByteArray base64(const Bytes& bytes) {
-    return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()))
-        .toBase64();
-}
-
 QByteArray readText(const QString& path) {
     constexpr qint64 largest = qint64{1} << 20;
     QFile file(path);
@@ -43,6 +38,16 @@ QByteArray readText(const QString& path) {
         giveUp(path + QStringLiteral(": ") + file.errorString());
     }
     return file.read(largest);
+}
+
+SecretKey readKey(const QString& path) {
+    QByteArray text = readText(path);
+    const auto key = readSecretKey(text.trimmed());
+    text.fill('\0'); // as the key wipes itself
+    if (!key) {
+        giveUp(QStringLiteral("the key's file holds no key"));
+    }
+    return *key;
 }
 
 void makeKey(const QString& path) {
@@ -125,7 +130,8 @@ QByteArray itemText(const AppcastItem& item) {
 
 void printItem(const AppcastItem& item, const PublicKey& key, const FileDigest& digest) {
     const QByteArray text = itemText(item);
-    const auto items = readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>");
+    const auto items =
+        readAppcast("<rss version='2.0'><channel>" + text + "</channel></rss>", item.address);
     if (!items || items->size() != 1 ||
         !isSigned(key, items->front().signature, signedText(items->front(), digest))) {
         giveUp(QStringLiteral("no updater would accept this release: look at the version, the "
@@ -134,13 +140,38 @@ void printItem(const AppcastItem& item, const PublicKey& key, const FileDigest& 
     print(text);
 }
 
+void printFeed(const QByteArray& text, const SecretKey& key, const QString& days,
+               const QString& serial) {
+    const auto now = QDateTime::currentDateTimeUtc();
+    const auto signedBefore = readSignedFeed(text, publicHalf(key));
+    bool areNumbers = true;
+    const auto number = [&areNumbers](const QString& given, qint64 otherwise) {
+        bool isNumber = true;
+        const qint64 read = given.isEmpty() ? otherwise : given.toLongLong(&isNumber);
+        areNumbers = areNumbers && isNumber && read > 0;
+        return read;
+    };
+    const SignedFeed feed{number(serial, now.toSecsSinceEpoch()), now.addDays(number(days, 30)),
+                          signedBefore ? signedBefore->feed : text};
+    if (!areNumbers || (signedBefore && feed.serial <= signedBefore->serial)) {
+        giveUp(QStringLiteral("--days and --serial are numbers, and serial numbers only grow"));
+    }
+    if (const auto items = readAppcast(feed.feed, QUrl(QStringLiteral("https://feed.example")));
+        !items) {
+        giveUp(QString::fromStdString(items.error().text));
+    }
+    print(publish(feed, key));
+}
+
 int run() {
     QCommandLineParser options;
-    options.setApplicationDescription(
-        QStringLiteral("sign-update make-key KEYFILE\n"
-                       "    makes a key, and prints its public half\n"
-                       "sign-update item --key KEYFILE --version VERSION --address URL FILE\n"
-                       "    prints the entry of a release for the list of releases"));
+    options.setApplicationDescription(QStringLiteral(
+        "sign-update make-key KEYFILE\n"
+        "    makes a key, and prints its public half\n"
+        "sign-update item --key KEYFILE --version VERSION --address URL FILE\n"
+        "    prints the entry of a release for the list of releases\n"
+        "sign-update feed --key KEYFILE [--days DAYS] FILE\n"
+        "    prints a list of releases as it is published; renews one that is signed"));
     const auto add = [&options](const char* name, const char* description) {
         options.addOption({QString::fromLatin1(name), QString::fromLatin1(description),
                            QString::fromLatin1(name).toUpper()});
@@ -152,7 +183,10 @@ int run() {
     add("notes", "a file with the release notes, in Markdown");
     add("minimum-system", "the oldest C library that the file runs with");
     add("architecture", "the machines that the file runs on, such as x86_64 or arm64");
-    options.addPositionalArgument(QStringLiteral("command"), QStringLiteral("make-key or item"));
+    add("days", "for how long a feed is valid, 30 days unless said");
+    add("serial", "a feed's serial number, the time in seconds unless said");
+    options.addPositionalArgument(QStringLiteral("command"),
+                                  QStringLiteral("make-key, item or feed"));
     options.addPositionalArgument(QStringLiteral("file"), QStringLiteral("KEYFILE or FILE"));
     options.process(*QCoreApplication::instance());
 
@@ -162,15 +196,17 @@ int run() {
         makeKey(file);
         return EXIT_SUCCESS;
     }
-    if (arguments.size() != 2 || arguments[0] != QStringLiteral("item")) {
+    if (arguments.size() != 2 ||
+        (arguments[0] != QStringLiteral("item") && arguments[0] != QStringLiteral("feed"))) {
         options.showHelp(EXIT_FAILURE);
     }
     const auto value = [&options](const char* name) { // trimmed, as readers of a feed do
         return options.value(QString::fromLatin1(name)).trimmed();
     };
-    const auto key = readSecretKey(readText(value("key")).trimmed());
-    if (!key) {
-        giveUp(QStringLiteral("the key's file holds no key"));
+    const SecretKey key = readKey(value("key"));
+    if (arguments[0] == QStringLiteral("feed")) {
+        printFeed(readText(file), key, value("days"), value("serial"));
+        return EXIT_SUCCESS;
     }
     const FileDigest digest = digestOf(file);
     AppcastItem item{
@@ -182,8 +218,8 @@ int run() {
         .signature = {},
         .minimumSystemVersion = value("minimum-system"),
         .architecture = value("architecture")};
-    item.signature = sign(*key, signedText(item, digest));
-    printItem(item, publicHalf(*key), digest);
+    item.signature = sign(key, signedText(item, digest));
+    printItem(item, publicHalf(key), digest);
     return EXIT_SUCCESS;
 }
 

@@ -10,7 +10,7 @@ namespace tidewell {
 namespace {
 
 static_assert(std::tuple_size_v<PublicKey> == crypto_sign_PUBLICKEYBYTES);
-static_assert(std::tuple_size_v<SecretKey> == crypto_sign_SECRETKEYBYTES);
+static_assert(sizeof(SecretKey) == crypto_sign_SECRETKEYBYTES);
 static_assert(std::tuple_size_v<Signature> == crypto_sign_BYTES);
 static_assert(std::tuple_size_v<FileDigest::Sum> == crypto_hash_sha512_BYTES);
 
@@ -26,6 +26,14 @@ std::optional<Bytes> fromBase64(const QByteArray& base64) {
     return bytes;
 }
 
+/// Chooses the implementations that fit the processor, and opens the source of random numbers.
+void startSodium() {
+    static const bool isReady = sodium_init() >= 0;
+    if (!isReady) {
+        throw std::runtime_error("no source of random numbers");
+    }
+}
+
 const unsigned char* bytesOf(const QByteArray& text) {
     return reinterpret_cast<const unsigned char*>(text.constData());
 }
@@ -33,6 +41,7 @@ const unsigned char* bytesOf(const QByteArray& text) {
 } // namespace
 
 std::optional<PublicKey> readPublicKey(const QByteArray& base64) {
+    startSodium();
     const auto key = fromBase64<PublicKey>(base64);
     return key && crypto_core_ed25519_is_valid_point(key->data()) == 1 ? key : std::nullopt;
 }
@@ -45,7 +54,12 @@ std::optional<Signature> readSignature(const QByteArray& base64) {
     return fromBase64<Signature>(base64);
 }
 
+SecretKey::~SecretKey() {
+    sodium_memzero(data(), size());
+}
+
 FileDigest::FileDigest() { // NOLINT(cppcoreguidelines-pro-type-member-init): the call does
+    startSodium();
     crypto_hash_sha512_init(&state_);
 }
 
@@ -63,21 +77,21 @@ FileDigest::Sum FileDigest::sum() const {
 }
 
 KeyPair makeKeyPair() {
-    if (sodium_init() < 0) { // what it takes from the machine is randomness
-        throw std::runtime_error("no source of random numbers");
-    }
+    startSodium();
     KeyPair pair{};
     crypto_sign_keypair(pair.publicKey.data(), pair.secretKey.data());
     return pair;
 }
 
 PublicKey publicHalf(const SecretKey& key) {
+    startSodium();
     PublicKey half;
     crypto_sign_ed25519_sk_to_pk(half.data(), key.data());
     return half;
 }
 
 Signature sign(const SecretKey& key, const QByteArray& text) {
+    startSodium();
     Signature signature;
     crypto_sign_detached(signature.data(), nullptr, bytesOf(text),
                          static_cast<unsigned long long>(text.size()), key.data());
@@ -85,6 +99,7 @@ Signature sign(const SecretKey& key, const QByteArray& text) {
 }
 
 bool isSigned(const PublicKey& key, const Signature& signature, const QByteArray& text) {
+    startSodium();
     return crypto_sign_verify_detached(signature.data(), bytesOf(text),
                                        static_cast<unsigned long long>(text.size()),
                                        key.data()) == 0;

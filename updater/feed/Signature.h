@@ -14,7 +14,13 @@ namespace tidewell {
 // itself but a short text about it, `signedText()`: so a file is verified while it is read.
 
 using PublicKey = std::array<unsigned char, 32>;
-using SecretKey = std::array<unsigned char, 64>;
+/// Wiped when it is destroyed.
+struct SecretKey : std::array<unsigned char, 64> {
+    SecretKey() = default;
+    SecretKey(const SecretKey&) = default;
+    SecretKey& operator=(const SecretKey&) = default;
+    ~SecretKey();
+};
 using Signature = std::array<unsigned char, 64>;
 
 /// Each of these from its base64 form; empty when that is not one. A public key is refused that is
@@ -22,6 +28,12 @@ using Signature = std::array<unsigned char, 64>;
 std::optional<PublicKey> readPublicKey(const QByteArray& base64);
 std::optional<SecretKey> readSecretKey(const QByteArray& base64);
 std::optional<Signature> readSignature(const QByteArray& base64);
+
+/// The other way round.
+template <std::size_t Size>
+QByteArray base64(const std::array<unsigned char, Size>& bytes) {
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(Size)).toBase64();
+}
 
 /// Length and SHA-512 of a file that passes by in pieces.
 class FileDigest {

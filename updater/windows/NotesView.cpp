@@ -4,6 +4,7 @@
 #include "updater/feed/SafeAddress.h"
 
 #include <QDesktopServices>
+#include <QRegularExpression>
 #include <QTextBlock>
 
 #include <vector>
@@ -24,20 +25,24 @@ NotesView::NotesView(const QString& markdown, const QString& accessibleName) {
     setContextMenuPolicy(Qt::NoContextMenu); // it speaks the toolkit's language
     setAccessibleName(accessibleName);
     connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& address) {
-        if (isSafeAddress(address)) {
+        if (isSafeLink(address)) {
             QDesktopServices::openUrl(address);
         }
     });
     document()->setDocumentMargin(10);
     document()->setIndentWidth(16);
-    document()->setMarkdown(markdown, QTextDocument::MarkdownNoHTML);
+    // Overrides of the text's direction could make a link look as if it led elsewhere.
+    static const QRegularExpression overrides(
+        QStringLiteral("[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"));
+    document()->setMarkdown(QString(markdown).remove(overrides), QTextDocument::MarkdownNoHTML);
     tidy();
     moveCursor(QTextCursor::Start); // or the notes are shown from their end
 }
 
-/// Puts some air between paragraphs, makes headings no larger than the window's, and takes out the
-/// frames that stand for pictures. Links get the colour of the text, which follows the window's
-/// palette, in the place of one that was fixed when they were read.
+/// Puts some air between paragraphs, makes headings no larger than the window's, takes out the
+/// frames that stand for pictures, and says behind each link where it leads. Links get the colour
+/// of the text, which follows the window's palette, in the place of one that was fixed when they
+/// were read.
 void NotesView::tidy() {
     std::vector<QTextCursor> changes;
     QTextBlockFormat spaced;
@@ -71,9 +76,12 @@ void NotesView::tidy() {
                 cursor.atStart() ? cursor.deleteChar() : cursor.deletePreviousChar();
             }
         } else {
+            const QUrl target(format.anchorHref());
             format.clearForeground();
             format.setFontUnderline(true);
             cursor.setCharFormat(format);
+            cursor.setPosition(cursor.selectionEnd());
+            cursor.insertText(QStringLiteral(" (%1)").arg(target.host()), QTextCharFormat());
         }
     }
 }

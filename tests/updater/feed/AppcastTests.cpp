@@ -1,5 +1,7 @@
+#include "updater/UpdateProblem.h"
 #include "updater/feed/Appcast.h"
 #include "updater/feed/SafeAddress.h"
+#include "updater/feed/SignedFeed.h"
 #include "updater/feed/VersionOrder.h"
 
 #include <gtest/gtest.h>
@@ -55,9 +57,25 @@ TEST(SafeAddress, IsEncryptedOrOnThisMachineAndNeverGetsWeaker) {
                                           {"", false}}) {
         EXPECT_EQ(isSafeAddress(QUrl(QString::fromLatin1(address))), isSafe) << address;
     }
-    EXPECT_TRUE(isSafeRedirect(QUrl(u"http://localhost/"_s), QUrl(u"https://b.example/"_s)));
-    EXPECT_FALSE(isSafeRedirect(QUrl(u"https://b.example/"_s), QUrl(u"http://localhost/"_s)));
+    const QUrl network(u"https://a.example/"_s);
+    for (const char* local :
+         {"https://localhost/", "https://LOCALHOST./", "https://a.localhost/", "https://127.1/",
+          "https://0x7f000001/", "https://[::1]/", "https://[::ffff:127.0.0.1]/", "https://0/",
+          "http://127.0.0.1/", "http://b.example/"}) {
+        EXPECT_FALSE(isSafeRedirect(network, QUrl(QString::fromLatin1(local)))) << local;
+    }
+    for (const auto& [from, to, isSafe] :
+         {std::tuple("https://a.example/", "https://b.example/", true),
+          {"http://localhost/", "https://b.example/", true},
+          {"https://127.0.0.1/", "https://127.0.0.1/", true},
+          {"https://127.0.0.1/", "http://127.0.0.1/", false}}) {
+        EXPECT_EQ(isSafeRedirect(QUrl(QString::fromLatin1(from)), QUrl(QString::fromLatin1(to))),
+                  isSafe)
+            << from << to;
+    }
 }
+
+const QUrl feedAddress(u"https://tidewell.example/feed.xml"_s);
 
 QByteArray feedOf(const QByteArray& items, const QByteArray& prologue = {}) {
     return prologue +
@@ -74,7 +92,7 @@ QByteArray itemOf(const QByteArray& attributes, const QByteArray& more = {}) {
 /// The version that would be installed over 1.9 on a machine with version 2.36 of the library;
 /// "refused" for a feed that is.
 QString chosen(const QByteArray& feed, bool isAppImage = false) {
-    if (const auto items = readAppcast(feed)) {
+    if (const auto items = readAppcast(feed, feedAddress)) {
         const auto* item = newestUpdate(*items, {u"1.9"_s, u"2.36"_s, u"x86_64"_s, isAppImage});
         return item == nullptr ? QString() : item->version;
     }
@@ -90,6 +108,8 @@ TEST(Appcast, OffersTheNewestReleaseThatFitsAndPassesOverWhatIsWrong) {
           itemOf("t:version='2'").replace("a/b", "a/b&#10;x86_64"),
           itemOf("t:version='2'").replace("length='7'", "length='99999999999999999999'"),
           itemOf("t:version='2'").replace("https", "http"),
+          itemOf("t:version='2'").replace("tidewell.example/a", "localhost/a"),
+          itemOf("t:version='2'", "<description>" + QByteArray(70000, 'n') + "</description>"),
           itemOf("t:version='2'").replace("t:signature='c", "t:signature='"),
           itemOf("t:version='2'").replace("enclosure", "t:enclosure")}) {
         EXPECT_EQ(chosen(feedOf(passedOver + good + passedOver)), u"1.10"_s) << passedOver.data();
@@ -101,22 +121,61 @@ TEST(Appcast, OffersTheNewestReleaseThatFitsAndPassesOverWhatIsWrong) {
     const auto items =
         readAppcast(feedOf(itemOf("t:version='2'",
                                   "<description> <![CDATA[**New**]]> <b>no</b>\n</description>"
-                                  "<t:description>no</t:description>")))
+                                  "<t:description>no</t:description>")),
+                    feedAddress)
             .value();
     EXPECT_EQ(items.at(0).notes, u"**New**"_s);
 }
 
 TEST(Appcast, RefusesFeedsThatAreNoneAndThoseThatMeanHarm) {
     const auto good = feedOf(itemOf("t:version='2'"));
+    QByteArray crowd; // a second's work for the square of it
+    for (int i = 0; i < 100000; ++i) {
+        crowd += " a" + QByteArray::number(i) + "='>'";
+    }
     const QByteArray bomb = "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]>";
     for (const QByteArray& feed :
          {QByteArray(), QByteArray("Not Found"), good.left(good.size() - 3), good + "<more/>",
           feedOf("&b;", bomb), feedOf(itemOf("t:version='2'"), bomb),
           feedOf(itemOf("t:version='2'"), "<!DOCTYPE rss SYSTEM 'file:///etc/passwd'>"),
-          feedOf("&unknown;"), QByteArray(good).replace("2.0", "0.9"),
-          QByteArray(good).replace("rss", "rdf"), feedOf("<title>\xff\xfe\xfd</title>"),
-          feedOf(itemOf("t:version='2'").repeated(10000)), feedOf("<item>").repeated(9999)}) {
+          feedOf("<![CDATA[<]]><!-- < --><a" + crowd + "/>"), feedOf("&unknown;"),
+          QByteArray(good).replace("2.0", "0.9"), QByteArray(good).replace("rss", "rdf"),
+          feedOf("<title>\xff\xfe\xfd</title>"), feedOf(itemOf("t:version='2'").repeated(10000)),
+          feedOf("<item>").repeated(9999)}) {
         EXPECT_EQ(chosen(feed), u"refused"_s) << feed.left(100).data();
+    }
+}
+
+TEST(SignedFeed, IsReadOnlyAsItWasSignedAndCountsOnlyWhileItIsTheNewest) {
+    const KeyPair keys = makeKeyPair();
+    const auto now = QDateTime(QDate(2026, 11, 23), QTime(12, 0), Qt::UTC);
+    const SignedFeed feed{7, now.addDays(30), "<rss/>\n\n"};
+    const QByteArray published = publish(feed, keys.secretKey);
+    EXPECT_TRUE(published.endsWith("\ntidewell feed 1\n7\n2026-12-23T12:00:00Z\n<rss/>\n\n"));
+    const auto read = readSignedFeed(published, keys.publicKey).value();
+    EXPECT_EQ(std::tie(read.serial, read.expires, read.feed),
+              std::tie(feed.serial, feed.expires, feed.feed));
+    for (qsizetype i = 0; i < published.size(); ++i) {
+        auto changed = published;
+        changed[i] = char(changed[i] ^ 1);
+        EXPECT_EQ(readSignedFeed(changed, keys.publicKey).error().cause,
+                  UpdateProblem::unsignedFeed)
+            << i;
+    }
+    for (const auto& other : {QByteArray(), feed.feed, published.left(50), published + ' ',
+                              publish(feed, makeKeyPair().secretKey)}) {
+        EXPECT_EQ(readSignedFeed(other, keys.publicKey).error().cause, UpdateProblem::unsignedFeed);
+    }
+    for (const QByteArray text : {"", "tidewell update 2\n7\n2026-12-23T12:00:00Z\n",
+                                  "tidewell feed 1\n-7\n2026-12-23T12:00:00Z\n",
+                                  "tidewell feed 1\n7\n2026-12-23T12:00:00\n"}) {
+        const auto envelope = base64(sign(keys.secretKey, text)) + '\n' + text;
+        EXPECT_EQ(readSignedFeed(envelope, keys.publicKey).error().cause, UpdateProblem::badFeed);
+    }
+    for (const auto& [days, highest, isFresh] :
+         {std::tuple(0, 0, true), {29, 7, true}, {30, 7, false}, {0, 8, false}}) {
+        EXPECT_EQ(checkFresh(feed, now.addDays(days), highest).has_value(), isFresh)
+            << days << ' ' << highest;
     }
 }
 
