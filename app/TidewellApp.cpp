@@ -5,6 +5,7 @@
 #include "app/processes/AppMemoryView.h"
 #include "app/settings/SettingsView.h"
 #include "base/ports/BundleInformation.h"
+#include "ui/Accessible.h"
 #include "ui/Palette.h"
 
 #include <QCoreApplication>
@@ -77,6 +78,7 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
              [this] { return environment_.itemPlace.lastKnown(); })
     , quitConfirmation_(environment_.defaults, applicationName_, panel_, quitApplication) {
     panel_.setWindowTitle(applicationName_);
+    makeWindowsAccessible();
     addWindows();
     appearanceChanged_ = environment_.appearance.didChange([this] { applyAppearance(); });
     applyAppearance();
@@ -134,6 +136,7 @@ std::unique_ptr<QWidget> TidewellApp::makeAppMemory() {
     }
     return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
         .memoryManager = memoryManager_,
+        .memoryWatcher = memoryWatcher_,
         .defaults = environment_.defaults,
         .dismissWindow = [this] { windows_.dismissWindow(SceneIdentifier::appMemory); },
         .panelWidth = panelWidth,

@@ -22,4 +22,15 @@ void makeAccessible() {
     });
 }
 
+/// From now on top-level widgets without a class of Qt's own have the role of a window, which Qt
+/// gives to main windows only. To be called before the first is shown. Main thread.
+inline void makeWindowsAccessible() {
+    QAccessible::installFactory([](const QString& name, QObject* object) -> QAccessibleInterface* {
+        auto* const widget = qobject_cast<QWidget*>(object);
+        return widget != nullptr && widget->isWindow() && name == QStringLiteral("QWidget")
+                   ? new AccessibleAs<QAccessible::Window>(widget) // Qt takes it over
+                   : nullptr;
+    });
+}
+
 } // namespace tidewell

@@ -2,6 +2,7 @@
 
 #include "app/lists/ShowItemList.h"
 #include "app/lists/ShowItemView.h"
+#include "app/lists/UsageText.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -15,13 +16,13 @@ namespace {
 
 class AccessibleRow final : public QAccessibleInterface {
 public:
-    AccessibleRow(ShowItemList& list, std::size_t index)
+    AccessibleRow(ShowItemList& list, ShowItemList::RowKey key)
         : list_(list)
-        , index_(index) {}
+        , key_(key) {}
 
-    std::size_t index() const { return index_; }
+    std::optional<std::size_t> index() const { return list_.rowOf(key_); }
 
-    bool isValid() const override { return index_ < list_.items().size(); }
+    bool isValid() const override { return index().has_value(); }
     QObject* object() const override { return nullptr; }
     QWindow* window() const override { return parent()->window(); }
     QAccessibleInterface* parent() const override {
@@ -34,30 +35,43 @@ public:
     QAccessible::Role role() const override { return QAccessible::ListItem; }
 
     QString text(QAccessible::Text kind) const override {
-        if (kind != QAccessible::Name || !isValid()) {
+        const auto row = index();
+        if (!row) {
             return {};
         }
-        const DisplayContainer& item = list_.items()[index_];
-        return QString::fromStdString(item.showItem.label) + u' ' + ShowItemView{item}.valueText();
+        const ShowItemView view = list_.row(*row);
+        const DisplayContainer& item = view.displayContainer;
+        if (kind == QAccessible::Description && item.usage) {
+            return UsageText::of(*item.usage);
+        }
+        if (kind != QAccessible::Name) {
+            return {};
+        }
+        const QString remark = view.remark();
+        return QString::fromStdString(item.showItem.label) + u' ' + view.valueText() +
+               (remark.isEmpty() ? remark : QStringLiteral(", ") + remark);
     }
     void setText(QAccessible::Text, const QString&) override {}
 
     QRect rect() const override {
-        const QRect frame = list_.rowFrame(index_).toAlignedRect();
+        const auto row = index();
+        const QRect frame = row ? list_.rowFrame(*row).toAlignedRect() : QRect();
         return {list_.viewport()->mapToGlobal(frame.topLeft()), frame.size()};
     }
 
     QAccessible::State state() const override {
         QAccessible::State state = parent()->state();
-        state.focusable = false;
-        state.focused = false;
-        state.offscreen = !list_.rowFrame(index_).intersects(QRectF(list_.viewport()->rect()));
+        const auto row = index();
+        state.focusable = true;
+        state.focused = list_.hasFocus() && row && row == list_.currentRow();
+        state.offscreen =
+            !row || !list_.rowFrame(*row).intersects(QRectF(list_.viewport()->rect()));
         return state;
     }
 
 private:
     ShowItemList& list_; // the interfaces of a list's rows go with that of the list
-    std::size_t index_;
+    ShowItemList::RowKey key_;
 };
 
 class AccessibleList final : public QAccessibleWidget {
@@ -68,7 +82,7 @@ public:
     AccessibleList(const AccessibleList&) = delete;
     AccessibleList& operator=(const AccessibleList&) = delete;
     ~AccessibleList() override {
-        for (const auto& [index, id] : rows_) {
+        for (const auto& [key, id] : rows_) {
             QAccessible::deleteAccessibleInterface(id);
         }
     }
@@ -76,12 +90,15 @@ public:
     int childCount() const override { return static_cast<int>(list_.items().size()); }
 
     QAccessibleInterface* child(int index) const override {
-        return index >= 0 && index < childCount() ? row(static_cast<std::size_t>(index)) : nullptr;
+        return index >= 0 && index < childCount()
+                   ? row(ShowItemList::keyOf(list_.items(), static_cast<std::size_t>(index)))
+                   : nullptr;
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override {
         const auto* const row = dynamic_cast<const AccessibleRow*>(child);
-        return row == nullptr ? -1 : static_cast<int>(row->index());
+        const auto index = row == nullptr ? std::nullopt : row->index();
+        return index ? static_cast<int>(*index) : -1;
     }
 
     QAccessibleInterface* childAt(int x, int y) const override {
@@ -93,42 +110,72 @@ public:
         return nullptr;
     }
 
-    void tellChangedRows(const std::vector<DisplayContainer>& before) const {
+    QAccessibleInterface* focusChild() const override {
+        const auto current = list_.currentRow();
+        return list_.hasFocus() && current ? child(static_cast<int>(*current)) : nullptr;
+    }
+
+    void tellChangedRows(const std::vector<DisplayContainer>& before) {
         const auto& now = list_.items();
-        for (std::size_t index = 0; index < std::max(before.size(), now.size()); ++index) {
-            if (index >= now.size()) {
-                tell(index, QAccessible::ObjectDestroyed);
-            } else if (index >= before.size()) {
-                tell(index, QAccessible::ObjectCreated);
-            } else if (before[index].showItem.label != now[index].showItem.label ||
-                       before[index].showItem.value != now[index].showItem.value) {
-                tell(index, QAccessible::NameChanged);
+        std::map<ShowItemList::RowKey, const DisplayContainer*> gone;
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            gone.emplace(ShowItemList::keyOf(before, i), &before[i]);
+        }
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            const auto key = ShowItemList::keyOf(now, i);
+            const auto old = gone.find(key);
+            if (old == gone.end()) {
+                tell(key, QAccessible::ObjectCreated);
+                continue;
             }
+            if (old->second->showItem.label != now[i].showItem.label ||
+                old->second->showItem.value != now[i].showItem.value) {
+                tell(key, QAccessible::NameChanged);
+            }
+            gone.erase(old);
+        }
+        for (const auto& [key, item] : gone) {
+            tell(key, QAccessible::ObjectDestroyed);
+            QAccessible::deleteAccessibleInterface(rows_.at(key));
+            rows_.erase(key);
+        }
+    }
+
+    void tellFocusedRow() const {
+        const auto current = list_.currentRow();
+        if (current) {
+            tell(ShowItemList::keyOf(list_.items(), *current), QAccessible::Focus);
         }
     }
 
 private:
-    QAccessibleInterface* row(std::size_t index) const {
-        const auto [found, isNew] = rows_.try_emplace(index);
+    QAccessibleInterface* row(ShowItemList::RowKey key) const {
+        const auto [found, isNew] = rows_.try_emplace(key);
         if (isNew) {
-            auto* const made = new AccessibleRow(list_, index); // registering hands it over
+            auto* const made = new AccessibleRow(list_, key); // registering hands it over
             found->second = QAccessible::registerAccessibleInterface(made);
         }
         return QAccessible::accessibleInterface(found->second);
     }
 
-    void tell(std::size_t index, QAccessible::Event kind) const {
-        QAccessibleEvent event(row(index), kind);
+    void tell(ShowItemList::RowKey key, QAccessible::Event kind) const {
+        QAccessibleEvent event(row(key), kind);
         QAccessible::updateAccessibility(&event);
     }
 
     ShowItemList& list_;
-    mutable std::map<std::size_t, QAccessible::Id> rows_; // made when they are asked for
+    mutable std::map<ShowItemList::RowKey, QAccessible::Id> rows_; // made when they are asked for
 };
 
 QAccessibleInterface* accessibleList(const QString&, QObject* object) {
     auto* const list = qobject_cast<ShowItemList*>(object);
     return list == nullptr ? nullptr : new AccessibleList(*list);
+}
+
+AccessibleList* spoken(ShowItemList& list) {
+    return QAccessible::isActive()
+               ? dynamic_cast<AccessibleList*>(QAccessible::queryAccessibleInterface(&list))
+               : nullptr;
 }
 
 } // namespace
@@ -138,12 +185,14 @@ void makeListsAccessible() {
 }
 
 void tellChangedRows(ShowItemList& list, const std::vector<DisplayContainer>& before) {
-    if (!QAccessible::isActive()) {
-        return;
+    if (AccessibleList* const interface = spoken(list)) {
+        interface->tellChangedRows(before);
     }
-    if (const auto* const spoken =
-            dynamic_cast<AccessibleList*>(QAccessible::queryAccessibleInterface(&list))) {
-        spoken->tellChangedRows(before);
+}
+
+void tellFocusedRow(ShowItemList& list) {
+    if (const AccessibleList* const interface = spoken(list)) {
+        interface->tellFocusedRow();
     }
 }
 

@@ -2,11 +2,15 @@
 
 #include "app/lists/AccessibleList.h"
 #include "app/lists/HeaderView.h"
+#include "app/lists/RowTip.h"
 #include "app/lists/ShowItemView.h"
+#include "app/lists/UsageText.h"
 #include "ui/Drawing.h"
 #include "ui/Palette.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -62,7 +66,8 @@ protected:
 bool looksLike(const DisplayContainer& one, const DisplayContainer& other) {
     return one.showItem.label == other.showItem.label &&
            one.showItem.value == other.showItem.value &&
-           one.showItem.color == other.showItem.color && one.image == other.image;
+           one.showItem.color == other.showItem.color && one.image == other.image &&
+           (one.usage ? one.usage->swapped : 0) == (other.usage ? other.usage->swapped : 0);
 }
 
 } // namespace
@@ -73,20 +78,118 @@ ShowItemList::ShowItemList(Kind kind)
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::TabFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setMouseTracking(true);
     viewport()->setAutoFillBackground(false); // the box around it has round corners
     setVerticalScrollBar(new ScrollThumb);    // the list's own from now on
     verticalScrollBar()->setSingleStep(measuresOf(kind).pitch);
 }
 
+ShowItemList::~ShowItemList() = default;
+
 void ShowItemList::setItems(std::vector<DisplayContainer> items) {
     const bool looksTheSame = std::ranges::equal(items_, items, looksLike);
     const auto before = std::exchange(items_, std::move(items));
+    updateTip();
     if (looksTheSame) {
         return;
     }
     updateScrollBar();
     viewport()->update();
     tellChangedRows(*this, before);
+    keepCurrent(before);
+}
+
+ShowItemList::RowKey ShowItemList::keyOf(const std::vector<DisplayContainer>& items,
+                                         std::size_t index) {
+    const auto& usage = items[index].usage;
+    return usage ? usage->leader : -1 - static_cast<RowKey>(index);
+}
+
+std::optional<std::size_t> ShowItemList::rowOf(RowKey key) const {
+    for (std::size_t row = 0; row < items_.size(); ++row) {
+        if (keyOf(items_, row) == key) {
+            return row;
+        }
+    }
+    return std::nullopt;
+}
+
+void ShowItemList::keepCurrent(const std::vector<DisplayContainer>& before) {
+    if (!current_) {
+        return;
+    }
+    const std::size_t old = *current_;
+    const auto found = rowOf(keyOf(before, old));
+    if (items_.empty()) {
+        current_.reset();
+    } else if (!found) {
+        setCurrentRow(std::min(old, items_.size() - 1));
+    } else if (current_ = found; rowFrame(old).intersects(QRectF(viewport()->rect()))) {
+        scrollToRow(*found); // its place in the order may be another
+    }
+}
+
+void ShowItemList::setCurrentRow(std::size_t row) {
+    current_ = row;
+    scrollToRow(row);
+    viewport()->update();
+    tellFocusedRow(*this);
+}
+
+void ShowItemList::scrollToRow(std::size_t row) {
+    const QRectF frame = rowFrame(row);
+    QScrollBar& bar = *verticalScrollBar();
+    const int gap = measuresOf(kind_).pitch - ShowItemView::height;
+    if (row == 0) {
+        bar.setValue(0); // and so shows what is above it
+    } else if (frame.top() < gap) {
+        bar.setValue(bar.value() + static_cast<int>(frame.top()) - gap);
+    } else if (frame.bottom() > viewport()->height() - gap) {
+        bar.setValue(bar.value() + static_cast<int>(frame.bottom()) - viewport()->height() + gap);
+    }
+}
+
+std::optional<std::size_t> ShowItemList::rowAt(QPointF position) const {
+    const double from = std::floor((position.y() - rowFrame(0).top()) / measuresOf(kind_).pitch);
+    const auto row = static_cast<std::size_t>(std::max(0.0, from));
+    return row < items_.size() && rowFrame(row).contains(position) ? std::optional(row)
+                                                                   : std::nullopt;
+}
+
+void ShowItemList::updateTip() {
+    if (tip_ == nullptr || !tip_->isVisible()) {
+        return;
+    }
+    const auto row = rowAt(viewport()->mapFromGlobal(tipPlace_));
+    if (row && items_[*row].usage && keyOf(items_, *row) == tipRow_) {
+        tip_->showText(UsageText::of(*items_[*row].usage), tipPlace_);
+    } else {
+        tip_->hide();
+    }
+}
+
+bool ShowItemList::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* const help = static_cast<QHelpEvent*>(event);
+        const auto row = rowAt(help->pos());
+        if (row && items_[*row].usage) {
+            tip_ = tip_ == nullptr ? new RowTip(this) : tip_;
+            tipRow_ = keyOf(items_, *row);
+            tipPlace_ = help->globalPos();
+            tip_->showText(UsageText::of(*items_[*row].usage), tipPlace_);
+        }
+        return true;
+    }
+    if (tip_ != nullptr && tip_->isVisible()) {
+        if (event->type() == QEvent::MouseMove) {
+            tipPlace_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+            const auto row = rowAt(viewport()->mapFromGlobal(tipPlace_));
+            tip_->setVisible(row && keyOf(items_, *row) == tipRow_);
+        } else if (event->type() == QEvent::Leave || event->type() == QEvent::Wheel) {
+            tip_->hide();
+        }
+    }
+    return QAbstractScrollArea::viewportEvent(event);
 }
 
 void ShowItemList::setHighlighted(bool isHighlighted) {
@@ -127,22 +230,46 @@ bool ShowItemList::event(QEvent* event) {
             painter.setBrush(withOpacity(toQColor(colours::systemCyan, appearance), 0.2));
             painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
         }
-        if (showsFocus(*this)) {
+        if (showsFocus(*this) && !current_) { // then a row has the mark
             drawFocusRing(painter, rect(), cornerRadius, appearance);
         }
     } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
         update();
+        viewport()->update();
     }
     return QAbstractScrollArea::event(event);
 }
 
 void ShowItemList::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Home) {
-        verticalScrollBar()->setValue(0);
-    } else if (event->key() == Qt::Key_End) {
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
-    } else {
+    const int last = static_cast<int>(items_.size()) - 1;
+    const int page = std::max(1, viewport()->height() / measuresOf(kind_).pitch - 1);
+    const int from = static_cast<int>(current_.value_or(0));
+    int to = from;
+    switch (event->key()) {
+    case Qt::Key_Home:
+        to = 0;
+        break;
+    case Qt::Key_End:
+        to = last;
+        break;
+    case Qt::Key_Up:
+        to = from - 1;
+        break;
+    case Qt::Key_Down:
+        to = current_ ? from + 1 : 0;
+        break;
+    case Qt::Key_PageUp:
+        to = from - page;
+        break;
+    case Qt::Key_PageDown:
+        to = from + page;
+        break;
+    default:
         QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    if (last >= 0) {
+        setCurrentRow(static_cast<std::size_t>(std::clamp(to, 0, last)));
     }
 }
 
@@ -165,7 +292,11 @@ void ShowItemList::paintEvent(QPaintEvent* event) {
         if (frame.top() >= area.bottom()) {
             break;
         }
-        ShowItemView{items_[row]}.paint(painter, frame, *this, fonts, icons_);
+        this->row(row).paint(painter, frame, *this, fonts, icons_);
+        if (row == current_ && hasFocus()) {
+            drawFocusRing(painter, frame.adjusted(-5, -4, 5, 4), cornerRadius,
+                          appearanceOf(palette()));
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/lists/ShowItemView.h"
 
 #include "app/lists/IconPictures.h"
+#include "app/lists/UsageText.h"
 #include "base/text/ByteText.h"
 #include "ui/DevicePixels.h"
 #include "ui/Drawing.h"
@@ -23,30 +24,54 @@ constexpr double spacing = 8;
 constexpr double valuePadding = 1;
 constexpr double valueRadius = 4;
 
-/// Processes may be called anything.
-bool breaksLine(QChar character) {
-    return character.category() == QChar::Other_Control ||
-           character.category() == QChar::Separator_Line ||
-           character.category() == QChar::Separator_Paragraph;
-}
-
 /// The same place in a row that is read from the right.
 QRectF mirrored(const QRectF& place, const QRectF& row) {
     return {row.left() + row.right() - place.right(), place.top(), place.width(), place.height()};
+}
+
+/// A text on a rounded ground at the right end of what is left of a row.
+struct Badge {
+    QString text;
+    QColor colour;
+    QColor ground;
+};
+
+/// Paints a badge and returns where it begins.
+double drawBadge(QPainter& painter, const QRectF& row, double right, bool isRightToLeft,
+                 const Badge& badge) {
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    const double width = metrics.horizontalAdvance(badge.text);
+    const QSizeF size(width + 2 * valuePadding, metrics.height() + 2 * valuePadding);
+    const QRectF place(QPointF(right - size.width(), row.center().y() - size.height() / 2), size);
+    const QRectF ground = onDevicePixels(painter, isRightToLeft ? mirrored(place, row) : place);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(badge.ground);
+    painter.drawRoundedRect(ground, valueRadius, valueRadius);
+    painter.setPen(badge.colour);
+    drawTextLine(painter, ground, Qt::AlignHCenter, badge.text, width);
+    return place.left();
 }
 
 } // namespace
 
 RowFonts::RowFonts(const QFont& system)
     : label(system)
-    , value(QFontDatabase::systemFont(QFontDatabase::FixedFont)) {
+    , value(QFontDatabase::systemFont(QFontDatabase::FixedFont))
+    , remark(system) {
     label.setPixelSize(13);
+    remark.setPixelSize(11);
     value.setPixelSize(12);
     value.setWeight(QFont::Medium);
 }
 
 QString ShowItemView::valueText() const {
     return QString::fromStdString(sizeText(displayContainer.showItem.value));
+}
+
+QString ShowItemView::remark() const {
+    const auto& usage = displayContainer.usage;
+    return usage && usage->swapped > swapMark.above ? UsageText::inSwap(usage->swapped) : QString();
 }
 
 void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& widget,
@@ -65,26 +90,24 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
         labelLeft += iconSize + spacing;
     }
 
-    const QString value = valueText();
-    const QFontMetricsF valueMetrics(fonts.value, painter.device());
-    const double valueWidth = valueMetrics.horizontalAdvance(value);
-    const QSizeF valueSize(valueWidth + 2 * valuePadding, valueMetrics.height() + 2 * valuePadding);
-    const QRectF valueFrame(
-        QPointF(frame.right() - valueSize.width(), middle - valueSize.height() / 2), valueSize);
-    const QRectF ground = onDevicePixels(painter, placed(valueFrame));
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(toQColor(colours::accent, appearance), 0.1));
-    painter.drawRoundedRect(ground, valueRadius, valueRadius);
-    painter.setPen(toQColor(colours::primary, appearance));
     painter.setFont(fonts.value);
-    drawTextLine(painter, ground, Qt::AlignHCenter, value, valueWidth);
+    double right = drawBadge(painter, frame, frame.right(), isRightToLeft,
+                             {.text = valueText(),
+                              .colour = toQColor(colours::primary, appearance),
+                              .ground = withOpacity(toQColor(colours::accent, appearance), 0.1)});
+    if (const QString text = remark(); !text.isEmpty()) {
+        const Colour colour = swapMark.colour;
+        painter.setFont(fonts.remark);
+        right = drawBadge(painter, frame, right - spacing, isRightToLeft,
+                          {.text = u' ' + text + u' ',
+                           .colour = toQColor(textVariant(colour), appearance),
+                           .ground = withOpacity(toQColor(colour, appearance), 0.15)});
+    }
 
     const auto& [id, label, bytes, color] = displayContainer.showItem;
     const QFontMetricsF labelMetrics(fonts.label, painter.device());
-    const double labelWidth = std::max(0.0, valueFrame.left() - spacing - labelLeft);
+    const double labelWidth = std::max(0.0, right - spacing - labelLeft);
     QString text = QString::fromStdString(label);
-    std::ranges::replace_if(text, breaksLine, QChar::Space);
     double textWidth = labelMetrics.horizontalAdvance(text);
     if (textWidth > labelWidth) {
         text.prepend(QChar(0x2068)); // runs as it is written, and so ends where it is cut

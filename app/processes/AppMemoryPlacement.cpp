@@ -14,15 +14,10 @@ namespace {
 constexpr double besidePanel = 24;
 constexpr double abovePanelBottom = 129;
 
-QPointF nearestWhole(const QRectF& window, const QList<QRect>& screens) {
-    QPointF nearest = movedInto(screens.first(), window).topLeft();
-    for (const QRect& screen : screens) {
-        const QPointF place = movedInto(screen, window).topLeft();
-        if (QLineF(window.topLeft(), place).length() < QLineF(window.topLeft(), nearest).length()) {
-            nearest = place;
-        }
-    }
-    return nearest;
+QRectF screenNearest(QPointF point, const QList<QRect>& screens) {
+    return *std::ranges::min_element(screens, {}, [point](const QRect& screen) {
+        return QLineF(movedInto(screen, QRectF(point, QSizeF())).topLeft(), point).length();
+    });
 }
 
 } // namespace
@@ -40,22 +35,20 @@ QPoint appMemoryPosition(QPointF anchor, const QSize& window, double panelWidth,
     const QPointF bottomLeft =
         desktopFromUpward(appMemoryOrigin(anchor, window.width()), mainScreen);
     const QRectF described(bottomLeft - QPointF(0, window.height()), QSizeF(window));
-    const bool isVisible = std::ranges::any_of(
-        screens, [&described](const QRect& screen) { return described.intersects(screen); });
-    if (isVisible) {
+    if (std::ranges::any_of(
+            screens, [&described](const QRectF& screen) { return screen.contains(described); })) {
         return described.topLeft().toPoint();
     }
-    const double panelLeft = desktopFromUpward(anchor, mainScreen).x();
-    const double panelRight = panelLeft + panelWidth;
-    QRectF otherSide = described;
-    otherSide.moveLeft(panelRight + besidePanel);
-    const auto covered = [&](QPointF place) {
-        return std::max(0.0, std::min(place.x() + window.width(), panelRight) -
-                                 std::max(place.x(), panelLeft));
-    };
-    const QPointF there = nearestWhole(otherSide, screens);
-    const QPointF here = nearestWhole(described, screens);
-    return (covered(there) <= covered(here) ? there : here).toPoint();
+    const QPointF panel = desktopFromUpward(anchor, mainScreen);
+    const QRectF screen = screenNearest(panel, screens);
+    for (const double left : {described.left(), panel.x() + panelWidth + besidePanel}) {
+        const QRectF place =
+            movedInto(screen, QRectF(QPointF(left, described.top()), described.size()));
+        if (place.left() == left) {
+            return place.topLeft().toPoint();
+        }
+    }
+    return movedInto(screen, described).topLeft().toPoint();
 }
 
 } // namespace tidewell

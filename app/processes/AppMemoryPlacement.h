@@ -7,14 +7,15 @@
 namespace tidewell {
 
 /// The lower left corner of the process window beside an anchor point, both upward from the lower
-/// left corner of the main screen: its right edge is 24 points left of the anchor, its bottom 129
-/// above.
+/// left corner of the primary screen: its right edge is 24 points left of the anchor, its bottom
+/// 129 above.
 QPointF appMemoryOrigin(QPointF anchor, double windowWidth);
 
-/// The process window's upper left corner in Qt's coordinates. Where all of it would lie outside
-/// every screen, it goes to the nearest place where it is whole, on the other side of the panel
-/// unless less of the panel is covered on this one. `anchor` is the panel's lower left corner,
-/// upward as above; `screens` are places on the desktop, the main one first.
+/// Where the process window's upper left corner goes, in Qt's coordinates: to the origin above if
+/// the window is wholly on a screen there. Else it stays on the panel's screen, left of the panel
+/// if it fits there, right of it if it fits there, and as far left as the screen allows otherwise.
+/// `anchor` is the panel's lower left corner, upward as above; `screens` has the geometries of the
+/// screens, the primary one first.
 QPoint appMemoryPosition(QPointF anchor, const QSize& window, double panelWidth,
                          const QList<QRect>& screens);
 

@@ -5,6 +5,7 @@
 #include "app/processes/AppMemoryPlacement.h"
 #include "app/processes/WindowAndPositionReader.h"
 #include "base/text/IntegerText.h"
+#include "base/values/LevelColours.h"
 #include "model/preferences/StoredPreferences.h"
 #include "ui/TitledBox.h"
 
@@ -103,6 +104,11 @@ void AppMemoryView::refresh() {
     const auto& processes = environment_.memoryManager->allProcesses();
     box_->setTitle(tr("Processes Real Mem [%1]")
                        .arg(QString::fromStdString(integerText(std::ssize(processes)))));
+    const MemoryWatcher& watcher = *environment_.memoryWatcher;
+    list_->setSwapMark(watcher.swapUsed() == 0
+                           ? SwapMark()
+                           : SwapMark{.above = watcher.swapUsed() / 10,
+                                      .colour = levelColour(watcher.warningLevel())});
     list_->setItems(processes);
 }
 

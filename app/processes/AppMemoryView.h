@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ports/UserDefaults.h"
+#include "model/memory/MemoryWatcher.h"
 #include "model/processes/MemoryManager.h"
 #include "ui/LaterRefresh.h"
 
@@ -14,9 +15,10 @@ namespace tidewell {
 class ShowItemList;
 class TitledBox;
 
-/// The content of the process window: the running applications by resident memory. The survey runs
-/// while it is shown. It puts its window beside the panel, and asks for its dismissal when the
-/// pointer leaves it, or on Escape. Main thread.
+/// The content of the process window: the running applications by resident memory. Those that hold
+/// more than a tenth of the swap in use say so. The survey runs while it is shown. It puts its
+/// window beside the panel, and asks for its dismissal when the pointer leaves it, or on Escape.
+/// Main thread.
 class AppMemoryView final : public QWidget {
     Q_OBJECT
 
@@ -24,7 +26,8 @@ public:
     /// What is referred to must outlive the view.
     struct Environment {
         std::shared_ptr<MemoryManager> memoryManager;
-        const UserDefaults& defaults; ///< knows where the panel is
+        std::shared_ptr<const MemoryWatcher> memoryWatcher; ///< knows how much swap is in use
+        const UserDefaults& defaults;                       ///< knows where the panel is
         std::function<void()> dismissWindow;
         double panelWidth; ///< points
     };

@@ -286,6 +286,33 @@
     </message>
 </context>
 <context>
+    <name>UsageText</name>
+    <message>
+        <source>Processes: %1</source>
+        <translation>العمليات: %1</translation>
+    </message>
+    <message>
+        <source>Largest process: %1</source>
+        <translation>أكبر عملية: %1</translation>
+    </message>
+    <message>
+        <source>Resident (RSS): %1</source>
+        <translation>المقيمة (RSS): %1</translation>
+    </message>
+    <message>
+        <source>Shared counted once (PSS): %1</source>
+        <translation>المشتركة محسوبة مرة واحدة (PSS): %1</translation>
+    </message>
+    <message>
+        <source>In swap: %1</source>
+        <translation>في المبادلة: %1</translation>
+    </message>
+    <message>
+        <source>Swap %1</source>
+        <translation>مبادلة %1</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::AboutView</name>
     <message>
         <source>Version %1 (%2)</source>

@@ -286,6 +286,33 @@
     </message>
 </context>
 <context>
+    <name>UsageText</name>
+    <message>
+        <source>Processes: %1</source>
+        <translation>Prozesse: %1</translation>
+    </message>
+    <message>
+        <source>Largest process: %1</source>
+        <translation>Größter Prozess: %1</translation>
+    </message>
+    <message>
+        <source>Resident (RSS): %1</source>
+        <translation>Resident (RSS): %1</translation>
+    </message>
+    <message>
+        <source>Shared counted once (PSS): %1</source>
+        <translation>Geteiltes einmal gezählt (PSS): %1</translation>
+    </message>
+    <message>
+        <source>In swap: %1</source>
+        <translation>Im Swap: %1</translation>
+    </message>
+    <message>
+        <source>Swap %1</source>
+        <translation>Swap %1</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::AboutView</name>
     <message>
         <source>Version %1 (%2)</source>

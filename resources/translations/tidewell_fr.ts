@@ -286,6 +286,33 @@
     </message>
 </context>
 <context>
+    <name>UsageText</name>
+    <message>
+        <source>Processes: %1</source>
+        <translation>Processus : %1</translation>
+    </message>
+    <message>
+        <source>Largest process: %1</source>
+        <translation>Plus gros processus : %1</translation>
+    </message>
+    <message>
+        <source>Resident (RSS): %1</source>
+        <translation>Résidente (RSS) : %1</translation>
+    </message>
+    <message>
+        <source>Shared counted once (PSS): %1</source>
+        <translation>Partagée comptée une fois (PSS) : %1</translation>
+    </message>
+    <message>
+        <source>In swap: %1</source>
+        <translation>Dans le swap : %1</translation>
+    </message>
+    <message>
+        <source>Swap %1</source>
+        <translation>Swap %1</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::AboutView</name>
     <message>
         <source>Version %1 (%2)</source>

@@ -286,6 +286,33 @@
     </message>
 </context>
 <context>
+    <name>UsageText</name>
+    <message>
+        <source>Processes: %1</source>
+        <translation>プロセス: %1</translation>
+    </message>
+    <message>
+        <source>Largest process: %1</source>
+        <translation>最大のプロセス: %1</translation>
+    </message>
+    <message>
+        <source>Resident (RSS): %1</source>
+        <translation>常駐 (RSS): %1</translation>
+    </message>
+    <message>
+        <source>Shared counted once (PSS): %1</source>
+        <translation>共有を1回だけ計上 (PSS): %1</translation>
+    </message>
+    <message>
+        <source>In swap: %1</source>
+        <translation>スワップ内: %1</translation>
+    </message>
+    <message>
+        <source>Swap %1</source>
+        <translation>スワップ %1</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::AboutView</name>
     <message>
         <source>Version %1 (%2)</source>

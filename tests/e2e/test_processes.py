@@ -32,7 +32,7 @@ class ProcessWindow(ScreenReaderCase):
     def open_panel(self):
         self.tidewell = self.start_with_panel()
         parts = self.parts(lists=False)
-        self.content, self.figures = parts["filler", "Tidewell"], parts["list", "General"]
+        self.content, self.figures = parts["window", "Tidewell"], parts["list", "General"]
         self.inside, self.gauge, self.swap = map(self.middle, (
             self.figures, parts["progress bar", "Pressure"], parts["panel", "Swap"]))
 

@@ -1,10 +1,17 @@
 #include "app/lists/ShowItemList.h"
+
 #include "tests/fakes/ScopedEnvironment.h"
 
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace tidewell {
 namespace {
@@ -30,18 +37,91 @@ protected:
     QScrollBar& bar = *list.verticalScrollBar();
 };
 
-TEST_F(ShowItemListTest, ScrollsWhatDoesNotFitByKeyboardAndStaysThere) {
+TEST_F(ShowItemListTest, IsWalkedByKeyboardAndStaysWhereItWas) {
     list.setItems(rows(9));
     EXPECT_EQ(bar.maximum(), 0) << "the panel's nine figures fit";
     list.setItems(rows(30));
-    for (const auto& [key, expected] : {std::pair{Qt::Key_Down, 23}, {Qt::Key_PageDown, 228}}) {
+    using Case = std::tuple<Qt::Key, std::size_t, int>;
+    for (const auto& [key, row, scrolled] : {Case{Qt::Key_Down, 0, 0},
+                                             {Qt::Key_Down, 1, 0},
+                                             {Qt::Key_PageDown, 8, 5},
+                                             {Qt::Key_Down, 9, 28},
+                                             {Qt::Key_Up, 8, 28},
+                                             {Qt::Key_End, 29, bar.maximum()},
+                                             {Qt::Key_Down, 29, bar.maximum()},
+                                             {Qt::Key_PageUp, 22, bar.maximum()},
+                                             {Qt::Key_Home, 0, 0},
+                                             {Qt::Key_Up, 0, 0}}) {
         QTest::keyClick(&list, key);
-        EXPECT_EQ(bar.value(), expected) << key;
+        EXPECT_EQ(list.currentRow(), row) << key;
+        EXPECT_EQ(bar.value(), scrolled) << key;
     }
+    bar.setValue(228);
     list.setItems(rows(31));
     EXPECT_EQ(bar.value(), 228) << "new rows leave it where it was";
     list.setItems(rows(10));
     EXPECT_EQ(bar.value(), bar.maximum()) << "fewer rows: as far down as there are any";
+}
+
+TEST_F(ShowItemListTest, KeepsTheFocusOnItsApplicationAndReadsItAloud) {
+    auto items = rows(30);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        items[i].usage = std::make_shared<const ApplicationUsage>(
+            ApplicationUsage{.leader = static_cast<ProcessIdentifier>(100 + i),
+                             .processes = 2,
+                             .largest = 1234,
+                             .largestCommand = "/bin/row <b> --x",
+                             .resident = 5 << 20,
+                             .proportional = 3 << 20,
+                             .swapped = i << 20});
+    }
+    list.setSwapMark({.above = 1 << 20});
+    list.setItems(items);
+    QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(&list);
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(&list, Qt::Key_Down);
+    }
+    const QAccessibleInterface* const row = spoken->child(2);
+    EXPECT_EQ(row->text(QAccessible::Name).toStdString(), "row 2 2 MB, Swap 2 MB");
+    EXPECT_EQ(spoken->child(1)->text(QAccessible::Name).toStdString(), "row 1 1 MB");
+    const std::string isolated = "\u2068/bin/row <b> --x\u2069";
+    EXPECT_EQ(row->text(QAccessible::Description).toStdString(),
+              "Processes: 2\nLargest process: 1234\n" + isolated +
+                  "\nResident (RSS): 5 MB\nShared counted once (PSS): 3 MB\nIn swap: 2 MB");
+
+    std::ranges::rotate(items, items.begin() + 2);
+    list.setItems(items);
+    EXPECT_EQ(list.currentRow(), 0U);
+    EXPECT_EQ(spoken->indexOfChild(row), 0) << "still the same";
+    items.erase(items.begin());
+    list.setItems(items);
+    EXPECT_EQ(list.currentRow(), 0U) << "its neighbour";
+    list.setItems({});
+    EXPECT_EQ(list.currentRow(), std::nullopt);
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(list.currentRow(), std::nullopt) << "nothing to walk";
+}
+
+TEST_F(ShowItemListTest, TellsWhatAnApplicationUsesWhileThePointerIsOnItsRow) {
+    auto items = rows(2);
+    items[1].usage = std::make_shared<const ApplicationUsage>();
+    list.setItems(items);
+    const auto point = [this](std::size_t row) {
+        const QPoint place = list.rowFrame(row).center().toPoint();
+        QHelpEvent event(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list.viewport(), &event);
+        const auto* const tip = list.findChild<QLabel*>();
+        return tip != nullptr && tip->isVisible();
+    };
+    EXPECT_FALSE(point(0)) << "a figure";
+    ASSERT_TRUE(point(1));
+    const auto* const tip = list.findChild<QLabel*>();
+    EXPECT_TRUE(tip->windowFlags().testFlag(Qt::WindowTransparentForInput));
+    list.setItems(items);
+    EXPECT_TRUE(tip->isVisible());
+    std::ranges::reverse(items);
+    list.setItems(items);
+    EXPECT_FALSE(tip->isVisible()) << "another row is there now";
 }
 
 TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {

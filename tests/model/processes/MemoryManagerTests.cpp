@@ -1,5 +1,5 @@
-#include "base/runtime/Waiting.h"
 #include "model/processes/MemoryManager.h"
+#include "tests/fakes/FakeApplicationSource.h"
 #include "tests/fakes/Surroundings.h"
 
 #include <gmock/gmock.h>
@@ -14,24 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto started = "info general startPeriodicTask(): MemoryManager started";
-
-/// Applications that the test sets, listed by way of an executor.
-struct FakeApplicationSource final : ApplicationSource {
-    explicit FakeApplicationSource(Executor& executor)
-        : worker(executor) {}
-    Task<ApplicationList> runningApplications() override {
-        ++surveys;
-        auto work = runOn(worker, [] {});
-        co_await work;
-        co_return applications;
-    }
-    void rest() override { ++rests; }
-
-    Executor& worker;
-    ApplicationList applications = {};
-    int surveys = 0;
-    int rests = 0;
-};
 
 class MemoryManagerTest : public Surroundings {
 protected:
