@@ -1,6 +1,8 @@
 import os
+import re
 import shutil
-import subprocess
+import signal
+from pathlib import Path
 
 import dbus
 from case import ACCESSIBLE, FOCUSED, ScreenReaderCase
@@ -14,16 +16,43 @@ if len(sys.argv) > 1:
     ctypes.CDLL(None).prctl(PR_SET_NAME, sys.argv[1].encode(), 0, 0, 0)
 time.sleep(300)
 """
+# Allocates private and shared memory in MiB, and forks children, each of which takes some of its own
+# and looks at all that is shared. After SIGUSR1 the first child makes 100 MiB of what it shares with
+# its parent its own, and the parent executes itself anew under another name after SIGUSR2.
+TREE = """import mmap, os, signal, sys, time
+private, shared, children, own = map(int, sys.argv[1:5])
+kept, common = bytearray(os.urandom(1 << 20)) * private, mmap.mmap(-1, max(1, shared) << 20)
+for page in range(0, shared << 20, 4096):
+    common[page] = 1
+def copy(*_):
+    for page in range(0, 100 << 20, 4096):
+        kept[page] = 1
+signal.signal(signal.SIGUSR2, lambda *_: os.execv(sys.executable, [sys.executable, sys.argv[5]]))
+for child in range(children):
+    if os.fork() == 0:
+        signal.signal(signal.SIGUSR1, copy if child == 0 else signal.SIG_IGN)
+        mine = bytearray(b"x") * (own << 20)
+        sum(common[page] for page in range(0, shared << 20, 4096))
+        break
+while True:
+    time.sleep(300)
+"""
+TREES = {"forks": (500, 0, 20, 0), "browser": (60, 100, 30, 5), "server": (20, 500, 8, 1)}
+UNRELATED = 50
 ENTRY = "[Desktop Entry]\nType=Application\nName={}\nExec={}\n"
 NOBODY = 65534
 NOISE = 512 << 10  # what a sleeping program's memory may change by
 
 
-def from_ps(process):
-    """(resident bytes, name)"""
-    resident, name = subprocess.check_output(
-        ["ps", "-o", "rss=,comm=", "-p", str(process.pid)], text=True).split(maxsplit=1)
-    return int(resident) * 1024, name.rstrip()
+def name_of(process):
+    return Path(f"/proc/{process.pid}/comm").read_text()[:-1]
+
+
+def share_of(process):
+    """The bytes of it and its children, shared ones counted once."""
+    children = Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()
+    return sum(int(re.search(r"^Pss: *(\d+)", Path(f"/proc/{each}/smaps_rollup").read_text(),
+                             re.MULTILINE)[1]) * 1024 for each in (process.pid, *children))
 
 
 class ProcessWindow(ScreenReaderCase):
@@ -32,7 +61,7 @@ class ProcessWindow(ScreenReaderCase):
     def open_panel(self):
         self.tidewell = self.start_with_panel()
         parts = self.parts(lists=False)
-        self.content, self.figures = parts["window", "Tidewell"], parts["list", "General"]
+        self.content, self.figures = parts["frame", "Tidewell"], parts["list", "General"]
         self.inside, self.gauge, self.swap = map(self.middle, (
             self.figures, parts["progress bar", "Pressure"], parts["panel", "Swap"]))
 
@@ -82,7 +111,9 @@ class ProcessWindow(ScreenReaderCase):
         folder, me = self.desktop.folder, os.geteuid()
         mark = folder.name[-8:]  # tests beside this one start the same
         script, letters, daemon = folder / "pit.py", folder / f"box-{mark}", folder / f"nap-{mark}"
-        script.write_text(ASLEEP)
+        renamed = folder / f"renamed-{mark}.py"
+        for file in (script, renamed):
+            file.write_text(ASLEEP)
         shutil.copy("/usr/bin/xmessage", letters)
         shutil.copy("/usr/bin/sleep", daemon)
         (folder / "data/applications").mkdir()
@@ -94,8 +125,8 @@ class ProcessWindow(ScreenReaderCase):
             return self.desktop.start("/usr/bin/python3", *arguments)
 
         def named(name, user):
-            process = asleep("-c", ASLEEP, name, str(user))
-            wait_for(f"the process {name!r}", lambda: from_ps(process)[1] == name)
+            process = asleep(str(renamed), name, str(user))
+            wait_for(f"the process {name!r}", lambda: name_of(process) == name)
             return {name: process}
         if me == 0:
             named(f"other{mark}", NOBODY)
@@ -104,32 +135,89 @@ class ProcessWindow(ScreenReaderCase):
                 daemon.name: self.desktop.start(str(daemon), "300"),
                 **named(f"a) b ({mark}", me)}
 
-    def test_agrees_with_ps(self):
-        programs = self.start_programs()
+    def open_list(self):
         self.open_panel()
         self.desktop.glide(self.gauge, self.inside)
         self.wait_until_open()
-        rows = self.parts(lists=False)["list", "Processes"]
-        shown = []
+        self.rows = self.parts(lists=False)["list", "Processes"]
+
+    def row_texts(self, name="Name"):
+        return [str(self.property(tuple(map(str, row)), ACCESSIBLE, name))
+                for row in self.ask(self.rows, ACCESSIBLE, "GetChildren")]
+
+    def wait_for_agreement(self, programs):
+        """Every program has one row, with what the kernel counts for its processes."""
+        shown, expected = [], {}
 
         def agree():
             """In time: processes come and go while the window is read."""
             try:
-                texts = [str(self.property(tuple(map(str, row)), ACCESSIBLE, "Name"))
-                         for row in self.ask(rows, ACCESSIBLE, "GetChildren")]
-            except dbus.DBusException:
+                shown[:] = map(figure_of, self.row_texts())
+                expected.update({name: share_of(each) for name, each in programs.items()})
+            except (dbus.DBusException, OSError, ValueError):
                 return False  # a row went
-            shown[:] = map(figure_of, texts)
-            sizes = [size for _, size, _ in shown]
             own = [row for row in shown if row[0] in programs]
+            sizes = [size for _, size, _ in shown]
             return sizes == sorted(sizes, reverse=True) and len(own) == len(programs) and all(
-                abs(size - from_ps(programs[name])[0]) < precision * 1.01 + NOISE
+                abs(size - expected[name]) < max(expected[name] * 0.05, NOISE / 8) + precision
                 for name, size, precision in own)
         try:
-            wait_for("agreement with ps", agree)
+            wait_for("agreement with the kernel", agree)
         except DesktopError:
-            self.fail([shown, {name: from_ps(each) for name, each in programs.items()}])
+            self.fail([[row for row in shown if row[0] in programs], expected])
+        return shown
+
+    def test_names_programs(self):
+        programs = self.start_programs()
+        self.open_list()
+        shown = self.wait_for_agreement(programs)
         self.assertFalse([name for name, _, _ in shown if name.startswith("other")])
+
+    def test_counts_shared_memory_once(self):
+        folder = self.desktop.folder
+        mark = folder.name[-8:]
+        programs = {}
+        for name, sizes in TREES.items():
+            script, renamed = folder / f"{name}-{mark}.py", folder / f"renamed-{name}-{mark}.py"
+            script.write_text(TREE)
+            renamed.write_text(ASLEEP)
+            programs[script.name] = self.desktop.start(
+                "/usr/bin/python3", str(script), *map(str, sizes), str(renamed))
+        for number in range(UNRELATED):
+            program = folder / f"nap-{mark}-{number}"
+            shutil.copy("/usr/bin/sleep", program)
+            programs[program.name] = self.desktop.start(str(program), "300")
+        self.open_list()
+        self.wait_for_agreement(programs)
+
+        parent = programs[f"forks-{mark}.py"]
+        described = [text for text in self.row_texts("Description") if f"forks-{mark}" in text]
+        self.assertEqual(len(described), 1)
+        self.assertIn("Processes: 21", described[0])
+        before = share_of(parent)
+        child = Path(f"/proc/{parent.pid}/task/{parent.pid}/children").read_text().split()[0]
+        os.kill(int(child), signal.SIGUSR1)
+        wait_for("the copies on write", lambda: share_of(parent) > before + (90 << 20))
+        self.wait_for_agreement(programs)
+
+        server = programs.pop(f"server-{mark}.py")
+        server.send_signal(signal.SIGUSR2)
+        wait_for("the new program's row", lambda: any(
+            text.startswith(f"renamed-server-{mark}.py ") for text in self.row_texts()))
+
+    def test_walks_the_rows(self):
+        self.open_list()
+        self.desktop.press("Down", "Down")
+
+        def focused():
+            try:
+                return [row for row in self.ask(self.rows, ACCESSIBLE, "GetChildren")
+                        if self.is_in_state(tuple(map(str, row)), FOCUSED)]
+            except dbus.DBusException:
+                return []  # a row went
+        self.assertEqual(len(wait_for("the focus", focused)), 1)
+        roles = {role for role, _ in self.parts(lists=False)}
+        self.assertIn("frame", roles)
 
     def test_stops_its_work_when_it_closes(self):
         self.need_plain_log()

@@ -29,6 +29,7 @@ std::uint64_t faultsOf(ProcessFolder& folder, const Process& process) {
 }
 
 /// How far the figure of a process may be from the truth, in bytes; 0 for what does not matter.
+/// Private memory that was added since the last reading is in the figure already.
 std::uint64_t doubtOf(ProcessFolder& folder, const Process& process) {
     const ProcessMemory& memory = process.memory;
     const std::uint64_t now = memory.resident.value_or(0);
@@ -38,21 +39,18 @@ std::uint64_t doubtOf(ProcessFolder& folder, const Process& process) {
     if (!memory.proportional) {
         return 0; // the RSS is all that is to be had
     }
-    const std::uint64_t shared = memory.shared();
-    std::uint64_t moved = memory.stirred;
-    if (shared > muchShared) {
-        // Each fault may have copied a shared page, which the RSS does not tell.
-        moved += difference(faultsOf(folder, process), memory.faultsThen) * pageSize;
+    std::uint64_t doubt = difference(memory.mapped, memory.mappedThen) +
+                          (memory.residentThen - std::min(now, memory.residentThen)) +
+                          memory.stirred;
+    if (memory.copiable > muchShared) {
+        // Each fault that did not add a page may have copied a shared one.
+        const auto faults = difference(faultsOf(folder, process), memory.faultsThen) * pageSize;
+        const auto added = now - std::min(now, memory.residentThen);
+        doubt += faults - std::min(faults, added);
     }
-    const std::uint64_t doubt = difference(now, memory.residentThen) + std::min(moved, shared);
+    doubt = std::min(doubt, std::max(now, memory.residentThen));
     return doubt > std::max(mebibyte / 4, memory.estimate() / 32) ? doubt : 0;
 }
-
-struct Due {
-    std::uint64_t doubt;
-    const ApplicationGroup* application;
-    Process* process;
-};
 
 /// What one process began or ceased to share, the others share more or less of, all together.
 std::uint64_t partOf(std::uint64_t bytes, const ApplicationGroup& application) {
@@ -89,30 +87,41 @@ void MemoryShares::refresh(ProcessFolder& folder, std::span<Process> processes,
 }
 
 void MemoryShares::readDue(ProcessFolder& folder, std::span<const ApplicationGroup> applications) {
-    std::vector<Due> due;
+    std::vector<Due> changed;
+    std::vector<Due> fresh;
     for (const ApplicationGroup& application : applications) {
         for (Process* const process : application.members) {
             if (const auto doubt = doubtOf(folder, *process); doubt > 0) {
-                due.push_back({doubt, &application, process});
+                (process->memory.readAt == 0 ? fresh : changed)
+                    .push_back({doubt, &application, process});
             }
         }
     }
-    std::ranges::sort(due, std::greater(), &Due::doubt);
-    std::map<const ApplicationGroup*, std::uint64_t> moved;
-    for (const auto& [doubt, application, process] : due) {
-        if (credit_ <= 0) {
-            break;
-        }
-        const bool wasKnown = process->memory.readAt != 0;
-        const std::uint64_t before = process->memory.estimate();
-        credit_ -= read(folder, *process);
-        moved[application] += wasKnown ? difference(before, process->memory.estimate()) : 0;
-    }
-    for (const auto& [application, bytes] : moved) {
+    std::ranges::sort(fresh, std::greater(), &Due::doubt);
+    std::ranges::sort(changed, std::greater(), &Due::doubt);
+    moved_.clear();
+    std::span<const Due> stillChanged(changed);
+    spend(folder, stillChanged, credit_ / 2);
+    std::span<const Due> stillFresh(fresh);
+    spend(folder, stillFresh, creditInTurn);
+    spend(folder, stillChanged, creditInTurn);
+    // What one of them began or ceased to share, others share more or less of.
+    for (const auto& [application, bytes] : moved_) {
         for (Process* const process : application->members) {
             process->memory.stirred +=
                 process->memory.readAt == survey_ ? 0 : partOf(bytes, *application);
         }
+    }
+}
+
+void MemoryShares::spend(ProcessFolder& folder, std::span<const Due>& due,
+                         std::int64_t creditLeft) {
+    for (; !due.empty() && credit_ > creditLeft; due = due.subspan(1)) {
+        const auto& [doubt, application, process] = due.front();
+        const bool wasKnown = process->memory.readAt != 0;
+        const std::uint64_t before = process->memory.estimate();
+        credit_ -= read(folder, *process);
+        moved_[application] += wasKnown ? difference(before, process->memory.estimate()) : 0;
     }
 }
 
@@ -136,11 +145,15 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     memory.readAt = survey_;
     memory.stirred = 0;
     memory.residentThen = memory.resident.value_or(0);
+    memory.mappedThen = memory.mapped;
     const auto text = folder.read(process.id, "smaps_rollup");
     memory.proportional = text ? bytesBehind("Pss:", *text) : std::nullopt;
     if (memory.proportional) {
         memory.swapped = bytesBehind("SwapPss:", *text).value_or(0);
-        memory.faultsThen = memory.shared() > muchShared ? faultsOf(folder, process) : 0;
+        const std::uint64_t anonymous = bytesBehind("Anonymous:", *text).value_or(0);
+        const std::uint64_t its = bytesBehind("Pss_Anon:", *text).value_or(0);
+        memory.copiable = anonymous - std::min(anonymous, its);
+        memory.faultsThen = memory.copiable > muchShared ? faultsOf(folder, process) : 0;
     } else if (const auto status = folder.read(process.id, "status")) {
         memory.swapped = bytesBehind("VmSwap:", *status).value_or(0);
     }

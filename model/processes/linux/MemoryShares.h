@@ -13,7 +13,8 @@ namespace tidewell {
 /// 10 ms for a gigabyte, where the RSS takes microseconds.
 ///
 /// Every survey has a credit of pages to be walked. It goes to those processes first whose figures
-/// may be furthest from the truth; some are read in turns, whatever is known of them. One thread.
+/// may be furthest from the truth; half of it at least to new ones, if there are enough. Some are
+/// read in turns, whatever is known of them. One thread.
 class MemoryShares {
 public:
     /// `departed` has the bytes that processes shared which have ended, by their leaders.
@@ -22,7 +23,13 @@ public:
                  const std::map<ProcessIdentifier, std::uint64_t>& departed);
 
 private:
+    struct Due {
+        std::uint64_t doubt; ///< how far the figure may be from the truth, in bytes
+        const ApplicationGroup* application;
+        Process* process;
+    };
     void readDue(ProcessFolder& folder, std::span<const ApplicationGroup> applications);
+    void spend(ProcessFolder& folder, std::span<const Due>& due, std::int64_t creditLeft);
     void readInTurn(ProcessFolder& folder, std::span<Process> processes);
     std::int64_t read(ProcessFolder& folder, Process& process) const;
 
@@ -30,7 +37,8 @@ private:
     static constexpr std::int64_t firstCredit = std::int64_t{16} << 30;
     std::int64_t credit_ = firstCredit;
     ProcessIdentifier lastInTurn_ = 0;
-    std::uint64_t survey_ = 0; // numbers them
+    std::uint64_t survey_ = 0;                               // numbers them
+    std::map<const ApplicationGroup*, std::uint64_t> moved_; // during a survey
 };
 
 } // namespace tidewell

@@ -14,12 +14,15 @@ namespace tidewell {
 /// Bytes.
 struct ProcessMemory {
     std::optional<std::uint64_t> resident; ///< RSS; empty once it has ended
+    std::uint64_t mapped = 0;              ///< the part of it from files and shared memory
     std::uint64_t codePages = 0;
 
     std::uint64_t readAt = 0; ///< the number of the survey that read what follows; 0: none
     std::optional<std::uint64_t> proportional; ///< PSS; empty where the kernel refuses it
     std::uint64_t swapped = 0;
     std::uint64_t residentThen = 0;
+    std::uint64_t mappedThen = 0;
+    std::uint64_t copiable = 0; ///< shared, but to be copied when it is written to
     std::uint64_t faultsThen = 0;
     std::uint64_t stirred = 0; ///< what others of the application have shared or unshared since
 

@@ -52,10 +52,12 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text) {
 std::optional<ProcessPages> parseProcessPages(std::string_view statm) {
     const auto size = number<std::uint64_t>(takeWord(statm));
     const auto resident = number<std::uint64_t>(takeWord(statm));
-    takeWord(statm); // the shared ones
+    const auto mapped = number<std::uint64_t>(takeWord(statm));
     const auto code = number<std::uint64_t>(takeWord(statm));
-    return size && *size != 0 && resident && code ? std::optional(ProcessPages{*resident, *code})
-                                                  : std::nullopt;
+    if (!size || *size == 0 || !resident || !mapped || !code) {
+        return std::nullopt;
+    }
+    return ProcessPages{.resident = *resident, .mapped = *mapped, .code = *code};
 }
 
 std::optional<std::uint64_t> bytesBehind(std::string_view key, std::string_view text) {

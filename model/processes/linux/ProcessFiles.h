@@ -31,7 +31,8 @@ std::optional<ProcessStat> parseProcessStat(std::string_view text);
 /// What "statm" tells; in pages.
 struct ProcessPages {
     std::uint64_t resident;
-    std::uint64_t code; ///< the size of the program's own; another program's is hardly the same
+    std::uint64_t mapped; ///< those of them that come from files and shared memory
+    std::uint64_t code;   ///< the size of the program's own; another program's is hardly the same
 
     bool operator==(const ProcessPages&) const = default;
 };

@@ -80,6 +80,7 @@ bool ProcessTable::readMemory(Process& process) {
     const auto text = folder_.read(process.id, "statm");
     const auto pages = text ? parseProcessPages(*text) : std::nullopt;
     process.memory.resident = pages ? std::optional(pages->resident * pageSize_) : std::nullopt;
+    process.memory.mapped = pages ? pages->mapped * pageSize_ : 0;
     const std::uint64_t code = pages ? pages->code : 0;
     return std::exchange(process.memory.codePages, code) == code;
 }

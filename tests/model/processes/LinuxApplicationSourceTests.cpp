@@ -83,6 +83,7 @@ protected:
         if (memory.proportional) {
             folder.write(process + "/smaps_rollup",
                          "0-f ---p 0 00:00 0 [rollup]\nPss: " + kilobytes(*memory.proportional) +
+                             " kB\nPss_Anon: 1 kB\nAnonymous: " + kilobytes(memory.resident) +
                              " kB\nSwapPss: " + kilobytes(memory.swapped) + " kB\n");
         } else {
             folder.write(process + "/status", "VmSwap:\t" + kilobytes(memory.swapped) + " kB\n");

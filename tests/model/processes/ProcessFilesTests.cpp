@@ -21,7 +21,7 @@ TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
           "1 (a) S 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0"}) {
         EXPECT_EQ(parseProcessStat(cut), std::nullopt) << cut;
     }
-    EXPECT_EQ(parseProcessPages("12 5 3 2 0 1 0\n"), (ProcessPages{5, 2}));
+    EXPECT_EQ(parseProcessPages("12 5 3 2 0 1 0\n"), (ProcessPages{5, 3, 2}));
     for (const char* none : {"0 0 0 0 0 0 0\n", "12", "x 3 0 1", "12 -3 0 1", "12 3 0"}) {
         EXPECT_EQ(parseProcessPages(none), std::nullopt) << none;
     }
