@@ -20,5 +20,7 @@ foreach(flag IN ITEMS -fstack-clash-protection -fcf-protection=full -mbranch-pro
 endforeach()
 
 # __FILE__ and debugging information name files as the repository does.
-add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/="
-                    "-ffile-prefix-map=${PROJECT_BINARY_DIR}/=build/")
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
+if(NOT PROJECT_BINARY_DIR MATCHES "^${PROJECT_SOURCE_DIR}/")
+    add_compile_options("-ffile-prefix-map=${PROJECT_BINARY_DIR}/=build/")
+endif()
