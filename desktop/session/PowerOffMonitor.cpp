@@ -58,15 +58,19 @@ void PowerOffMonitor::ownerChanged(const QString& owner) {
 }
 
 void PowerOffMonitor::takeInhibitor() {
-    auto inhibit = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName,
+    // To the owner itself: who sent a reply Qt 6.4 tells, and Qt 6.8 does not.
+    auto inhibit = QDBusMessage::createMethodCall(owner_, objectPath, interfaceName,
                                                   QStringLiteral("Inhibit"));
     inhibit << QStringLiteral("shutdown") << applicationName_
             << QStringLiteral("Saving the history") << QStringLiteral("delay");
-    callService(bus_, inhibit, limit, *this, [this](const QDBusMessage& reply) {
+    callService(bus_, inhibit, limit, *this, [this, asked = owner_](const QDBusMessage& reply) {
+        if (asked != owner_) {
+            return;
+        }
         if (reply.type() == QDBusMessage::ErrorMessage) {
             logMessage(log_, "Could not delay the machine's power-off: " + errorText(reply),
                        "general", __FILE__, "takeInhibitor()", __LINE__, LogLevel::error);
-        } else if (reply.service() == owner_ && !poweringOff_) {
+        } else if (!poweringOff_) {
             inhibitor_ = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
         }
     });
