@@ -22,9 +22,9 @@ using namespace std::chrono_literals;
 constexpr auto sameClick = 300ms;
 
 // Until the focus has gone from one of our windows to another.
-constexpr auto focusChange = 100ms;
+constexpr auto focusChange = 250ms;
 // Until the window manager has answered the panel's wish for the focus.
-constexpr auto focusRequest = 500ms;
+constexpr auto focusRequest = 1500ms;
 // Where the focus follows the pointer, it is lost on the way from one of our windows to another.
 constexpr auto pointersWay = 1000ms;
 
@@ -120,18 +120,27 @@ bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
         pointerLeft_.start();
     } else if (event->type() == QEvent::Hide && isVisible() && isOrdinaryWindow(*watched)) {
         // Qt does not tell of the focus that goes with a window which is deleted.
-        activateWindow();
-        awaitFocus(focusRequest);
+        asksForFocus_ = true;
+        awaitFocus(focusChange);
     }
     return QWidget::eventFilter(watched, event);
 }
 
 void PanelWindow::awaitFocus(std::chrono::milliseconds patience) {
-    focusWait_.start(patience);
+    if (focusWait_.remainingTimeAsDuration() < patience) { // -1 where it does not run
+        focusWait_.start(patience);
+    }
 }
 
 void PanelWindow::closeWithoutFocus() {
-    if (isVisible() && hadFocus_ && QGuiApplication::focusWindow() == nullptr) {
+    const bool asksForFocus = std::exchange(asksForFocus_, false);
+    if (!isVisible() || !hadFocus_ || x11::hasFocus()) {
+        return;
+    }
+    if (asksForFocus) {
+        activateWindow();
+        awaitFocus(focusRequest);
+    } else {
         close();
         closedWithoutFocus_.start();
     }

@@ -48,6 +48,7 @@ private:
     std::function<std::optional<QRect>()> itemPlace_;
     QWidget* content_ = nullptr; ///< a child, hidden while the panel is
     bool hadFocus_ = false;      ///< since it opened, one of our windows
+    bool asksForFocus_ = false;  ///< where nobody has it after `focusWait_`
     QTimer focusWait_;
     QElapsedTimer pointerLeft_; ///< one of our windows
     QElapsedTimer closedWithoutFocus_;

@@ -3,7 +3,9 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -84,6 +86,19 @@ bool isXWayland() {
     // Older ones name their screens so.
     return (reply && reply->present != 0) ||
            QGuiApplication::primaryScreen()->name().startsWith(QLatin1String("XWAYLAND"));
+}
+
+bool hasFocus() {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return QGuiApplication::focusWindow() != nullptr;
+    }
+    const auto reply =
+        owned(xcb_get_input_focus_reply(server, xcb_get_input_focus(server), nullptr));
+    const QWindowList windows = QGuiApplication::allWindows();
+    return reply && std::ranges::any_of(windows, [&reply](const QWindow* window) {
+               return window->handle() != nullptr && window->winId() == reply->focus;
+           });
 }
 
 bool isComposited() {

@@ -31,6 +31,10 @@ int screenNumber();
 /// Whether the X server is XWayland; false without X11.
 bool isXWayland();
 
+/// Whether one of the program's windows has the input focus: as the X server knows, while Qt may be
+/// wrong for good; what Qt knows without X11.
+bool hasFocus();
+
 /// Whether a compositor blends translucent windows; true without X11.
 bool isComposited();
 

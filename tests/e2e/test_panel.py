@@ -41,7 +41,7 @@ class Panel(DesktopCase):
         self.assertEqual(watch.writes(), 0)
         self.assertTrue(tidewell.panel(), "Escape closed more than the question")
         wait_for("the panel's focus", lambda: self.desktop.output(
-            "xdotool", "getwindowfocus").strip() == tidewell.windows()[self.panel])
+            "xdotool", "getwindowfocus").strip() == tidewell.windows().get(self.panel))
         self.desktop.press("Tab", "Tab", "Tab", "space")  # the last button of the toolbar
         tidewell.answer_question("Return")
         self.assertEqual(tidewell.end(), 0)

@@ -62,8 +62,8 @@ class StubbornWindowManager(DesktopCase):
         wait_for("the process window", tidewell.process_window)
         self.desktop.move_pointer(x + 176, y + 150)
         wait_for("the process window's end", lambda: not tidewell.process_window())
-        self.desktop.press("Escape")
-        tidewell.wait_for_no_panel()
+        wait_for("the panel's end",
+                 lambda: self.desktop.press("Escape") or not tidewell.panel())
 
 
 class DarkXfcePanel(DesktopCase):
