@@ -1,11 +1,12 @@
 #include "ui/RoundGauge.h"
 
+#include "ui/DevicePixels.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"
 
-#include <QConicalGradient>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -27,27 +28,31 @@ constexpr QSize gaugeSize(72, 72);
 
 // Degrees counterclockwise from three o'clock, as in QPainter::drawArc().
 constexpr double startAngle = 225;
-constexpr double span = -270;
+constexpr double span = 270; // clockwise
 
 QPointF onArc(QPointF middle, double fraction) {
-    const double angle = (startAngle + fraction * span) * std::numbers::pi / 180;
+    const double angle = (startAngle - fraction * span) * std::numbers::pi / 180;
     return middle + arcRadius * QPointF(std::cos(angle), -std::sin(angle));
 }
 
-QBrush alongArc(QPointF middle, const std::vector<Colour>& colours, Appearance appearance) {
-    if (colours.empty()) {
-        return toQColor(colours::lightGray, appearance);
-    }
-    // QConicalGradient runs counterclockwise once round, here from the middle of the gap.
-    QConicalGradient gradient(middle, -90);
-    const double start = (startAngle + 90) / 360;
-    for (std::size_t i = 0; i < colours.size(); ++i) {
-        const double fraction =
-            colours.size() == 1 ? 0
-                                : static_cast<double>(i) / static_cast<double>(colours.size() - 1);
-        gradient.setColorAt(start + fraction * span / 360, toQColor(colours[i], appearance));
-    }
-    return gradient;
+/// How far along the arc the ray through `point` crosses it, 0 to 1; in the gap the nearer end.
+double alongArc(QPointF point) {
+    const double angle = std::atan2(-point.y(), point.x()) * 180 / std::numbers::pi;
+    const double clockwise = std::fmod(startAngle - angle + 360, 360.0);
+    const double middleOfGap = (360 + span) / 2;
+    return clockwise < span ? clockwise / span : clockwise < middleOfGap ? 1 : 0;
+}
+
+/// Linear between neighbours.
+QColor colourAt(const std::vector<QColor>& colours, double fraction) {
+    const double place = fraction * static_cast<double>(colours.size() - 1);
+    const auto index = std::min(static_cast<std::size_t>(place), colours.size() - 1);
+    const QColor from = colours[index];
+    const QColor to = colours[std::min(index + 1, colours.size() - 1)];
+    const auto part = static_cast<float>(place - static_cast<double>(index));
+    return QColor::fromRgbF(std::lerp(from.redF(), to.redF(), part),
+                            std::lerp(from.greenF(), to.greenF(), part),
+                            std::lerp(from.blueF(), to.blueF(), part));
 }
 
 void drawCentred(QPainter& painter, QPointF baselineMiddle, const QString& text, QColor colour) {
@@ -58,6 +63,36 @@ void drawCentred(QPainter& painter, QPointF baselineMiddle, const QString& text,
 
 } // namespace
 
+// Pixel by pixel: for a QConicalGradient Qt starts pool threads, and keeps them.
+QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
+                     double devicePixelRatio) {
+    std::vector<QColor> colours;
+    for (const Colour colour : gradient) {
+        colours.push_back(toQColor(colour, appearance));
+    }
+    if (colours.empty()) {
+        colours.push_back(toQColor(colours::lightGray, appearance));
+    }
+    const int side = static_cast<int>(std::ceil(diameter * devicePixelRatio));
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(devicePixelRatio);
+    for (int y = 0; y < side; ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < side; ++x) {
+            const QPointF point =
+                (QPointF(x + 0.5, y + 0.5) - QPointF(side, side) / 2) / devicePixelRatio;
+            const double fraction = alongArc(point);
+            const QPointF fromLine = point - onArc({}, fraction);
+            const double outside = std::hypot(fromLine.x(), fromLine.y()) - stroke / 2;
+            const double coverage = std::clamp(0.5 - outside * devicePixelRatio, 0.0, 1.0);
+            line[x] = coverage == 0
+                          ? 0
+                          : qPremultiply(withOpacity(colourAt(colours, fraction), coverage).rgba());
+        }
+    }
+    return image;
+}
+
 RoundGauge::RoundGauge(QWidget* parent)
     : GaugeOf(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -65,6 +100,16 @@ RoundGauge::RoundGauge(QWidget* parent)
 
 QSize RoundGauge::sizeHint() const {
     return gaugeSize;
+}
+
+const QImage& RoundGauge::arc(Appearance appearance) {
+    if (arc_.isNull() || arc_.devicePixelRatio() != devicePixelRatioF() ||
+        arcGradient_ != content().gradient || arcAppearance_ != appearance) {
+        arcGradient_ = content().gradient;
+        arcAppearance_ = appearance;
+        arc_ = roundGaugeArc(arcGradient_, arcAppearance_, devicePixelRatioF());
+    }
+    return arc_;
 }
 
 void RoundGauge::paintEvent(QPaintEvent*) {
@@ -78,10 +123,7 @@ void RoundGauge::paintEvent(QPaintEvent*) {
         return toQColor(textVariant(colour), appearance);
     };
 
-    const QRectF circle(middle - QPointF(arcRadius, arcRadius), QSizeF(2, 2) * arcRadius);
-    painter.setPen(
-        QPen(alongArc(middle, shown.gradient, appearance), stroke, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(circle, static_cast<int>(startAngle * 16), static_cast<int>(span * 16));
+    drawOnDevicePixels(painter, middle - QPointF(diameter, diameter) / 2, arc(appearance));
 
     const QPointF marker = onArc(middle, gaugeFraction(shown.value, shown.minimum, shown.maximum));
     painter.setPen(Qt::NoPen);

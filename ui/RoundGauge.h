@@ -3,6 +3,8 @@
 #include "base/values/Colour.h"
 #include "ui/Gauge.h"
 
+#include <QImage>
+
 #include <vector>
 
 namespace tidewell {
@@ -35,6 +37,18 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    const QImage& arc(Appearance appearance);
+
+    QImage arc_; ///< rendered for these, and its own device pixel ratio
+    std::vector<Colour> arcGradient_;
+    Appearance arcAppearance_ = Appearance::light;
 };
+
+/// The arc of a round gauge, open at the bottom, in the colours of `gradient` along it; grey
+/// without any. Square, as wide as the arc. Format ARGB32_Premultiplied. Pure.
+QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
+                     double devicePixelRatio);
 
 } // namespace tidewell

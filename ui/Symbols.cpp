@@ -1,5 +1,7 @@
 #include "ui/Symbols.h"
 
+#include "ui/DevicePixels.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -308,10 +310,7 @@ void SymbolPicture::draw(QPainter& painter, const QColor& colour, QPointF middle
         image_ = symbolImage(name_, colour_, size_, ratio);
     }
     if (image_) {
-        // Widgets need not lie on whole pixels where the scale factor is a fraction.
-        const QTransform toDevice = painter.deviceTransform();
-        const QPointF corner = toDevice.map(middle - QPointF(size_, size_) / 2);
-        painter.drawImage(toDevice.inverted().map(QPointF(corner.toPoint())), *image_);
+        drawOnDevicePixels(painter, middle - QPointF(size_, size_) / 2, *image_);
     }
 }
 

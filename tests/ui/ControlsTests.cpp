@@ -3,6 +3,7 @@
 #include "ui/Geometry.h"
 #include "ui/LinearGauge.h"
 #include "ui/Palette.h"
+#include "ui/RoundGauge.h"
 #include "ui/TitledBox.h"
 
 #include <gtest/gtest.h>
@@ -74,6 +75,27 @@ TEST(Gauges, FollowPaletteAndDirection) {
     EXPECT_TRUE(isTinted(Appearance::dark, 10));
     linear.setLayoutDirection(Qt::RightToLeft);
     EXPECT_TRUE(isTinted(Appearance::light, 190) && !isTinted(Appearance::light, 10));
+}
+
+TEST(RoundGauge, ShadesItsArcFromTheFirstColourToTheLast) {
+    using namespace colours;
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const QImage arc =
+            roundGaugeArc({systemTeal, systemBlue, systemOrange}, Appearance::dark, scale);
+        const auto isAt = [&](double x, double y, Colour colour) {
+            const auto place = (QPointF(x, y) * scale).toPoint();
+            const QColor shown = arc.pixelColor(place);
+            const QColor expected = toQColor(colour, Appearance::dark);
+            return shown.alpha() == 255 && std::abs(shown.red() - expected.red()) < 16 &&
+                   std::abs(shown.blue() - expected.blue()) < 16;
+        };
+        EXPECT_TRUE(isAt(12.5, 56.5, systemTeal)) << scale;
+        EXPECT_TRUE(isAt(34.8, 3.6, systemBlue)) << "at the top";
+        EXPECT_TRUE(isAt(56.5, 56.5, systemOrange));
+        for (const QPointF empty : {QPointF(34.8, 66), {34.8, 34.8}, {1, 1}}) {
+            EXPECT_EQ(qAlpha(arc.pixel((empty * scale).toPoint())), 0);
+        }
+    }
 }
 
 TEST(TitledBox, IsHoveredAsOneWithItsTitleAndContentUntilItIsHidden) {
