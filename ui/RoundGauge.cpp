@@ -96,6 +96,7 @@ QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
 RoundGauge::RoundGauge(QWidget* parent)
     : GaugeOf(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAutoFillBackground(true); // opaque, so that what is below is not painted again
 }
 
 QSize RoundGauge::sizeHint() const {

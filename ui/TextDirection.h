@@ -1,7 +1,11 @@
 #pragma once
 
+#include "base/text/IntegerText.h"
+
 #include <QGuiApplication>
 #include <QString>
+
+#include <cstdint>
 
 namespace tidewell {
 
@@ -14,6 +18,13 @@ inline QString alongLayout(const QString& text) {
 /// A part of a text so marked that it runs as it is written, whatever is around it.
 inline QString isolated(const QString& part) {
     return QChar(0x2068) + part + QChar(0x2069);
+}
+
+/// A whole number of percent in the user's digits, the sign behind them in every language.
+inline QString percentText(std::int64_t value) {
+    const QString text = QString::fromStdString(integerText(value)) + u'%';
+    // Within text that runs from right to left the sign would go to the other side.
+    return QGuiApplication::isRightToLeft() ? QChar(0x2066) + text + QChar(0x2069) : text;
 }
 
 } // namespace tidewell

@@ -6,8 +6,11 @@
 #include "ui/Palette.h"
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace tidewell {
 
@@ -36,6 +39,53 @@ void TitledBox::setTitle(const QString& title) {
     }
 }
 
+void TitledBox::setNote(const QString& note) {
+    if (std::exchange(note_, note) != note) {
+        update(0, 0, width(), titleHeight);
+    }
+}
+
+void TitledBox::paintInside(QPainter& painter, const QWidget& content,
+                            const std::function<void()>& paint) {
+    const QWidget* box = content.parentWidget();
+    while (box != nullptr && dynamic_cast<const TitledBox*>(box) == nullptr) {
+        box = box->parentWidget();
+    }
+    if (box == nullptr) {
+        paint();
+        return;
+    }
+    const double line = 1 / content.devicePixelRatioF();
+    const QRectF frame = QRectF(box->rect())
+                             .adjusted(0, titleHeight, 0, 0)
+                             .translated(-QPointF(content.mapTo(box, QPoint())));
+    painter.save();
+    painter.setClipRect(frame.adjusted(line, line, -line, -line));
+    paint();
+    painter.restore();
+    painter.save();
+    const QColor edge = hairline(appearanceOf(box->palette()));
+    for (const double x : {frame.left(), frame.right() - line}) {
+        painter.fillRect(QRectF(x, frame.top(), line, frame.height() - cornerRadius), edge);
+    }
+    // The lower corners are painted over: under a clip path, Qt's raster engine takes pool threads.
+    const double outer = 2 * cornerRadius;
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const bool isLeft : {true, false}) {
+        const QPointF corner = isLeft ? frame.bottomLeft() : frame.bottomRight();
+        const QRectF circle(corner - QPointF(isLeft ? 0 : outer, outer), QSizeF(outer, outer));
+        const int start = isLeft ? 180 : 270;
+        QPainterPath outside(corner);
+        outside.arcTo(circle, start, 90);
+        outside.closeSubpath();
+        painter.fillPath(outside, box->palette().window());
+        painter.setPen(QPen(edge, line));
+        const double middle = line / 2;
+        painter.drawArc(circle.adjusted(middle, middle, -middle, -middle), start * 16, 90 * 16);
+    }
+    painter.restore();
+}
+
 void TitledBox::setContentMargins(QMargins margins) {
     inside_->setContentsMargins(margins + QMargins(0, titleHeight, 0, 0));
 }
@@ -53,11 +103,16 @@ void TitledBox::setHovered(bool isHovered) {
 void TitledBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     // Where it begins is the layout's side, not that of the title's script.
-    painter.setFont(textFont(TextStyle::headline, font()));
-    painter.setPen(palette().color(QPalette::WindowText));
-    drawTextLine(painter, QRectF(titleInset, 0, width() - 2 * titleInset, titleHeight - 1),
-                 QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft), accessibleName(),
-                 QFontMetricsF(painter.font()).horizontalAdvance(accessibleName()));
+    const QRectF line(titleInset, 0, width() - 2 * titleInset, titleHeight - 1);
+    const auto draw = [&](TextStyle style, QPalette::ColorRole role, Qt::Alignment side,
+                          const QString& text) {
+        painter.setFont(textFont(style, font()));
+        painter.setPen(palette().color(role));
+        drawTextLine(painter, line, QStyle::visualAlignment(layoutDirection(), side), text,
+                     QFontMetricsF(painter.font()).horizontalAdvance(text));
+    };
+    draw(TextStyle::headline, QPalette::WindowText, Qt::AlignLeft, accessibleName());
+    draw(TextStyle::footnote, QPalette::PlaceholderText, Qt::AlignRight, note_);
 
     drawSoftBox(painter, QRectF(rect()).adjusted(0, titleHeight, 0, 0), cornerRadius,
                 palette().base(), hairline(appearanceOf(palette())), 1 / devicePixelRatioF());

@@ -18,6 +18,8 @@ public:
     TitledBox(const QString& title, QWidget* content, QWidget* parent = nullptr);
 
     void setTitle(const QString& title);
+    /// Secondary text at the end of the title's line.
+    void setNote(const QString& note);
 
     /// Points between the box's line and its content, 4 at every side at first.
     void setContentMargins(QMargins margins);
@@ -25,6 +27,11 @@ public:
     /// `hovered(true)` when the pointer comes over the box, its title included, and
     /// `hovered(false)` when it leaves or the box is hidden. Content does not come between.
     void onHover(std::function<void(bool)> hovered);
+
+    /// Calls `paint`, which paints `content`, a widget in a box, and keeps that off the line around
+    /// the box and out of its corners.
+    static void paintInside(QPainter& painter, const QWidget& content,
+                            const std::function<void()>& paint);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -36,6 +43,7 @@ private:
     void setHovered(bool isHovered);
 
     QVBoxLayout* inside_;
+    QString note_;
     std::function<void(bool)> hovered_;
     bool isHovered_ = false;
 };

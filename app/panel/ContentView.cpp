@@ -82,6 +82,7 @@ ContentView::ContentView(Environment environment)
 QWidget* ContentView::makeGeneralBox() {
     list_ = new ShowItemList;
     list_->setAccessibleName(tr("General"));
+    list_->setAutoFillBackground(true); // opaque, so that the box below is not painted again
     list_->installEventFilter(this);
     generalBox_ = new TitledBox(tr("General"), list_);
     generalBox_->setFixedWidth(componentWidth);
@@ -97,10 +98,10 @@ QWidget* ContentView::makeGeneralBox() {
 QWidget* ContentView::makePressureHistory() {
     constexpr int height = 100;
     pressureChart_ = new ScrollingBarChartFixed(height, {}, 3, 0, {.value = 0, .timestamp = 0});
-    auto* box = new TitledBox(tr("Memory Pressure"), pressureChart_);
-    box->setContentMargins({0, boxMargin, 0, boxMargin});
-    box->setFixedWidth(componentWidth);
-    return box;
+    pressureBox_ = new TitledBox(tr("Memory Pressure"), pressureChart_);
+    pressureBox_->setContentMargins({0, boxMargin, 0, boxMargin});
+    pressureBox_->setFixedWidth(componentWidth);
+    return pressureBox_;
 }
 
 void ContentView::showEvent(QShowEvent* event) {
@@ -147,6 +148,7 @@ void ContentView::refresh() {
     refreshList();
     swap_->refresh();
     pressureChart_->setData(watcher.memoryPressureArray());
+    pressureBox_->setNote(pressureChart_->spanText());
 }
 
 void ContentView::refreshPrompts() {

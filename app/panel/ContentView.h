@@ -87,6 +87,7 @@ private:
     ShowItemList* list_ = nullptr;
     TitledBox* generalBox_ = nullptr;
     SwapSection* swap_;
+    TitledBox* pressureBox_ = nullptr;
     ScrollingBarChartFixed* pressureChart_ = nullptr;
     QPointer<QWidget> positionReader_; ///< the window's, of the present appearance
 

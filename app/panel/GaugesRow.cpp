@@ -5,6 +5,7 @@
 #include "ui/Labels.h"
 #include "ui/Palette.h"
 #include "ui/RoundGauge.h"
+#include "ui/TextDirection.h"
 
 #include <QLabel>
 
@@ -25,7 +26,7 @@ QString integer(std::int64_t value) {
 
 RoundGaugeContent percentage(double value, Colour textColour) {
     return {.value = value,
-            .text = integer(static_cast<std::int64_t>(value)) + u'%', // without its fraction
+            .text = percentText(static_cast<std::int64_t>(value)), // without its fraction
             .textColour = textColour,
             .minimumText = integer(0),
             .maximumText = integer(100),

@@ -1,7 +1,6 @@
 #include "app/panel/ScrollingBarChart.h"
 
 #include "base/text/ByteText.h"
-#include "base/text/TimeOfDay.h"
 #include "base/values/LevelColours.h"
 #include "ui/Palette.h"
 
@@ -32,21 +31,18 @@ void ScrollingBarChart::setData(const std::vector<SwapItem>& swapUsedArray) {
     samplesChanged();
 }
 
-QString ScrollingBarChart::sampleText(std::size_t index) const {
-    const auto& [value, timestamp] = swapUsedArray_.at(index);
-    return tr("%1 at %2")
-        .arg(QString::fromStdString(byteText(value)),
-             QString::fromStdString(timeOfDayString(timestamp)));
+QString ScrollingBarChart::valueText(std::size_t index) const {
+    return QString::fromStdString(byteText(swapUsedArray_.at(index).value));
 }
 
-std::optional<std::size_t> ScrollingBarChart::rebuild(std::optional<std::size_t> hovered) {
+std::optional<std::size_t> ScrollingBarChart::rebuild(std::optional<std::size_t> marked) {
     level_ = memoryWatcher_->warningLevel();
     labelFont_ = VerticalBarWithText::labelFont();
     const std::int64_t largest =
         swapUsedArray_.empty() ? 0 : std::ranges::max(swapUsedArray_, {}, &SwapItem::value).value;
     bars_.clear();
     firstBar_ = strip().firstVisible();
-    std::optional<std::size_t> hoveredNow;
+    std::optional<std::size_t> markedNow;
     for (std::size_t index = firstBar_; index < swapUsedArray_.size(); ++index) {
         const auto& [value, timestamp] = swapUsedArray_[index];
         auto& bar = bars_.emplace_back();
@@ -58,12 +54,12 @@ std::optional<std::size_t> ScrollingBarChart::rebuild(std::optional<std::size_t>
                                   .barHeight = swapBarHeight(height(), value, largest),
                                   .barWidth = barWidth(),
                                   .timeStamp = timestamp,
-                                  .hovered = hovered == index};
+                                  .hovered = marked == index};
         // Also where the samples moved on and the pointer's mark did not.
         bar->appear();
-        hoveredNow = bar->hovered ? hovered : hoveredNow;
+        markedNow = bar->hovered ? marked : markedNow;
     }
-    return hoveredNow;
+    return markedNow;
 }
 
 double ScrollingBarChart::barHeight(std::size_t index) const {

@@ -27,15 +27,18 @@ public:
     /// are as they were.
     void setData(const std::vector<SwapItem>& swapUsedArray);
 
-    std::size_t sampleCount() const override { return swapUsedArray_.size(); }
-    QString sampleText(std::size_t index) const override;
+    std::size_t itemCount() const override { return swapUsedArray_.size(); }
 
     /// One for each sample of which something is to be seen, the newest last; empty slots in
     /// between for samples without a bar. None while the chart is hidden.
     const std::vector<std::optional<VerticalBarWithText>>& bars() const { return bars_; }
 
 protected:
-    std::optional<std::size_t> rebuild(std::optional<std::size_t> hovered) override;
+    double timestamp(std::size_t index) const override {
+        return swapUsedArray_.at(index).timestamp;
+    }
+    QString valueText(std::size_t index) const override;
+    std::optional<std::size_t> rebuild(std::optional<std::size_t> marked) override;
     void dropBars() override { bars_.clear(); }
     double barHeight(std::size_t index) const override;
     void hover(std::size_t index, bool inside) override;

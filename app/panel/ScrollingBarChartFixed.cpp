@@ -1,11 +1,12 @@
 #include "app/panel/ScrollingBarChartFixed.h"
 
-#include "base/text/IntegerText.h"
 #include "base/text/TimeOfDay.h"
 #include "base/values/LevelColours.h"
 #include "ui/DevicePixels.h"
+#include "ui/Drawing.h"
 #include "ui/Fonts.h"
 #include "ui/Palette.h"
+#include "ui/TextDirection.h"
 
 #include <QPainter>
 
@@ -35,17 +36,14 @@ void ScrollingBarChartFixed::setData(const std::vector<MemoryPressureItem>& memo
     samplesChanged();
 }
 
-QString ScrollingBarChartFixed::sampleText(std::size_t index) const {
-    const auto& [value, timestamp] = memoryPressureArray_.at(index);
-    return tr("%1% at %2")
-        .arg(QString::fromStdString(integerText(value)),
-             QString::fromStdString(timeOfDayString(timestamp)));
+QString ScrollingBarChartFixed::valueText(std::size_t index) const {
+    return percentText(memoryPressureArray_.at(index).value);
 }
 
-std::optional<std::size_t> ScrollingBarChartFixed::rebuild(std::optional<std::size_t> hovered) {
+std::optional<std::size_t> ScrollingBarChartFixed::rebuild(std::optional<std::size_t> marked) {
     const auto earlier = std::exchange(bars_, {});
     auto next = earlier.begin(); // samples keep their order
-    std::optional<std::size_t> hoveredNow;
+    std::optional<std::size_t> markedNow;
     for (const auto& item : memoryPressureArray_) {
         auto& bar = bars_.emplace_back(VerticalBarWithExtension{.barWidth = barWidth(),
                                                                 .barHeight = fixedHeight_,
@@ -60,12 +58,12 @@ std::optional<std::size_t> ScrollingBarChartFixed::rebuild(std::optional<std::si
         }
         next = same + 1;
         bar.hovered = same->hovered;
-        hoveredNow = bar.hovered ? bars_.size() - 1 : hoveredNow;
+        markedNow = bar.hovered ? bars_.size() - 1 : markedNow;
     }
-    if (hovered && !hoveredNow) {
+    if (marked && !markedNow) {
         hoverValue_ = noHover; // the bar went from under the pointer
     }
-    return hoveredNow;
+    return markedNow;
 }
 
 double ScrollingBarChartFixed::barHeight(std::size_t index) const {
@@ -81,6 +79,14 @@ void ScrollingBarChartFixed::paintBar(QPainter& painter, std::size_t index,
     bars_.at(index).paint(painter, bottomLeft, appearanceOf(palette()));
 }
 
+void ScrollingBarChartFixed::paintGround(QPainter& painter) const {
+    const double pixel = 1 / devicePixelRatioF();
+    for (const std::int64_t limit : pressureLimits) {
+        const QRectF line(0, height() - pressureBarHeight(limit), width(), pixel);
+        painter.fillRect(onDevicePixels(painter, line), hairline(appearanceOf(palette())));
+    }
+}
+
 void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
     if (hoverValue_.value < 0) {
         return;
@@ -91,16 +97,22 @@ void ScrollingBarChartFixed::paintReadOut(QPainter& painter) const {
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     painter.setFont(textFont(TextStyle::footnote, font()));
     const QString text = QString::fromStdString(timeOfDayString(hoverValue_.timestamp)) +
-                         QChar::LineFeed + QString::fromStdString(integerText(hoverValue_.value)) +
-                         u'%';
+                         QChar::LineFeed + percentText(hoverValue_.value);
     const QRectF area(0, padding, width(), fixedHeight_);
-    const QRectF lines = painter.boundingRect(area, Qt::AlignHCenter | Qt::AlignTop, text);
-    const QRectF frame = lines.adjusted(-padding, -padding, padding, padding);
+    QRectF lines = painter.boundingRect(area, Qt::AlignHCenter | Qt::AlignTop, text);
+    if (const auto marked = markedBar()) { // it would hide the mark that it speaks of
+        const double column = strip().left(*marked);
+        const double room = 2 * padding;
+        if (column < lines.right() + room && column + barWidth() > lines.left() - room) {
+            column < area.center().x() ? lines.moveLeft(column + barWidth() + room)
+                                       : lines.moveRight(column - room);
+        }
+    }
+    const QRectF frame =
+        onDevicePixels(painter, lines.adjusted(-padding, -padding, padding, padding));
 
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(toQColor(colours::window, appearance));
-    painter.drawRoundedRect(onDevicePixels(painter, frame), radius, radius);
+    drawSoftBox(painter, frame, radius, toQColor(colours::window, appearance), hairline(appearance),
+                1 / devicePixelRatioF());
     painter.setPen(toQColor(colours::primary, appearance));
     painter.drawText(lines, Qt::AlignHCenter | Qt::AlignTop, text);
 }

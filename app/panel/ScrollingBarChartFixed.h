@@ -26,18 +26,22 @@ public:
 
     /// What the read-out shows; nothing where the value is negative.
     MemoryPressureItem hoverValue() const { return hoverValue_; }
-    std::size_t sampleCount() const override { return memoryPressureArray_.size(); }
-    QString sampleText(std::size_t index) const override;
+    std::size_t itemCount() const override { return memoryPressureArray_.size(); }
 
     /// One for each sample, none while the chart is hidden.
     const std::vector<VerticalBarWithExtension>& bars() const { return bars_; }
 
 protected:
-    std::optional<std::size_t> rebuild(std::optional<std::size_t> hovered) override;
+    double timestamp(std::size_t index) const override {
+        return memoryPressureArray_.at(index).timestamp;
+    }
+    QString valueText(std::size_t index) const override;
+    std::optional<std::size_t> rebuild(std::optional<std::size_t> marked) override;
     void dropBars() override { bars_.clear(); }
     double barHeight(std::size_t index) const override;
     void hover(std::size_t index, bool inside) override;
     void paintBar(QPainter& painter, std::size_t index, QPointF bottomLeft) const override;
+    void paintGround(QPainter& painter) const override;
     void paintReadOut(QPainter& painter) const override;
 
 private:

@@ -55,14 +55,14 @@ QWidget* SwapSection::makeBox(int width, const std::function<void()>& entered) {
 
 QWidget* SwapSection::makeHistory(int width) {
     chart_ = new ScrollingBarChart(memoryWatcher_, {}, barWidth, barSpacing);
-    auto* box = new TitledBox(tr("Swap Usage"), chart_);
-    box->setContentMargins({0, 3, 0, 3});
+    chartBox_ = new TitledBox(tr("Swap Usage"), chart_);
+    chartBox_->setContentMargins({0, 3, 0, 3});
     auto* noWarning = new PictureView(drawNoWarning);
     noWarning->setAccessibleName(tr("No swap memory used."));
     history_ = new QStackedWidget;
     history_->setFixedSize(width, historyHeight);
     history_->addWidget(noWarning);
-    history_->addWidget(box);
+    history_->addWidget(chartBox_);
     return history_;
 }
 
@@ -77,6 +77,7 @@ void SwapSection::refresh() {
                             .maximumText = QString::fromStdString(sizeText(total)),
                             .tint = levelColour(memoryWatcher_->warningLevel())});
         chart_->setData(memoryWatcher_->swapUsedArray());
+        chartBox_->setNote(chart_->spanText());
     }
     state_->setCurrentIndex(used != 0 ? 1 : 0);
     history_->setCurrentIndex(used != 0 ? 1 : 0);

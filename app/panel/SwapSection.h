@@ -13,6 +13,7 @@ namespace tidewell {
 
 class LinearGauge;
 class ScrollingBarChart;
+class TitledBox;
 
 /// What the panel shows of swap: the box with its use, and below it the history, or a picture while
 /// none is in use. Main thread.
@@ -36,6 +37,7 @@ private:
     QStackedWidget* state_ = nullptr; ///< the text that there is none, or the gauge
     LinearGauge* gauge_ = nullptr;
     QStackedWidget* history_ = nullptr; ///< the picture that there is none, or the chart
+    TitledBox* chartBox_ = nullptr;
     ScrollingBarChart* chart_ = nullptr;
 };
 

@@ -7,12 +7,6 @@
 
 namespace tidewell {
 
-namespace {
-
-constexpr double separatorWidth = 0.5;
-
-} // namespace
-
 double pressureBarHeight(std::int64_t value) {
     return static_cast<double>(std::max<std::int64_t>(value, 0));
 }
@@ -39,15 +33,17 @@ void VerticalBarWithExtension::paint(QPainter& painter, QPointF bottomLeft,
     const double height = pressureBarHeight(memoryPressureItem.value);
     const QRectF bar(bottomLeft - QPointF(0, height), QSizeF(barWidth, height));
     const QRectF sharpBar = onDevicePixels(painter, bar);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.fillRect(sharpBar, toQColor(fill, appearance));
-    for (const double left : {bar.left(), bar.right() - separatorWidth}) {
-        const QRectF separator(left, sharpBar.top(), separatorWidth, sharpBar.height());
-        // Where bars are whole pixels wide, neighbours share one that is white rather than two that
-        // are pale. Elsewhere, whole pixels would make some separators twice as wide as others.
-        const bool isWhole = qFuzzyCompare(sharpBar.width(), bar.width());
-        painter.setRenderHint(QPainter::Antialiasing, !isWhole);
-        painter.fillRect(isWhole ? onDevicePixels(painter, separator) : separator, Qt::white);
-    }
+    // Half a point at each side, in whole device pixels: where that makes one for both, the right
+    // neighbour has it.
+    const double scale = painter.deviceTransform().m11();
+    const int pixels = std::max(1, static_cast<int>(scale));
+    const QSizeF leading((pixels + 1) / 2 / scale, sharpBar.height());
+    const QSizeF trailing(pixels / 2 / scale, sharpBar.height());
+    painter.fillRect(QRectF(sharpBar.topLeft(), leading), Qt::white);
+    painter.fillRect(QRectF(sharpBar.topRight() - QPointF(trailing.width(), 0), trailing),
+                     Qt::white);
     if (hovered) {
         const double above = extensionHeight(barHeight, memoryPressureItem.value);
         const QColor blue = withOpacity(toQColor(colours::systemBlue, appearance), 0.5);

@@ -19,6 +19,8 @@ namespace tidewell {
 
 namespace {
 
+constexpr double labelElevation = 28; // of its middle, above the bar's base
+
 std::size_t characterCount(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto wide = icu::UnicodeString::fromUTF8(
@@ -36,16 +38,18 @@ std::size_t characterCount(std::string_view text) {
     return count;
 }
 
-/// Rounded at the top, square at the bottom.
-QPainterPath barShape(const QRectF& bar, double topRadius) {
+/// Rounded at the top, square at the bottom. Only the top is a path: for high ones Qt's raster
+/// engine takes pool threads.
+void drawBar(QPainter& painter, const QRectF& bar, double topRadius, const QColor& colour) {
     const double radius = std::min({topRadius, bar.height(), bar.width() / 2});
     const QSizeF corner(2 * radius, 2 * radius);
-    QPainterPath path(bar.bottomLeft());
-    path.arcTo({bar.topLeft(), corner}, 180, -90);
-    path.arcTo({QPointF(bar.right() - 2 * radius, bar.top()), corner}, 90, -90);
-    path.lineTo(bar.bottomRight());
-    path.closeSubpath();
-    return path;
+    QPainterPath top(bar.topLeft() + QPointF(0, radius));
+    top.arcTo({bar.topLeft(), corner}, 180, -90);
+    top.arcTo({QPointF(bar.right() - 2 * radius, bar.top()), corner}, 90, -90);
+    top.closeSubpath();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(top, colour);
+    painter.fillRect(bar.adjusted(0, radius, 0, 0), colour);
 }
 
 } // namespace
@@ -54,10 +58,6 @@ std::string paddedLabel(std::string_view text) {
     constexpr std::size_t width = 8;
     const std::size_t count = characterCount(text);
     return std::string(count < width ? width - count : 0, ' ').append(text);
-}
-
-double labelElevation(double textWidth) {
-    return std::max(28.0, textWidth / 2);
 }
 
 void VerticalBarWithText::appear() {
@@ -77,22 +77,24 @@ QFont VerticalBarWithText::labelFont() {
 
 void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFont& font,
                                 Appearance appearance) const {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(toQColor(barColor, appearance));
     // Only the sides and the base: the top's rounding hides what is between two pixels.
-    const QRectF bar(bottomLeft - QPointF(0, barHeight), QSizeF(barWidth, barHeight));
-    painter.drawPath(barShape(onDevicePixels(painter, bar), topRadius));
+    const double height = std::max(barHeight, 1 / painter.deviceTransform().m11());
+    const QRectF bar(bottomLeft - QPointF(0, height), QSizeF(barWidth, height));
+    drawBar(painter, onDevicePixels(painter, bar), topRadius, toQColor(barColor, appearance));
 
     const QFontMetricsF metrics(font, painter.device());
     const QString text = QString::fromStdString(label);
     const double textWidth = metrics.horizontalAdvance(text);
-    const QSizeF size(textWidth + 2 * 3, metrics.height());
     painter.save();
-    painter.translate(bottomLeft + QPointF(barWidth / 2, -labelElevation(textWidth)));
+    painter.translate(bottomLeft + QPointF(barWidth / 2, -labelElevation));
     painter.rotate(-90);
+    // The beginning of a long text, a time with "PM" say, would be below the base.
+    const double shrinking = std::min(1.0, 2 * labelElevation / textWidth);
+    painter.scale(shrinking, shrinking);
+    const QSizeF size(textWidth + 2 * 3, metrics.height());
     const QRectF frame =
         onDevicePixels(painter, {QPointF(-size.width() / 2, -size.height() / 2), size});
+    painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(toQColor(colours::window, appearance), hovered ? 1.0 : 0.5));
     painter.drawRoundedRect(frame, 2, 2);
     painter.setFont(font);

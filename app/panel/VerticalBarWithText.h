@@ -40,8 +40,4 @@ struct VerticalBarWithText {
 /// short values end where long ones do; as it is when it has eight or more. UTF-8.
 std::string paddedLabel(std::string_view text);
 
-/// How far above the bar's base the middle of its label lies: 28, or so much more that the
-/// beginning of a long text (a time with "PM") stays on the chart.
-double labelElevation(double textWidth);
-
 } // namespace tidewell

@@ -17,13 +17,13 @@ Colour levelColour(WarningLevel level) {
 }
 
 Colour pressureColour(std::int64_t percentage) {
-    if (percentage <= 30) {
+    if (percentage <= pressureLimits[0]) {
         return colours::lightGray;
     }
-    if (percentage <= 55) {
+    if (percentage <= pressureLimits[1]) {
         return colours::systemGreen;
     }
-    return percentage <= 80 ? colours::systemOrange : colours::systemRed;
+    return percentage <= pressureLimits[2] ? colours::systemOrange : colours::systemRed;
 }
 
 } // namespace tidewell

@@ -252,6 +252,25 @@
     </message>
 </context>
 <context>
+    <name>SampleTimes</name>
+    <message>
+        <source>last %1 s</source>
+        <translation>آخر %1 ث</translation>
+    </message>
+    <message>
+        <source>last %1 min</source>
+        <translation>آخر %1 د</translation>
+    </message>
+    <message>
+        <source>last %1 d</source>
+        <translation>آخر %1 ي</translation>
+    </message>
+    <message>
+        <source>last %1 h %2 min</source>
+        <translation>آخر %1 س و%2 د</translation>
+    </message>
+</context>
+<context>
     <name>Scenes</name>
     <message>
         <source>About</source>
@@ -344,6 +363,10 @@
         <source>No samples yet</source>
         <translation>لا توجد قياسات بعد</translation>
     </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 في %2</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::ContentView</name>
@@ -407,20 +430,12 @@
         <source>Swap Usage</source>
         <translation>استخدام المبادلة</translation>
     </message>
-    <message>
-        <source>%1 at %2</source>
-        <translation>%1 في %2</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChartFixed</name>
     <message>
         <source>Memory Pressure</source>
         <translation>ضغط الذاكرة</translation>
-    </message>
-    <message>
-        <source>%1% at %2</source>
-        <translation>%1% في %2</translation>
     </message>
 </context>
 <context>

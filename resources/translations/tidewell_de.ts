@@ -252,6 +252,25 @@
     </message>
 </context>
 <context>
+    <name>SampleTimes</name>
+    <message>
+        <source>last %1 s</source>
+        <translation>letzte %1 s</translation>
+    </message>
+    <message>
+        <source>last %1 min</source>
+        <translation>letzte %1 Min.</translation>
+    </message>
+    <message>
+        <source>last %1 d</source>
+        <translation>letzte %1 Tage</translation>
+    </message>
+    <message>
+        <source>last %1 h %2 min</source>
+        <translation>letzte %1 Std. %2 Min.</translation>
+    </message>
+</context>
+<context>
     <name>Scenes</name>
     <message>
         <source>About</source>
@@ -344,6 +363,10 @@
         <source>No samples yet</source>
         <translation>Noch keine Messwerte</translation>
     </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 um %2</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::ContentView</name>
@@ -407,20 +430,12 @@
         <source>Swap Usage</source>
         <translation>Swap-Verlauf</translation>
     </message>
-    <message>
-        <source>%1 at %2</source>
-        <translation>%1 um %2</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChartFixed</name>
     <message>
         <source>Memory Pressure</source>
         <translation>Speicherdruck</translation>
-    </message>
-    <message>
-        <source>%1% at %2</source>
-        <translation>%1 % um %2</translation>
     </message>
 </context>
 <context>

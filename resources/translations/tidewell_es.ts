@@ -252,6 +252,25 @@
     </message>
 </context>
 <context>
+    <name>SampleTimes</name>
+    <message>
+        <source>last %1 s</source>
+        <translation>últimos %1 s</translation>
+    </message>
+    <message>
+        <source>last %1 min</source>
+        <translation>últimos %1 min</translation>
+    </message>
+    <message>
+        <source>last %1 d</source>
+        <translation>últimos %1 d</translation>
+    </message>
+    <message>
+        <source>last %1 h %2 min</source>
+        <translation>últimas %1 h %2 min</translation>
+    </message>
+</context>
+<context>
     <name>Scenes</name>
     <message>
         <source>About</source>
@@ -344,6 +363,10 @@
         <source>No samples yet</source>
         <translation>Aún no hay muestras</translation>
     </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 a las %2</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::ContentView</name>
@@ -407,20 +430,12 @@
         <source>Swap Usage</source>
         <translation>Uso de swap</translation>
     </message>
-    <message>
-        <source>%1 at %2</source>
-        <translation>%1 a las %2</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChartFixed</name>
     <message>
         <source>Memory Pressure</source>
         <translation>Presión de memoria</translation>
-    </message>
-    <message>
-        <source>%1% at %2</source>
-        <translation>%1 % a las %2</translation>
     </message>
 </context>
 <context>

@@ -252,6 +252,25 @@
     </message>
 </context>
 <context>
+    <name>SampleTimes</name>
+    <message>
+        <source>last %1 s</source>
+        <translation>%1 dernières s</translation>
+    </message>
+    <message>
+        <source>last %1 min</source>
+        <translation>%1 dernières min</translation>
+    </message>
+    <message>
+        <source>last %1 d</source>
+        <translation>%1 derniers jours</translation>
+    </message>
+    <message>
+        <source>last %1 h %2 min</source>
+        <translation>dernières %1 h %2 min</translation>
+    </message>
+</context>
+<context>
     <name>Scenes</name>
     <message>
         <source>About</source>
@@ -344,6 +363,10 @@
         <source>No samples yet</source>
         <translation>Pas encore de mesures</translation>
     </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1 à %2</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::ContentView</name>
@@ -407,20 +430,12 @@
         <source>Swap Usage</source>
         <translation>Utilisation du swap</translation>
     </message>
-    <message>
-        <source>%1 at %2</source>
-        <translation>%1 à %2</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChartFixed</name>
     <message>
         <source>Memory Pressure</source>
         <translation>Pression mémoire</translation>
-    </message>
-    <message>
-        <source>%1% at %2</source>
-        <translation>%1 % à %2</translation>
     </message>
 </context>
 <context>

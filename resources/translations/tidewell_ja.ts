@@ -252,6 +252,25 @@
     </message>
 </context>
 <context>
+    <name>SampleTimes</name>
+    <message>
+        <source>last %1 s</source>
+        <translation>過去%1秒</translation>
+    </message>
+    <message>
+        <source>last %1 min</source>
+        <translation>過去%1分</translation>
+    </message>
+    <message>
+        <source>last %1 d</source>
+        <translation>過去%1日</translation>
+    </message>
+    <message>
+        <source>last %1 h %2 min</source>
+        <translation>過去%1時間%2分</translation>
+    </message>
+</context>
+<context>
     <name>Scenes</name>
     <message>
         <source>About</source>
@@ -344,6 +363,10 @@
         <source>No samples yet</source>
         <translation>まだ記録がありません</translation>
     </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%2 に %1</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::ContentView</name>
@@ -407,20 +430,12 @@
         <source>Swap Usage</source>
         <translation>スワップ使用量</translation>
     </message>
-    <message>
-        <source>%1 at %2</source>
-        <translation>%2 に %1</translation>
-    </message>
 </context>
 <context>
     <name>tidewell::ScrollingBarChartFixed</name>
     <message>
         <source>Memory Pressure</source>
         <translation>メモリ負荷</translation>
-    </message>
-    <message>
-        <source>%1% at %2</source>
-        <translation>%2 に %1%</translation>
     </message>
 </context>
 <context>

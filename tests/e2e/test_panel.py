@@ -58,8 +58,8 @@ class ScreenReader(ScreenReaderCase):
                 ("push button", "About Tidewell", "Go to Settings - Ctrl+,",
                  "Quit Tidewell - Ctrl+Q", "Press to set Allow Notifications"),
                 ("progress bar", "Pressure", "Memory Usage", "Swap"),
-                ("list", "General"), ("list item", "Physical Memory 16 GB"),
-                ("chart", "Swap Usage", "Memory Pressure")):
+                ("list", "General", "Swap Usage", "Memory Pressure"),
+                ("list item", "Physical Memory 16 GB")):
             for name in names:
                 self.assertIn((role, name), parts)
         self.assertEqual(self.property(parts["progress bar", "Pressure"], VALUE, "CurrentValue"),

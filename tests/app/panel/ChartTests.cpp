@@ -1,7 +1,10 @@
+#include "app/panel/SampleTimes.h"
 #include "app/panel/ScrollingBarChart.h"
 #include "app/panel/ScrollingBarChartFixed.h"
 #include "tests/fakes/ScopedEnvironment.h"
 #include "tests/fakes/WatcherSurroundings.h"
+#include "ui/Palette.h"
+#include "ui/TitledBox.h"
 
 #include <QTest>
 #include <QWindow>
@@ -112,6 +115,62 @@ TEST_F(PressureChart, ForgetsThePointerWhenItIsHidden) {
     window.show();
     EXPECT_THAT(chart.bars(), testing::SizeIs(12));
     EXPECT_EQ(chart.hoverValue(), noHover);
+}
+
+TEST_F(PressureChart, PublishesWhatTheArrowKeysMark) {
+    chart.setData({{40, 1}, {0, 2}, {37, 3}, {36, 4}});
+    show(chart);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_Tab);
+    ASSERT_TRUE(chart.hasFocus());
+    for (const auto& [key, time] : {std::pair{Qt::Key_Left, 4.0},
+                                    {Qt::Key_Left, 3.0},
+                                    {Qt::Key_Left, 1.0},
+                                    {Qt::Key_Left, 1.0},
+                                    {Qt::Key_Right, 3.0},
+                                    {Qt::Key_Home, 1.0},
+                                    {Qt::Key_End, 4.0},
+                                    {Qt::Key_Escape, noHover.timestamp},
+                                    {Qt::Key_Right, 4.0}}) {
+        QTest::keyClick(&chart, key);
+        EXPECT_EQ(chart.hoverValue().timestamp, time) << key;
+    }
+    chart.setData({{40, 1}, {0, 2}, {37, 3}, {36, 4}, {50, 5}});
+    EXPECT_EQ(chart.hoverValue().timestamp, 4) << "stays on its sample";
+    pointAt(292, 10);
+    EXPECT_EQ(chart.hoverValue().timestamp, 3) << "the pointer has the last word";
+    EXPECT_EQ(chart.itemText(0), QStringLiteral("40% at 00:00:01"));
+}
+
+TEST_F(PressureChart, StaysOffTheLineOfItsBox) {
+    QWidget ground;
+    auto* const inBox = new ScrollingBarChartFixed(100, {{100, 1}}, 3, 0, noHover);
+    TitledBox box({}, inBox, &ground);
+    box.setContentMargins({0, 4, 0, 4});
+    box.resize(300, 128);
+    ground.setPalette(paletteFor(Appearance::light));
+    ground.show();
+    const QImage image = ground.grab().toImage();
+    const QColor bar = toQColor(colours::systemRed, Appearance::light);
+    EXPECT_NE(image.pixelColor(299, 60), bar) << "the line";
+    EXPECT_EQ(image.pixelColor(298, 60), bar);
+    EXPECT_NE(image.pixelColor(298, 123), bar) << "the corner";
+}
+
+TEST(SampleTimes, TellGapsAndSpan) {
+    const std::vector<double> none;
+    const ScopedEnvironment english{{{"LC_ALL", "en_GB.UTF-8"}}};
+    for (const auto& [times, gaps, span] : {std::tuple{none, std::vector<std::size_t>{}, ""},
+                                            {std::vector{7.0}, {}, ""},
+                                            {{0, 1, 2, 3, 6.5}, {4}, "last 7 s"},
+                                            {{0, 60, 120, 480, 540}, {3}, "last 9 min"},
+                                            {{0, 3000, 6000}, {}, "last 1 h 40 min"},
+                                            {{0, 1, 2, 90'000 * 3}, {3}, "last 3 d"},
+                                            {{5, 5, 5}, {}, ""},
+                                            {{3, 2, 1}, {}, ""}}) {
+        EXPECT_EQ(gapsBefore(times), gaps) << span;
+        EXPECT_EQ(spanText(times), QString::fromLatin1(span));
+    }
 }
 
 TEST(Labels, ArePaddedToEightCharactersAsReadersCountThem) {
