@@ -11,9 +11,10 @@ namespace tidewell {
 void drawSoftBox(QPainter& painter, const QRectF& box, double radius, const QBrush& ground,
                  const QColor& edge, double lineWidth) {
     painter.save();
+    const QColor side = onGround(edge, ground.color());
     painter.fillRect(box.adjusted(0, radius, 0, -radius), ground);
     for (const double x : {box.left(), box.right() - lineWidth}) {
-        painter.fillRect(QRectF(x, box.top() + radius, lineWidth, box.height() - 2 * radius), edge);
+        painter.fillRect(QRectF(x, box.top() + radius, lineWidth, box.height() - 2 * radius), side);
     }
     painter.setRenderHint(QPainter::Antialiasing);
     // The middle of the line lies half its width inside the edge.

@@ -11,6 +11,15 @@ QColor withOpacity(QColor colour, double opacity) {
     return colour;
 }
 
+QColor onGround(const QColor& colour, const QColor& ground) {
+    const auto mixed = [part = colour.alphaF()](float above, float below) {
+        return part * above + (1 - part) * below;
+    };
+    return QColor::fromRgbF(mixed(colour.redF(), ground.redF()),
+                            mixed(colour.greenF(), ground.greenF()),
+                            mixed(colour.blueF(), ground.blueF()));
+}
+
 Colour textVariant(Colour colour) {
     static constexpr std::array variants{
         std::pair{colours::systemRed, Colour{0xc4271d, 0xff6961}},

@@ -26,6 +26,10 @@ inline QColor toQColor(Colour colour, Appearance appearance) {
 /// `colour` with its opacity set, 0 to 1.
 QColor withOpacity(QColor colour, double opacity);
 
+/// What a translucent colour looks like on an opaque ground. High shapes in translucent colours
+/// make Qt's raster engine take pool threads.
+QColor onGround(const QColor& colour, const QColor& ground);
+
 /// The variant of a named colour that text takes: at least 4.5 : 1 against the window and box
 /// colours. Other colours are their own variant. Pure.
 Colour textVariant(Colour colour);

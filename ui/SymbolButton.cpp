@@ -2,6 +2,7 @@
 
 #include "ui/Drawing.h"
 #include "ui/Palette.h"
+#include "ui/PushButton.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -59,11 +60,9 @@ void SymbolButton::leaveEvent(QEvent* event) {
 }
 
 void SymbolButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        click();
-        return;
+    if (!pressByReturn(*this, *event)) {
+        QAbstractButton::keyPressEvent(event);
     }
-    QAbstractButton::keyPressEvent(event);
 }
 
 void SymbolButton::bounce() {

@@ -66,7 +66,8 @@ void TitledBox::paintInside(QPainter& painter, const QWidget& content,
     painter.save();
     const QColor edge = hairline(appearanceOf(box->palette()));
     for (const double x : {frame.left(), frame.right() - line}) {
-        painter.fillRect(QRectF(x, frame.top(), line, frame.height() - cornerRadius), edge);
+        painter.fillRect(QRectF(x, frame.top(), line, frame.height() - cornerRadius),
+                         onGround(edge, box->palette().base().color()));
     }
     // The lower corners are painted over: under a clip path, Qt's raster engine takes pool threads.
     const double outer = 2 * cornerRadius;

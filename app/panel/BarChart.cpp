@@ -220,7 +220,8 @@ std::optional<std::size_t> BarChart::barAt(QPointF position) const {
 void BarChart::paintGaps(QPainter& painter) const {
     const BarStrip place = strip();
     const QColor colour =
-        withOpacity(toQColor(colours::secondaryText, appearanceOf(palette())), 0.6);
+        onGround(withOpacity(toQColor(colours::secondaryText, appearanceOf(palette())), 0.6),
+                 palette().base().color());
     for (const std::size_t gap : gapsBefore(visibleTimes())) {
         const double x = place.left(place.firstVisible() + gap) - spacing_ / 2;
         const double pixel = 1 / devicePixelRatioF();

@@ -1,5 +1,6 @@
 #include "app/panel/GaugesRow.h"
 
+#include "app/panel/LevelWords.h"
 #include "base/text/IntegerText.h"
 #include "base/values/LevelColours.h"
 #include "ui/Labels.h"
@@ -77,6 +78,7 @@ RoundGauge* GaugesRow::addGauge(int side, const QString& caption) {
 void GaugesRow::setContent(std::int64_t memoryPressure, double usedMemoryPercentage) {
     pressure_->setContent(
         percentage(static_cast<double>(memoryPressure), pressureColour(memoryPressure)));
+    pressure_->setToolTip(withLevel(percentText(memoryPressure), pressureLevel(memoryPressure)));
     usage_->setContent(percentage(usedMemoryPercentage, colours::primary));
 }
 

@@ -36,7 +36,6 @@ PushButton* PanelPrompts::addPrompt(const QString& title, std::function<void()> 
     auto* prompt = new PushButton(title);
     prompt->setFont(textFont(TextStyle::body, prompt->font()));
     prompt->setFixedHeight(promptHeight);
-    prompt->setAutoDefault(true); // takes Return, too
     connect(prompt, &QPushButton::clicked, this, std::move(action));
     // A row of its own, so that its padding is hidden with it.
     auto* row = new QWidget;

@@ -1,5 +1,6 @@
 #include "app/panel/SwapSection.h"
 
+#include "app/panel/LevelWords.h"
 #include "app/panel/ScrollingBarChart.h"
 #include "base/text/ByteText.h"
 #include "base/text/IntegerText.h"
@@ -76,6 +77,10 @@ void SwapSection::refresh() {
                             .minimumText = QString::fromStdString(integerText(0) + " MB"),
                             .maximumText = QString::fromStdString(sizeText(total)),
                             .tint = levelColour(memoryWatcher_->warningLevel())});
+        const QString figure = tr("%1 of %2")
+                                   .arg(QString::fromStdString(sizeText(used)),
+                                        QString::fromStdString(sizeText(total)));
+        gauge_->setToolTip(withLevel(figure, memoryWatcher_->warningLevel()));
         chart_->setData(memoryWatcher_->swapUsedArray());
         chartBox_->setNote(chart_->spanText());
     }

@@ -342,7 +342,15 @@ void SettingsView::refreshUpdateControls() {
     downloadsAutomatically_->setEnabled(checksAutomatically_->isChecked());
     intervalLabel_->setEnabled(canCheck);
     interval_->setEnabled(canCheck);
+    // A disabled widget hands its focus to the next one, where Space would then switch something.
+    const bool hadFocus = checkNow_->hasFocus() || hasFocus();
+    if (hadFocus && !canCheck) {
+        setFocus();
+    }
     checkNow_->setEnabled(canCheck);
+    if (hadFocus && canCheck) {
+        checkNow_->setFocus();
+    }
     checkRow_->setVisible(model.updater() != nullptr);
 }
 

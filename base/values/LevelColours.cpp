@@ -1,5 +1,7 @@
 #include "base/values/LevelColours.h"
 
+#include <algorithm>
+
 namespace tidewell {
 
 Colour levelColour(WarningLevel level) {
@@ -16,14 +18,13 @@ Colour levelColour(WarningLevel level) {
     return colours::lightGray;
 }
 
+WarningLevel pressureLevel(std::int64_t percentage) {
+    const auto* const limit = std::ranges::lower_bound(pressureLimits, percentage);
+    return static_cast<WarningLevel>(limit - pressureLimits.begin());
+}
+
 Colour pressureColour(std::int64_t percentage) {
-    if (percentage <= pressureLimits[0]) {
-        return colours::lightGray;
-    }
-    if (percentage <= pressureLimits[1]) {
-        return colours::systemGreen;
-    }
-    return percentage <= pressureLimits[2] ? colours::systemOrange : colours::systemRed;
+    return levelColour(pressureLevel(percentage));
 }
 
 } // namespace tidewell

@@ -20,6 +20,25 @@
     </message>
 </context>
 <context>
+    <name>LevelWords</name>
+    <message>
+        <source>Low</source>
+        <translation>منخفض</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>تحذير</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>مرتفع</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1، %2</translation>
+    </message>
+</context>
+<context>
     <name>MemoryWatcher</name>
     <message>
         <source>Physical Memory</source>
@@ -536,6 +555,10 @@
     <message>
         <source>Swap Usage</source>
         <translation>استخدام المبادلة</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 من %2</translation>
     </message>
 </context>
 </TS>

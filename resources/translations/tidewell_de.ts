@@ -20,6 +20,25 @@
     </message>
 </context>
 <context>
+    <name>LevelWords</name>
+    <message>
+        <source>Low</source>
+        <translation>Niedrig</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>MemoryWatcher</name>
     <message>
         <source>Physical Memory</source>
@@ -528,6 +547,10 @@
     <message>
         <source>Swap Usage</source>
         <translation>Swap-Nutzung</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 </TS>

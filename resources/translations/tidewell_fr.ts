@@ -20,6 +20,25 @@
     </message>
 </context>
 <context>
+    <name>LevelWords</name>
+    <message>
+        <source>Low</source>
+        <translation>Faible</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Attention</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Élevé</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>MemoryWatcher</name>
     <message>
         <source>Physical Memory</source>
@@ -528,6 +547,10 @@
     <message>
         <source>Swap Usage</source>
         <translation>Utilisation du swap</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
     </message>
 </context>
 </TS>

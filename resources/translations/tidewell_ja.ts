@@ -20,6 +20,25 @@
     </message>
 </context>
 <context>
+    <name>LevelWords</name>
+    <message>
+        <source>Low</source>
+        <translation>低</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>高</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1、%2</translation>
+    </message>
+</context>
+<context>
     <name>MemoryWatcher</name>
     <message>
         <source>Physical Memory</source>
@@ -526,6 +545,10 @@
     <message>
         <source>Swap Usage</source>
         <translation>スワップ使用量</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
     </message>
 </context>
 </TS>
