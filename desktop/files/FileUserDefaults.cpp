@@ -149,6 +149,9 @@ FileUserDefaults::FileUserDefaults(const std::filesystem::path& file, Log& log)
     : file_(afterLinks(file))
     , log_(log) {
     read();
+    if (isUnreadable_) {
+        read(); // what passes often passes at once
+    }
 }
 
 std::optional<DefaultsValue> FileUserDefaults::value(std::string_view key) const {

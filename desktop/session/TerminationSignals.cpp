@@ -27,12 +27,16 @@ int newEventDescriptor() {
     return descriptor;
 }
 
+void makeReadable(int eventDescriptor) {
+    const std::uint64_t one = 1;
+    while (write(eventDescriptor, &one, sizeof one) < 0 && errno != EAGAIN) {
+        // EAGAIN: the counter is full, so that it is readable all the same.
+    }
+}
+
 extern "C" void noteSignal(int /*signal*/) {
     const int error = errno; // the interrupted code may be about to read it
-    const std::uint64_t one = 1;
-    if (write(signalled.load(), &one, sizeof one) < 0) {
-        // The counter is full: the descriptor is readable all the same.
-    }
+    makeReadable(signalled.load());
     errno = error;
 }
 
@@ -77,10 +81,8 @@ void TerminationSignals::watch(const Overdue& overdue) const {
 }
 
 TerminationSignals::~TerminationSignals() {
-    const std::uint64_t one = 1;
-    if (write(stop_.get(), &one, sizeof one) == sizeof one) {
-        watcher_.join();
-    }
+    makeReadable(stop_.get());
+    watcher_.join();
     for (const Replaced& replaced : replaced_) {
         sigaction(replaced.signal, &replaced.previous, nullptr);
     }
