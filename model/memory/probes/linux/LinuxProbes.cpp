@@ -38,9 +38,8 @@ LinuxProbes::LinuxProbes(const std::string& proc, const std::string& sys, Log& l
     , log_(log) {}
 
 std::optional<std::int64_t> LinuxProbes::getFreeMemoryPercentage() {
-    const auto info = readMemInfo();
-    unused_ = info ? std::optional(*info) : std::nullopt;
-    return info ? freeMemoryPercentage(*info) : std::nullopt;
+    unused_ = read();
+    return unused_ ? freeMemoryPercentage(unused_->info, unused_->unlisted) : std::nullopt;
 }
 
 std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
@@ -69,10 +68,15 @@ std::optional<std::uint64_t> LinuxProbes::getPhysicalMemory() {
 }
 
 std::optional<MemoryCounters> LinuxProbes::getMemoryCounters() {
-    // Writing this file is the kernel's largest part of a sampling step, so it is asked for once.
+    // Writing /proc/meminfo is the kernel's largest part of a step, so it is asked for once.
     const auto unused = std::exchange(unused_, std::nullopt);
-    const auto info = unused ? Result<MemInfo>(*unused) : readMemInfo();
-    return info ? memoryCounters(*info, readUnlistedMemory(), pageSize_) : std::nullopt;
+    const auto reading = unused ? unused : read();
+    return reading ? memoryCounters(reading->info, reading->unlisted, pageSize_) : std::nullopt;
+}
+
+std::optional<LinuxProbes::Reading> LinuxProbes::read() const {
+    const auto info = readMemInfo();
+    return info ? std::optional(Reading{*info, readUnlistedMemory()}) : std::nullopt;
 }
 
 Result<MemInfo> LinuxProbes::readMemInfo() const {

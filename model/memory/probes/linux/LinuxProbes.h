@@ -28,8 +28,15 @@ public:
     std::optional<MemoryCounters> getMemoryCounters() override;
 
 private:
+    /// What a sampling step reads.
+    struct Reading {
+        MemInfo info;
+        UnlistedMemory unlisted;
+    };
+
     Result<MemInfo> readMemInfo() const;
     UnlistedMemory readUnlistedMemory() const;
+    std::optional<Reading> read() const;
     std::uint64_t readZram() const;
 
     std::string memInfoPath_;
@@ -38,7 +45,7 @@ private:
     std::string blockPath_;
     std::uint64_t pageSize_;
     Log& log_;
-    std::optional<MemInfo> unused_; // read for the percentage, not yet for the counters
+    std::optional<Reading> unused_; // read for the percentage, not yet for the counters
 };
 
 } // namespace tidewell

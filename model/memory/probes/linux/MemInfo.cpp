@@ -23,7 +23,8 @@
 // used        App, wired and compressed, which is everything neither free nor cached.
 //
 // "Available" is the kernel's own estimate of what new programs could get before it has to swap:
-// free memory and most of what is cached, less the reserves.
+// free memory and most of what is cached, less the reserves. What of the ZFS cache counts as cached
+// is added here too, since the kernel leaves it out.
 
 namespace tidewell {
 
@@ -56,6 +57,21 @@ std::uint64_t difference(std::uint64_t a, std::uint64_t b) {
 std::uint64_t cachedKilobytes(const MemInfo& info) {
     return difference(info.buffers.value_or(0) + info.cached.value_or(0), info.shared.value_or(0)) +
            info.reclaimableSlab.value_or(0);
+}
+
+/// What programs wrote.
+std::uint64_t appKilobytes(const MemInfo& info) {
+    return info.anonymous.value_or(0) + info.shared.value_or(0);
+}
+
+/// What of the ZFS cache counts as cached: as much as the other lines leave. A cache larger than
+/// memory is another machine's, namely that of the container's host.
+std::uint64_t zfsKilobytes(const MemInfo& info, const UnlistedMemory& unlisted) {
+    const auto total = info.total.value_or(0);
+    const auto others = info.free.value_or(0) + appKilobytes(info) + cachedKilobytes(info);
+    return unlisted.evictableZfs > total
+               ? 0
+               : std::min(unlisted.evictableZfs, difference(total, others));
 }
 
 } // namespace
@@ -104,14 +120,16 @@ std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
     return difference(size, minimum) / 1024;
 }
 
-std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info) {
+std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info,
+                                                 const UnlistedMemory& unlisted) {
     // Kernels before 3.14, and some that only look like Linux, make no estimate of their own.
     const auto available =
         info.available || !info.free ? info.available : *info.free + cachedKilobytes(info);
     if (!available || info.total.value_or(0) == 0) {
         return std::nullopt;
     }
-    return static_cast<std::int64_t>(std::min(*available, *info.total) * 100 / *info.total);
+    const auto obtainable = std::min(*available + zfsKilobytes(info, unlisted), *info.total);
+    return static_cast<std::int64_t>(obtainable * 100 / *info.total);
 }
 
 std::optional<SwapUsage> swapUsage(const MemInfo& info) {
@@ -142,8 +160,8 @@ std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const Unlisted
     };
     MemoryCounters counters{};
     counters.pageSize = pageSize;
-    counters.internalPages = takeKilobytes(info.anonymous.value_or(0) + info.shared.value_or(0));
-    counters.externalPages = takeKilobytes(cachedKilobytes(info) + unlisted.evictableZfs);
+    counters.internalPages = takeKilobytes(appKilobytes(info));
+    counters.externalPages = takeKilobytes(cachedKilobytes(info) + zfsKilobytes(info, unlisted));
     counters.compressorPages = takeKilobytes(info.zswap.value_or(0) + unlisted.zram);
     counters.wiredPages = takePages(remaining);
     return counters;

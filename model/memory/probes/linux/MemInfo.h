@@ -41,7 +41,8 @@ std::uint64_t zramKilobytes(std::string_view mmStat);
 std::uint64_t evictableZfsKilobytes(std::string_view arcStats);
 
 /// Percent of memory that programs could still get, 0 to 100, truncated.
-std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info);
+std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info,
+                                                 const UnlistedMemory& unlisted);
 
 /// Empty when either total is missing. More free than there is counts as all free.
 std::optional<SwapUsage> swapUsage(const MemInfo& info);

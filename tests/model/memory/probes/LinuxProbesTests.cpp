@@ -26,7 +26,7 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
          {Recording{"small-server", 97, 0, 0}, Recording{"small-server-under-load", 89, 0, 0},
           Recording{"laptop-zram", 32, 738725888 + 25165824, 0},
           Recording{"desktop-zswap", 30, 1310720ULL * 1024, 0},
-          Recording{"workstation-zfs", 19, 0, (25614036992 - 2102252928) / 4096 * 4096},
+          Recording{"workstation-zfs", 54, 0, (25614036992 - 2102252928) / 4096 * 4096},
           Recording{"office-before-available", 60, 0, 0}}) {
         SCOPED_TRACE(machine.folder);
         const auto folder = TIDEWELL_FIXTURES "/" + machine.folder;
@@ -47,6 +47,10 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
         EXPECT_EQ(parts.compressedMemory, machine.compressed);
         EXPECT_EQ(parts.usedMemory + parts.cachedFiles + free, total);
         EXPECT_GT(parts.wiredMemory, 0U);
+        const auto inUse = static_cast<std::int64_t>(parts.usedMemory * 100 / total);
+        const auto pressure = 100 - machine.freePercentage;
+        EXPECT_GE(pressure, inUse) << "what is in use is not available";
+        EXPECT_LE(pressure - inUse, 7) << "the reserves that the kernel keeps";
         EXPECT_THAT(log.takeLines(), testing::IsEmpty());
     }
 }
@@ -74,13 +78,13 @@ TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
 
 TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
     folder.write("meminfo", "MemTotal: 4096 kB\nMemFree: 1024 kB\n");
-    EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
-    std::filesystem::remove(folder.path() / "meminfo");
     std::filesystem::create_directories(folder.path() / "class/zram-control");
     std::filesystem::create_directories(folder.path() / "block/zram11"); // vanishes meanwhile
     folder.write("block/zram3/mm_stat", "9 9 131072 9");
     folder.write("block/zram10/mm_stat", "9 9 65536 9");
     folder.write("block/sda/mm_stat", "9 9 65536 9");
+    EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
+    std::filesystem::remove(folder.path() / "meminfo");
     const auto parts = breakdownOf(probes.getMemoryCounters().value());
     EXPECT_EQ(parts.compressedMemory, 131072U + 65536U);
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "the next step reads it again";
@@ -105,8 +109,23 @@ TEST(MemInfo, GivesThePercentageThatIsAvailableAndAnEstimateWhereTheKernelMakesN
           Case{estimated + "Shmem: 99999", 16}, Case{estimated + "MemAvailable: 639", 63},
           Case{"MemAvailable: 1001", 100}}) {
         const auto info = parseMemInfo(lines + "\nMemTotal: 1000");
-        EXPECT_EQ(freeMemoryPercentage(info), percentage) << lines;
+        EXPECT_EQ(freeMemoryPercentage(info, {}), percentage) << lines;
     }
+}
+
+TEST(MemInfo, CountsTheSamePartOfTheZfsCacheAsAvailableAndAsCached) {
+    const auto info = parseMemInfo("MemTotal: 1000\nMemFree: 100\nMemAvailable: 150\n"
+                                   "Cached: 200\nShmem: 100\nAnonPages: 300\n");
+    using Case = std::tuple<std::uint64_t, std::int64_t, std::uint32_t>;
+    for (const auto& [zfs, percentage, cached] :
+         {Case{0, 15, 100}, Case{250, 40, 350}, Case{400, 55, 500}, Case{401, 55, 500},
+          Case{1000, 55, 500}, Case{1001, 15, 100}}) {
+        const UnlistedMemory unlisted{.evictableZfs = zfs};
+        EXPECT_EQ(freeMemoryPercentage(info, unlisted), percentage) << zfs;
+        EXPECT_EQ(memoryCounters(info, unlisted, 1024)->externalPages, cached) << zfs;
+    }
+    const auto roomy = parseMemInfo("MemTotal: 1000\nMemFree: 100\nMemAvailable: 950\n");
+    EXPECT_EQ(freeMemoryPercentage(roomy, {.evictableZfs = 900}), 100);
 }
 
 TEST(MemInfo, CountsEveryPageOnceEvenWhenFiguresContradictEachOther) {
