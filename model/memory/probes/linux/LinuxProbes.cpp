@@ -74,15 +74,21 @@ std::optional<MemoryCounters> LinuxProbes::getMemoryCounters() {
     return reading ? memoryCounters(reading->info, reading->unlisted, pageSize_) : std::nullopt;
 }
 
-std::optional<LinuxProbes::Reading> LinuxProbes::read() const {
+std::optional<LinuxProbes::Reading> LinuxProbes::read() {
     const auto info = readMemInfo();
     return info ? std::optional(Reading{*info, readUnlistedMemory()}) : std::nullopt;
 }
 
-Result<MemInfo> LinuxProbes::readMemInfo() const {
+Result<MemInfo> LinuxProbes::readMemInfo() {
     Buffer buffer;
-    const auto text = readText(AT_FDCWD, memInfoPath_.c_str(), buffer);
-    return text.map(parseMemInfo);
+    auto info = readText(AT_FDCWD, memInfoPath_.c_str(), buffer).map(parseMemInfo);
+    if (info && !info->tooLarge.empty() && !std::exchange(hasToldOfTooLarge_, true)) {
+        logMessage(log_,
+                   std::string(info->tooLarge) + " in " + memInfoPath_ +
+                       " is larger than MemTotal and left out",
+                   "general", __FILE__, "readMemInfo()", __LINE__, LogLevel::error);
+    }
+    return info;
 }
 
 UnlistedMemory LinuxProbes::readUnlistedMemory() const {

@@ -10,7 +10,8 @@
 namespace tidewell {
 
 /// The readings of a Linux machine, from /proc/meminfo and, for ZFS and zram, files beside it.
-/// MemInfo.cpp defines what counts as what.
+/// MemInfo.cpp defines what counts as what. The first part that claims to be larger than memory is
+/// logged, later ones are not.
 ///
 /// A sampling step asks for the percentage and right after it for the counters. Both then tell of
 /// the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read since the
@@ -34,9 +35,9 @@ private:
         UnlistedMemory unlisted;
     };
 
-    Result<MemInfo> readMemInfo() const;
+    Result<MemInfo> readMemInfo();
     UnlistedMemory readUnlistedMemory() const;
-    std::optional<Reading> read() const;
+    std::optional<Reading> read();
     std::uint64_t readZram() const;
 
     std::string memInfoPath_;
@@ -46,6 +47,7 @@ private:
     std::uint64_t pageSize_;
     Log& log_;
     std::optional<Reading> unused_; // read for the percentage, not yet for the counters
+    bool hasToldOfTooLarge_ = false;
 };
 
 } // namespace tidewell

@@ -25,6 +25,10 @@
 // "Available" is the kernel's own estimate of what new programs could get before it has to swap:
 // free memory and most of what is cached, less the reserves. What of the ZFS cache counts as cached
 // is added here too, since the kernel leaves it out.
+//
+// Where /proc/meminfo is made up for a container, differences can wrap around and figures of the
+// machine stand beside those of the container. So a part larger than memory is no figure. What is
+// missing then is derived from the other lines where they tell it.
 
 namespace tidewell {
 
@@ -33,20 +37,23 @@ namespace {
 struct Line {
     std::string_view name;
     MemInfo::Kilobytes MemInfo::* figure;
+    bool isPartOfMemory = true;
 };
 
 constexpr std::array lines{
-    Line{"MemTotal", &MemInfo::total},
+    Line{"MemTotal", &MemInfo::total, false},
     Line{"MemFree", &MemInfo::free},
     Line{"MemAvailable", &MemInfo::available},
     Line{"Buffers", &MemInfo::buffers},
     Line{"Cached", &MemInfo::cached},
-    Line{"SwapTotal", &MemInfo::swapTotal},
-    Line{"SwapFree", &MemInfo::swapFree},
+    Line{"SwapTotal", &MemInfo::swapTotal, false},
+    Line{"SwapFree", &MemInfo::swapFree, false},
     Line{"Zswap", &MemInfo::zswap},
     Line{"AnonPages", &MemInfo::anonymous},
     Line{"Shmem", &MemInfo::shared},
     Line{"SReclaimable", &MemInfo::reclaimableSlab},
+    Line{"Active(anon)", &MemInfo::activeAnonymous},
+    Line{"Inactive(anon)", &MemInfo::inactiveAnonymous},
 };
 
 std::uint64_t difference(std::uint64_t a, std::uint64_t b) {
@@ -64,14 +71,44 @@ std::uint64_t appKilobytes(const MemInfo& info) {
     return info.anonymous.value_or(0) + info.shared.value_or(0);
 }
 
-/// What of the ZFS cache counts as cached: as much as the other lines leave. A cache larger than
-/// memory is another machine's, namely that of the container's host.
+/// A figure of the whole machine, or 0 where that is not the one whose memory is `total`: a
+/// container sees the cache and the devices of its host.
+std::uint64_t ownKilobytes(std::uint64_t kilobytes, std::uint64_t total) {
+    return kilobytes > total ? 0 : kilobytes;
+}
+
+/// What of the ZFS cache counts as cached: as much as the other lines leave.
 std::uint64_t zfsKilobytes(const MemInfo& info, const UnlistedMemory& unlisted) {
     const auto total = info.total.value_or(0);
     const auto others = info.free.value_or(0) + appKilobytes(info) + cachedKilobytes(info);
-    return unlisted.evictableZfs > total
-               ? 0
-               : std::min(unlisted.evictableZfs, difference(total, others));
+    return std::min(ownKilobytes(unlisted.evictableZfs, total), difference(total, others));
+}
+
+void leaveOutTooLargeParts(MemInfo& info) {
+    for (const Line& line : lines) {
+        auto& figure = info.*line.figure;
+        if (line.isPartOfMemory && info.total && figure > info.total) {
+            figure.reset();
+            info.tooLarge = line.name;
+        }
+    }
+}
+
+void deriveMissingParts(MemInfo& info) {
+    if (!info.anonymous && info.activeAnonymous && info.inactiveAnonymous) {
+        info.anonymous =
+            difference(*info.activeAnonymous + *info.inactiveAnonymous, info.shared.value_or(0));
+    }
+    const auto cached = cachedKilobytes(info);
+    if (!info.free && info.available) {
+        info.free = difference(*info.available, cached);
+    } else if (!info.free && info.total && info.anonymous && info.cached) {
+        info.free = difference(*info.total, appKilobytes(info) + cached + info.zswap.value_or(0));
+    }
+    // Kernels before 3.14, and some that only look like Linux, make no estimate of their own.
+    if (!info.available && info.free) {
+        info.available = *info.free + cached;
+    }
 }
 
 } // namespace
@@ -94,6 +131,8 @@ MemInfo parseMemInfo(std::string_view text) {
             info.*known->figure = figure;
         }
     }
+    leaveOutTooLargeParts(info);
+    deriveMissingParts(info);
     return info;
 }
 
@@ -122,13 +161,10 @@ std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
 
 std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info,
                                                  const UnlistedMemory& unlisted) {
-    // Kernels before 3.14, and some that only look like Linux, make no estimate of their own.
-    const auto available =
-        info.available || !info.free ? info.available : *info.free + cachedKilobytes(info);
-    if (!available || info.total.value_or(0) == 0) {
+    if (!info.available || info.total.value_or(0) == 0) {
         return std::nullopt;
     }
-    const auto obtainable = std::min(*available + zfsKilobytes(info, unlisted), *info.total);
+    const auto obtainable = std::min(*info.available + zfsKilobytes(info, unlisted), *info.total);
     return static_cast<std::int64_t>(obtainable * 100 / *info.total);
 }
 
@@ -146,8 +182,8 @@ std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const Unlisted
     if (!info.total || !info.free) {
         return std::nullopt;
     }
-    // In a container some figures are the container's and others the machine's. Each part takes at
-    // most what the earlier ones left, so that used memory never exceeds what there is.
+    // Each part takes at most what the earlier ones left, so that used memory never exceeds what
+    // there is.
     std::uint64_t remaining = difference(*info.total, *info.free) * 1024 / pageSize;
     const auto takePages = [&](std::uint64_t pages) {
         pages = std::min(pages, remaining);
@@ -162,7 +198,8 @@ std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const Unlisted
     counters.pageSize = pageSize;
     counters.internalPages = takeKilobytes(appKilobytes(info));
     counters.externalPages = takeKilobytes(cachedKilobytes(info) + zfsKilobytes(info, unlisted));
-    counters.compressorPages = takeKilobytes(info.zswap.value_or(0) + unlisted.zram);
+    counters.compressorPages =
+        takeKilobytes(info.zswap.value_or(0) + ownKilobytes(unlisted.zram, *info.total));
     counters.wiredPages = takePages(remaining);
     return counters;
 }

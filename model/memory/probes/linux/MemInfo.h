@@ -7,8 +7,8 @@
 namespace tidewell {
 
 /// The lines of /proc/meminfo that are used here, in kilobytes of 1,024 bytes. Each is below 2^54,
-/// so that its bytes, its hundredfold and sums of a few fit in 64 bits. Empty where the line is
-/// missing or holds no such number.
+/// so that its bytes, its hundredfold and sums of a few fit in 64 bits, and a part of memory is at
+/// most `total`. Empty where the line is missing or holds no such number.
 struct MemInfo {
     using Kilobytes = std::optional<std::uint64_t>;
 
@@ -23,6 +23,10 @@ struct MemInfo {
     Kilobytes anonymous;
     Kilobytes shared;
     Kilobytes reclaimableSlab;
+    Kilobytes activeAnonymous; ///< both with the shared memory among it
+    Kilobytes inactiveAnonymous;
+
+    std::string_view tooLarge; ///< names a part that claimed to be larger than memory
 };
 
 /// Memory that has no line of its own in /proc/meminfo, in the same kilobytes.
@@ -32,6 +36,8 @@ struct UnlistedMemory {
 };
 
 /// Reads the text of /proc/meminfo. Any text will do; of a line that comes twice, the first counts.
+/// A part larger than memory is left out; free, available and anonymous memory that are missing are
+/// derived from the other lines where these suffice.
 MemInfo parseMemInfo(std::string_view text);
 
 /// Memory taken up by one zram device, from the text of its mm_stat; 0 when there is no figure.

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <sstream>
 
@@ -106,11 +107,45 @@ TEST(MemInfo, GivesThePercentageThatIsAvailableAndAnEstimateWhereTheKernelMakesN
     using Case = std::pair<std::string, std::optional<std::int64_t>>;
     for (const auto& [lines, percentage] :
          {Case{"", {}}, Case{"MemTotal: 0\nMemFree: 1", {}}, Case{estimated + "Shmem: 200", 31},
-          Case{estimated + "Shmem: 99999", 16}, Case{estimated + "MemAvailable: 639", 63},
-          Case{"MemAvailable: 1001", 100}}) {
+          Case{estimated + "Shmem: 999", 16}, Case{estimated + "MemAvailable: 639", 63},
+          Case{estimated + "MemAvailable: 1001", 51}, Case{"MemAvailable: 1000", 100},
+          Case{"MemAvailable: 1001", {}}}) {
         const auto info = parseMemInfo(lines + "\nMemTotal: 1000");
         EXPECT_EQ(freeMemoryPercentage(info, {}), percentage) << lines;
     }
+}
+
+TEST_F(LinuxProbesTest, DerivesWhatIsLargerThanMemoryFromTheOtherLinesAndSaysSoOnce) {
+    const std::string wrapped = " 18014398509481000 kB\n"; // a difference below 0
+    const std::string above = " 8000001 kB\n";             // the host's
+    const std::string total = "MemTotal: 8000000 kB\n", free = "MemFree: 1000000 kB\n",
+                      available = "MemAvailable: 5200000 kB\n",
+                      anonymous = "AnonPages: 1150000 kB\n",
+                      lists = "Active(anon): 700000 kB\nInactive(anon): 1000000 kB\n",
+                      others = total + "Shmem: 500000 kB\nBuffers: 100000 kB\nCached: 4500000 kB\n"
+                                       "SReclaimable: 300000 kB\nZswap: 60000 kB\n";
+    struct Case {
+        std::string lines;
+        std::int64_t percentage;
+        std::array<std::uint64_t, 3> parts; ///< app, wired and cached, in thousands of kilobytes
+    };
+    for (const auto& [lines, percentage, parts] :
+         {Case{free + available + anonymous + lists, 65, {1650, 890, 4400}},
+          Case{free + available + lists + "AnonPages:" + wrapped, 65, {1700, 840, 4400}},
+          Case{free + available + "AnonPages:" + above, 65, {500, 2040, 4400}},
+          Case{"MemFree:" + wrapped + available + anonymous, 65, {1650, 1090, 4400}},
+          Case{free + anonymous + "MemAvailable:" + wrapped, 67, {1650, 890, 4400}},
+          Case{"MemFree:" + wrapped + "MemAvailable:" + above + anonymous, 78, {1650, 0, 4400}}}) {
+        SCOPED_TRACE(lines);
+        folder.write("meminfo", others + lines);
+        EXPECT_EQ(probes.getFreeMemoryPercentage(), percentage);
+        const auto is = breakdownOf(probes.getMemoryCounters().value());
+        EXPECT_EQ((std::array{is.appMemory, is.wiredMemory, is.cachedFiles}),
+                  (std::array{parts[0] * 1024000, parts[1] * 1024000, parts[2] * 1024000}));
+    }
+    EXPECT_THAT(log.takeLines(), testing::ElementsAre("error general readMemInfo(): AnonPages in " +
+                                                      (folder.path() / "meminfo").string() +
+                                                      " is larger than MemTotal and left out"));
 }
 
 TEST(MemInfo, CountsTheSamePartOfTheZfsCacheAsAvailableAndAsCached) {
@@ -141,9 +176,9 @@ TEST(MemInfo, CountsEveryPageOnceEvenWhenFiguresContradictEachOther) {
     };
     // Page size, internal, purgeable, external, wired, compressor.
     check(busy, {4096, 1500, 0, 1253, 638, 109});
-    check(small + "Cached: 40\nShmem:" + huge + "AnonPages:" + huge, {4096, 75, 0, 0, 0, 0});
-    check(small + "Cached:" + huge + "Buffers:" + huge + "SReclaimable:" + huge,
-          {4096, 0, 0, 75, 0, 0});
+    check(small + "Cached: 40\nShmem: 400\nAnonPages: 200\n", {4096, 75, 0, 0, 0, 0});
+    check(small + "Cached: 200\nBuffers: 200\nSReclaimable: 1\n", {4096, 0, 0, 75, 0, 0});
+    check("MemTotal: 240\nMemFree: 100\n", {4096, 0, 0, 0, 35, 0});
     check("MemTotal:" + huge + "MemFree: 0\nCached:" + huge, {4096, 0, 0, most, 0, 0});
     EXPECT_EQ(evictableZfsKilobytes("size 4 1024\nc_min 4 4096\n"), 0U);
     EXPECT_EQ(memoryCounters(parseMemInfo("MemTotal: 400"), {}, 4096), std::nullopt);
