@@ -82,6 +82,8 @@ void MemoryWatcher::performWork() {
 }
 
 void MemoryWatcher::updateMemoryUsage() {
+    // Memory is plugged in, balloons grow, and a container's limit is raised.
+    physical_ = environment_.probes.getPhysicalMemory().value_or(physical_);
     const auto counters = environment_.probes.getMemoryCounters();
     if (!counters) {
         return;

@@ -56,7 +56,8 @@ public:
     /// One sampling step: pressure, then memory use.
     void performWork();
 
-    /// Refreshes `usedMemoryPercentage` and `showItems`. Without counters nothing changes.
+    /// Takes over physical memory where it can be read, and refreshes `usedMemoryPercentage` and
+    /// `showItems`. Without counters these two do not change.
     void updateMemoryUsage();
     /// Refreshes the swap figures and appends to the swap history; 0 where swap cannot be read.
     void updateSwapUsage();

@@ -100,6 +100,27 @@ TEST_F(MemoryWatcherTest, ShowsTheFiguresInOrderWithSwapTotalOnlyWhileSwapIsInUs
     EXPECT_THAT(watcher->showItems()[8], shows("Swap Total", 200));
 }
 
+TEST_F(MemoryWatcherTest, TakesOverPhysicalMemoryThatChangesOrIsReadOnlyLater) {
+    const auto counters = std::exchange(probes.counters, std::nullopt);
+    probes.physical = std::nullopt;
+    start();
+    log.takeLines();
+    probes.counters = counters; // 12 GB in use
+    using Case = std::tuple<std::optional<std::uint64_t>, std::uint64_t, double>;
+    for (const auto& [read, total, percentage] :
+         {Case{{}, 0, 0.0}, Case{physical, physical, 75.0}, Case{2 * physical, 2 * physical, 37.5},
+          Case{{}, 2 * physical, 37.5}, Case{12 * gigabyte, 12 * gigabyte, 100.0}}) {
+        probes.physical = read;
+        pass(1);
+        EXPECT_EQ(watcher->showItems().at(0).value, total);
+        EXPECT_EQ(watcher->usedMemoryPercentage(), percentage);
+    }
+    EXPECT_THAT(log.takeLines(), IsEmpty());
+    useSwap(12 * gigabyte + 1);
+    pass(60);
+    EXPECT_EQ(watcher->warningLevel(), WarningLevel::high) << "by the memory there is now";
+}
+
 TEST_F(MemoryWatcherTest, KeepsWhatItHasWhereAReadingFails) {
     const std::string error = "error general ";
     probes.physical = std::nullopt;

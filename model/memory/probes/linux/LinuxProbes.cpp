@@ -60,7 +60,7 @@ std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
 }
 
 std::optional<std::uint64_t> LinuxProbes::getPhysicalMemory() {
-    const auto info = readMemInfo();
+    const auto info = unused_ ? Result<MemInfo>(unused_->info) : readMemInfo();
     if (!info || !info->total) {
         return std::nullopt;
     }

@@ -13,9 +13,9 @@ namespace tidewell {
 /// MemInfo.cpp defines what counts as what. The first part that claims to be larger than memory is
 /// logged, later ones are not.
 ///
-/// A sampling step asks for the percentage and right after it for the counters. Both then tell of
-/// the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read since the
-/// last call, and reads afresh when there is nothing.
+/// A sampling step asks for the percentage, then for physical memory and the counters. All three
+/// tell of the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read,
+/// getPhysicalMemory() looks at it, and each reads afresh when there is nothing.
 class LinuxProbes final : public SystemProbes {
 public:
     /// `proc` and `sys` are the directories where the kernel's files are mounted, "/proc" and

@@ -86,6 +86,7 @@ TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesT
     folder.write("block/sda/mm_stat", "9 9 65536 9");
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
     std::filesystem::remove(folder.path() / "meminfo");
+    EXPECT_EQ(probes.getPhysicalMemory(), 4096U * 1024);
     const auto parts = breakdownOf(probes.getMemoryCounters().value());
     EXPECT_EQ(parts.compressedMemory, 131072U + 65536U);
     EXPECT_EQ(probes.getMemoryCounters(), std::nullopt) << "the next step reads it again";
