@@ -82,6 +82,10 @@ std::optional<LinuxProbes::Reading> LinuxProbes::read() {
 Result<MemInfo> LinuxProbes::readMemInfo() {
     Buffer buffer;
     auto info = readText(AT_FDCWD, memInfoPath_.c_str(), buffer).map(parseMemInfo);
+    if (!std::exchange(isUnreadable_, !info.has_value()) && !info) {
+        logMessage(log_, info.error().description(), "general", __FILE__, "readMemInfo()", __LINE__,
+                   LogLevel::error);
+    }
     if (info && !info->tooLarge.empty() && !std::exchange(hasToldOfTooLarge_, true)) {
         logMessage(log_,
                    std::string(info->tooLarge) + " in " + memInfoPath_ +

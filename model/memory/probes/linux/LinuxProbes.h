@@ -10,8 +10,8 @@
 namespace tidewell {
 
 /// The readings of a Linux machine, from /proc/meminfo and, for ZFS and zram, files beside it.
-/// MemInfo.cpp defines what counts as what. The first part that claims to be larger than memory is
-/// logged, later ones are not.
+/// MemInfo.cpp defines what counts as what. Why the file cannot be read is logged once, until it
+/// can be read again; of the parts that claim to be larger than memory, the first.
 ///
 /// A sampling step asks for the percentage, then for physical memory and the counters. All three
 /// tell of the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read,
@@ -47,6 +47,7 @@ private:
     std::uint64_t pageSize_;
     Log& log_;
     std::optional<Reading> unused_; // read for the percentage, not yet for the counters
+    bool isUnreadable_ = false;     // the file, at the last attempt
     bool hasToldOfTooLarge_ = false;
 };
 

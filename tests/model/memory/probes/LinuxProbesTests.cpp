@@ -63,18 +63,26 @@ protected:
     LinuxProbes probes{folder.path(), folder.path(), log};
 };
 
-TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysSoForSwap) {
-    std::string reason = "Error getting swap usage (errno: 2)";
-    for (const std::string text : {"", "MemTotal: lots\nSwapTotal: 5 kB\n"}) {
+TEST_F(LinuxProbesTest, HasNoReadingsWithoutAUsableFileAndSaysWhyOnceAndForSwapEachTime) {
+    const std::string meminfo = (folder.path() / "meminfo").string();
+    const std::string error = "error general getSwapUsage(): Error";
+    const auto expectLines = [this](const std::vector<std::string>& lines) {
         EXPECT_EQ(probes.getFreeMemoryPercentage(), std::nullopt);
         EXPECT_EQ(probes.getPhysicalMemory(), std::nullopt);
         EXPECT_EQ(probes.getMemoryCounters(), std::nullopt);
         EXPECT_EQ(probes.getSwapUsage(), std::nullopt);
-        EXPECT_THAT(log.takeLines(),
-                    testing::ElementsAre("error general getSwapUsage(): " + reason));
-        folder.write("meminfo", text); // for the next round
-        reason = "Error: Could not find the swap totals in " + (folder.path() / "meminfo").string();
-    }
+        EXPECT_EQ(log.takeLines(), lines);
+    };
+    const auto reason = [&](const char* text) {
+        return "error general readMemInfo(): Cannot read " + meminfo + ": " + text;
+    };
+    expectLines({reason("No such file or directory"), error + " getting swap usage (errno: 2)"});
+    expectLines({error + " getting swap usage (errno: 2)"});
+    folder.write("meminfo", "MemTotal: lots\nSwapTotal: 5 kB\n");
+    expectLines({error + ": Could not find the swap totals in " + meminfo});
+    std::filesystem::remove(meminfo);
+    std::filesystem::create_directory(meminfo);
+    expectLines({reason("Is a directory"), error + " getting swap usage (errno: 21)"});
 }
 
 TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesThatAreThere) {
