@@ -10,6 +10,7 @@ import os
 import pathlib
 import shutil
 import signal
+import socket
 import subprocess
 import tempfile
 import time
@@ -197,6 +198,12 @@ class Session:
         return [(service, "/" + (path or "StatusNotifierItem")) for service, _, path in parts]
 
 
+def accepts(path):
+    """Whether somebody listens at the socket."""
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(str(path)) == 0
+
+
 class Desktop(Session):
     """Use as a context manager.
 
@@ -277,15 +284,15 @@ class Desktop(Session):
 
     def start_bus(self, kind, services):
         """Starts a bus daemon of our own and gives its address."""
-        socket = self.folder / f"{kind}-bus"
+        path = self.folder / f"{kind}-bus"
         configuration = self.folder / f"{kind}.conf"
         configuration.write_text(BUS_CONFIGURATION.format(
-            type=kind, socket=socket, services=self.folder / services))
+            type=kind, socket=path, services=self.folder / services))
         self.bus_processes[kind] = self.start(
             "dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile",
             name=f"{kind}-bus")
-        wait_for(f"the {kind} bus", socket.exists)
-        return f"unix:path={socket}"
+        wait_for(f"the {kind} bus", lambda: accepts(path))
+        return f"unix:path={path}"
 
     def close(self):
         self.forget_buses()
