@@ -26,6 +26,7 @@ using Choice = SPUStandardUserDriver::Choice;
 
 struct FeedAnswer {
     qint64 serial;
+    std::string remark; ///< of the fetching program
     std::optional<AppcastItem> update;
 };
 
@@ -40,7 +41,8 @@ Result<FeedAnswer> newestInFeed(const FetchSettings& settings, const QUrl& addre
                    ? Result<>()
                    : failure("it is larger than it may be", UpdateProblem::badFeed);
     };
-    if (auto fetched = fetch(settings, address, settings.feedLimit, stop, take); !fetched) {
+    const auto fetched = fetch(settings, address, settings.feedLimit, stop, take);
+    if (!fetched) {
         return tl::unexpected(fetched.error());
     }
     const auto feed = readSignedFeed(published, key);
@@ -51,7 +53,7 @@ Result<FeedAnswer> newestInFeed(const FetchSettings& settings, const QUrl& addre
         .and_then([&] { return readAppcast(feed->feed, address); })
         .map([&](const std::vector<AppcastItem>& items) {
             const AppcastItem* update = newestUpdate(items, installation);
-            return FeedAnswer{feed->serial,
+            return FeedAnswer{feed->serial, *fetched,
                               update != nullptr ? std::optional(*update) : std::nullopt};
         });
 }
@@ -107,6 +109,9 @@ Result<> FeedUpdater::startUpdater() {
                      environment_.architecture, !environment_.appImage.isEmpty()};
     appImage_ = identityOf(environment_.appImage);
     isStarted_ = true;
+    if (hasUnverified(environment_.downloadFolder)) {
+        files_.post([folder = environment_.downloadFolder] { removeUnverified(folder); });
+    }
     setCanCheck();
     return {};
 }
@@ -257,7 +262,7 @@ Task<void> FeedUpdater::checkForUser() {
         co_return;
     }
     if (!installation_.isAppImage) {
-        userDriver_->showHandedOver(update.version, over);
+        userDriver_->showHandedOver(update.version, [this] { openFolder(); }, over);
         co_return;
     }
     installation_.version = update.version;
@@ -294,6 +299,9 @@ Task<Result<std::optional<AppcastItem>>> FeedUpdater::lookForUpdate() {
     co_await work;
     if (!answer) {
         co_return tl::unexpected(answer.error());
+    }
+    if (answer->remark != std::exchange(remark_, answer->remark) && !remark_.empty()) {
+        log("The fetching program " + remark_, "lookForUpdate()", __LINE__);
     }
     if (answer->serial > highestSerial) {
         write(environment_.defaults, preference, static_cast<double>(answer->serial));
@@ -343,10 +351,12 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
                           UpdateProblem::cannotReplace);
     }
     Result<> replaced;
-    auto work = runOn(files_, [this, &item, &file, &replaced](const std::stop_token& stop) {
-        replaced = replaceAppImage(environment_.appImage, file, item, key_, stop);
+    auto work = runOn(files_, [this, &item, &replaced](const std::stop_token& stop) {
+        auto folder = DownloadFolder::open(environment_.downloadFolder);
+        replaced = folder ? replaceAppImage(environment_.appImage, *folder, item, key_, stop)
+                          : Result<>(tl::unexpected(folder.error()));
         if (replaced) {
-            QFile::remove(file); // it has served
+            folder->clear({}); // it has served
         }
     });
     co_await work;
@@ -354,10 +364,22 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
     co_return replaced;
 }
 
+/// In which the file lies that the user is left to install.
+void FeedUpdater::openFolder() {
+    endSession();
+    if (!environment_.open(environment_.downloadFolder)) {
+        log("nothing opens " + environment_.downloadFolder.toStdString(), "openFolder()", __LINE__);
+    }
+}
+
 /// Ends the user's check with what went wrong.
 void FeedUpdater::fail(const std::string& what, const Error& error) {
     log(what + error.text, "fail()", __LINE__);
-    userDriver_->showFailure(error.cause, [this] { endSession(); });
+    const auto show = [this] { openFolder(); };
+    userDriver_->showFailure(
+        error.cause,
+        error.cause == UpdateProblem::noHandler ? SPUStandardUserDriver::Action(show) : nullptr,
+        [this] { endSession(); });
 }
 
 void FeedUpdater::log(const std::string& message, const char* function, int line) const {

@@ -41,7 +41,7 @@ public:
         std::function<std::string()> versionOnDisk;
         QString systemVersion; ///< of the C library; empty where it is unknown
         QString architecture;
-        /// Has the desktop open a verified file; false when it does not know how.
+        /// Has the desktop open a verified file, or its folder; false when it does not know how.
         std::function<bool(const QString& file)> open;
         /// Ends the program and starts it anew from `appImage`.
         std::function<void(const QString& appImage)> restart;
@@ -84,6 +84,7 @@ private:
     Task<void> fetchFile(AppcastItem item, std::shared_ptr<std::atomic<qint64>> received);
     Task<Result<>> install(AppcastItem item, QString file);
     void offerRestart();
+    void openFolder();
     void fail(const std::string& what, const Error& error);
     void setCanCheck();
     void log(const std::string& message, const char* function, int line) const;
@@ -111,6 +112,7 @@ private:
     // The file that is not fetched again just in case: it is there, or another would be no better.
     std::optional<Signature> settled_;
     std::optional<FileIdentity> appImage_; // the file as this updater knows it
+    std::string remark_;                   // of the fetching program, said once
     bool isReplaced_ = false;              // by `installation_.version`, which starts next
 
     Session session_ = Session::none;

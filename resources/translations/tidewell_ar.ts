@@ -254,10 +254,6 @@
         <translation>تم تنزيل %1 %2 والتحقق منه.</translation>
     </message>
     <message>
-        <source>Your desktop opens it now with the program that installs such files.</source>
-        <translation>يفتحه سطح المكتب الآن بالبرنامج الذي يثبّت مثل هذه الملفات.</translation>
-    </message>
-    <message>
         <source>The update did not succeed.</source>
         <translation>لم ينجح التحديث.</translation>
     </message>
@@ -268,6 +264,14 @@
     <message>
         <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
         <translation>أرسل خادم التحديثات قائمة إصدارات قديمة. حاول مرة أخرى لاحقًا، وتحقّق من صحة تاريخ هذا الحاسوب.</translation>
+    </message>
+    <message>
+        <source>It was handed to your desktop, to be opened with the program that installs such files. If nothing opens, install it from its folder.</source>
+        <translation>سُلّم الملف إلى سطح المكتب ليُفتح بالبرنامج الذي يثبّت مثل هذه الملفات. إن لم يُفتح شيء، فثبّته من مجلده.</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>فتح المجلد</translation>
     </message>
 </context>
 <context>

@@ -254,10 +254,6 @@
         <translation>%1 %2 wurde geladen und geprüft.</translation>
     </message>
     <message>
-        <source>Your desktop opens it now with the program that installs such files.</source>
-        <translation>Der Desktop öffnet es jetzt mit dem Programm, das solche Dateien installiert.</translation>
-    </message>
-    <message>
         <source>The update did not succeed.</source>
         <translation>Das Update ist nicht gelungen.</translation>
     </message>
@@ -268,6 +264,14 @@
     <message>
         <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
         <translation>Der Update-Server hat eine alte Liste der Versionen gesendet. Versuchen Sie es später noch einmal und prüfen Sie, ob das Datum dieses Computers stimmt.</translation>
+    </message>
+    <message>
+        <source>It was handed to your desktop, to be opened with the program that installs such files. If nothing opens, install it from its folder.</source>
+        <translation>Die Datei wurde Ihrer Arbeitsumgebung übergeben, um mit dem Programm geöffnet zu werden, das solche Dateien installiert. Falls sich nichts öffnet, installieren Sie sie aus ihrem Ordner.</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
     </message>
 </context>
 <context>

@@ -254,10 +254,6 @@
         <translation>%1 %2 se ha descargado y verificado.</translation>
     </message>
     <message>
-        <source>Your desktop opens it now with the program that installs such files.</source>
-        <translation>El escritorio lo abre ahora con el programa que instala estos archivos.</translation>
-    </message>
-    <message>
         <source>The update did not succeed.</source>
         <translation>La actualización no se ha completado.</translation>
     </message>
@@ -268,6 +264,14 @@
     <message>
         <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
         <translation>El servidor de actualizaciones envió una lista de versiones antigua. Inténtelo más tarde y compruebe que la fecha de este equipo sea correcta.</translation>
+    </message>
+    <message>
+        <source>It was handed to your desktop, to be opened with the program that installs such files. If nothing opens, install it from its folder.</source>
+        <translation>El archivo se entregó a su escritorio para abrirlo con el programa que instala este tipo de archivos. Si no se abre nada, instálelo desde su carpeta.</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Abrir carpeta</translation>
     </message>
 </context>
 <context>

@@ -254,10 +254,6 @@
         <translation>%1 %2 a été téléchargé et vérifié.</translation>
     </message>
     <message>
-        <source>Your desktop opens it now with the program that installs such files.</source>
-        <translation>Votre bureau l’ouvre maintenant avec le programme qui installe ces fichiers.</translation>
-    </message>
-    <message>
         <source>The update did not succeed.</source>
         <translation>La mise à jour a échoué.</translation>
     </message>
@@ -268,6 +264,14 @@
     <message>
         <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
         <translation>Le serveur de mises à jour a envoyé une ancienne liste de versions. Réessayez plus tard et vérifiez que la date de cet ordinateur est correcte.</translation>
+    </message>
+    <message>
+        <source>It was handed to your desktop, to be opened with the program that installs such files. If nothing opens, install it from its folder.</source>
+        <translation>Le fichier a été remis à votre bureau pour être ouvert avec le programme qui installe ce type de fichiers. Si rien ne s’ouvre, installez-le depuis son dossier.</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ouvrir le dossier</translation>
     </message>
 </context>
 <context>

@@ -254,10 +254,6 @@
         <translation>%1 %2 をダウンロードして検証しました。</translation>
     </message>
     <message>
-        <source>Your desktop opens it now with the program that installs such files.</source>
-        <translation>デスクトップが、この種類のファイルをインストールするプログラムで開きます。</translation>
-    </message>
-    <message>
         <source>The update did not succeed.</source>
         <translation>アップデートできませんでした。</translation>
     </message>
@@ -268,6 +264,14 @@
     <message>
         <source>The update server sent an old list of versions. Try again later, and check that the date of this computer is right.</source>
         <translation>アップデートサーバーから古いバージョンの一覧が送られてきました。しばらくしてからもう一度お試しになり、このコンピューターの日付が正しいことを確認してください。</translation>
+    </message>
+    <message>
+        <source>It was handed to your desktop, to be opened with the program that installs such files. If nothing opens, install it from its folder.</source>
+        <translation>この種類のファイルをインストールするプログラムで開くよう、デスクトップに渡しました。何も開かない場合は、フォルダーからインストールしてください。</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>フォルダーを開く</translation>
     </message>
 </context>
 <context>

@@ -3,10 +3,13 @@
 #include "tests/desktop/PrivateBus.h"
 #include "tests/fakes/MemoryUserDefaults.h"
 #include "tests/fakes/RecordingLog.h"
+#include "tests/fakes/ScopedEnvironment.h"
 #include "tests/fakes/TemporaryFolder.h"
 #include "tests/fakes/UpdaterContract.h"
 #include "updater/FeedUpdater.h"
+#include "updater/download/Confinement.h"
 #include "updater/feed/SignedFeed.h"
+#include "updater/windows/NotesView.h"
 
 #include <QApplication>
 #include <QDir>
@@ -16,12 +19,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
 namespace tidewell {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 namespace fs = std::filesystem;
 
 class FeedUpdaterTest : public testing::Test {
@@ -76,7 +87,7 @@ protected:
         bundle = Bundle(info);
         const auto open = [this](const QString& file) {
             opened = file.toStdString();
-            return true;
+            return opensFiles;
         };
         updater.emplace(
             FeedUpdater::Environment{.bundle = bundle,
@@ -170,6 +181,7 @@ protected:
     RecordingDelegate delegate;
     std::vector<std::string>& answers = delegate.answers;
     std::string opened;
+    bool opensFiles = true;
     std::optional<FeedUpdater> updater;
 };
 
@@ -212,17 +224,26 @@ TEST_F(FeedUpdaterTest, FetchesAheadInSilenceAndHandsTheVerifiedFileToTheDesktop
     EXPECT_TRUE(downloaded().isEmpty()) << "the user did not ask for it";
     updater->setAutomaticallyDownloadsUpdates(true);
     checkSilently();
-    ASSERT_TRUE(comesTrue([this] { return downloaded() == QStringList(u"new"_s); }));
+    ASSERT_TRUE(
+        comesTrue([this] { return downloaded() == QStringList(u"Tidewell-1.10.AppImage"_s); }));
     EXPECT_EQ(fs::status(downloads).permissions(), fs::perms::owner_all);
     put("new", "something else");
     startUpdater(); // as after a new start of the program
     find();
     press("Install");
     confirm("was downloaded and verified");
-    EXPECT_EQ(opened, downloads + "/new");
+    EXPECT_EQ(opened, downloads + "/Tidewell-1.10.AppImage");
     EXPECT_EQ(readText(opened), content);
+    const std::string file = opened;
+    opensFiles = false;
+    find();
+    press("Install");
+    EXPECT_TRUE(shows("no program here to open it with"));
+    press("Open Folder");
+    EXPECT_EQ(opened, downloads);
+    waitForTheEnd();
 
-    writeText(opened, "damaged");
+    writeText(file, "damaged");
     find();
     press("Install");
     confirm("is not the right one"); // it was asked for again
@@ -285,6 +306,87 @@ TEST_F(FeedUpdaterTest, NeverGoesBackFromWhatLiesOnTheDisk) {
     EXPECT_TRUE(shows("1.14 is installed")) << "which is newer";
 }
 
+TEST_F(FeedUpdaterTest, TouchesNothingOutsideOfTheFolderThatItDownloadsInto) {
+    putFeed(item("plain/new", keys));
+    const auto precious = folder.path() / "precious";
+    fs::create_directories(precious);
+    writeText(precious / "letter", "dear");
+    fs::create_directories(fs::path(downloads).parent_path());
+    fs::create_directory_symlink(precious, downloads);
+    startUpdater();
+    find();
+    press("Install");
+    confirm("could not be saved");
+    fs::remove(downloads);
+    fs::create_directories(fs::path(downloads) / "someone's");
+    fs::permissions(fs::path(downloads).parent_path(), fs::perms::all);
+    find();
+    press("Install");
+    confirm("could not be saved"); // others could put something else in its place
+    fs::permissions(fs::path(downloads).parent_path(), fs::perms::owner_all);
+
+    fs::create_symlink(precious / "letter", fs::path(downloads) / "Tidewell-1.10.AppImage");
+    writeText(fs::path(downloads) / ".unverified", "of a program that was killed");
+    startUpdater();
+    EXPECT_TRUE(comesTrue([this] { return !downloaded().contains(u".unverified"_s); }));
+    find();
+    press("Install");
+    ASSERT_TRUE(shows("is installed"));
+    EXPECT_EQ(readText(appImage), content);
+    EXPECT_TRUE(downloaded().isEmpty());
+    EXPECT_EQ(readText(precious / "letter"), "dear");
+    press("Later");
+
+    // Swapped while the folder is held: what is done in it is not done elsewhere.
+    const auto held = DownloadFolder::open(QString::fromStdString(downloads)).value();
+    fs::rename(downloads, downloads + ".aside");
+    fs::create_directory_symlink(precious, downloads);
+    held.clear({});
+    EXPECT_FALSE(held.file(u"letter"_s, O_RDONLY));
+    EXPECT_EQ(readText(precious / "letter"), "dear");
+}
+
+/// What a confined process still can, of what it must not.
+int abilitiesWhenConfined(const std::string& folder) {
+    const auto lacking = confine({"/usr", "/lib", "/lib64"});
+    int abilities = 0;
+    const auto add = [&abilities](int bit, bool can) { abilities |= can ? 1 << bit : 0; };
+    if (lacking.find("Landlock") == std::string::npos) {
+        add(0, ::open((folder + "/server.key").c_str(), O_RDONLY) >= 0);
+        add(1, ::open((folder + "/made").c_str(), O_WRONLY | O_CREAT, S_IRUSR) >= 0);
+        add(2, ::unlink((folder + "/server.key").c_str()) == 0);
+    }
+    if (lacking.find("seccomp") == std::string::npos) {
+        add(3, ::fork() >= 0);
+        ::execl("/usr/bin/false", "false", nullptr); // which would fail the test
+        add(4, errno != EPERM);
+        add(5, ::kill(::getppid(), 0) == 0);
+    }
+    add(6, ::prctl(PR_GET_NO_NEW_PRIVS, 0, 0, 0, 0) != 1);
+    add(7, ::open("/usr/bin/env", O_RDONLY) < 0); // this it must
+    bool hasRun = false;
+    std::thread([&hasRun] { hasRun = true; }).join();
+    add(8, !hasRun); // and this
+    return abilities;
+}
+
+TEST_F(FeedUpdaterTest, FetchesInAProcessThatCanDoNothingElse) {
+    testing::FLAGS_gtest_death_test_style = "fast";
+    EXPECT_EXIT(std::_Exit(abilitiesWhenConfined(folder.path()) == 0 ? 0 : 1),
+                testing::ExitedWithCode(0), "");
+
+    const ScopedEnvironment environment({{"SECRET", "word"}, {"no_proxy", "here"}});
+    const auto script = folder.path() / "program";
+    const auto seen = folder.path() / "environment";
+    writeText(script, "#!/bin/sh\n/usr/bin/env >" + seen.string() + "\n");
+    fs::permissions(script, fs::perms::owner_all);
+    settings.program = QString::fromStdString(script);
+    startUpdater();
+    checkSilently();
+    EXPECT_THAT(readText(seen),
+                AllOf(HasSubstr("no_proxy=here"), Not(HasSubstr("word")), Not(HasSubstr("HOME="))));
+}
+
 TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWrong) {
     const KeyPair stranger = makeKeyPair();
     QDateTime now = QDateTime::currentDateTimeUtc();
@@ -307,6 +409,14 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
     putSigned("bomb.xml", "<!DOCTYPE rss [<!ENTITY a 'aa'><!ENTITY b '&a;&a;'>]><rss>&b;</rss>");
 
     const auto* const late = "takes too long";
+    const auto* const broken = "missing or broke down";
+    const auto program = [this](const std::string& script) { // in place of the fetching one
+        static int count = 0;
+        const auto path = folder.path() / ("program" + std::to_string(++count));
+        writeText(path, "#!/bin/sh\n" + script + "\n");
+        fs::permissions(path, fs::perms::owner_all);
+        return path.string();
+    };
     const auto* const incomplete = "not complete, or is not the right one. It was deleted.";
     const auto* const changed = "was changed on its way. It was deleted.";
     struct Case {
@@ -314,7 +424,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         std::string item; ///< none: the feed is what is wrong
         const char* message;
         bool isTrusted = true;
-        const char* program = FETCH_PROGRAM;
+        std::string program = FETCH_PROGRAM;
     };
     defaults.set("SUAutomaticallyUpdate", true);
     for (const Case& each : {
@@ -331,7 +441,11 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
              Case{"redirect-6/feed.xml", "", "not safe"},
              Case{"weaker/feed.xml", "", "not safe"},
              Case{"plain/feed.xml", "", "could not prove", false},
-             Case{"plain/feed.xml", "", "missing or broke down", true, "/bin/false"},
+             Case{"plain/feed.xml", "", broken, true, program("exit 1")},
+             Case{"plain/feed.xml", "", broken, true, program("kill -9 $$")},
+             Case{"plain/feed.xml", "", broken, true, program("exec yes >&2")},
+             Case{"plain/feed.xml", "", "cannot be read", true, program("exec yes")},
+             Case{"silent", "", late, true, program("exec >&- 2>&-; exec sleep 60")},
              Case{"plain/feed.xml", item("slow/new", keys), late},
              Case{"plain/feed.xml", item("endless/new", keys), incomplete},
              Case{"plain/feed.xml", item("plain/short", keys), incomplete},
@@ -343,7 +457,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         settings.silence = each.feed.starts_with("silent") ? 1000ms : 20000ms;
         settings.feedLimit = each.feed.starts_with("slow") ? 1000ms : 20000ms;
         settings.fileLimit = each.message == late ? 1000ms : 20000ms;
-        settings.program = QString::fromUtf8(each.program);
+        settings.program = QString::fromStdString(each.program);
         settings.authorities = each.isTrusted ? certificate : QString();
         startUpdater(each.feed);
         checkSilently();
@@ -376,6 +490,14 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         confirm("could not be replaced");
         EXPECT_EQ(fs::remove(appImage), mark == 'J');
     }
+}
+
+TEST(NotesView, ShowsWhereLinksLeadAndNeitherPicturesNorMarkupNorDisguises) {
+    const NotesView view(
+        u"[\u202Ecilbup\u202C](https://evil.example/x) ![p](https://evil.example/p) "
+        u"<b>bold</b>\u2066"_s,
+        {});
+    EXPECT_EQ(view.toPlainText().simplified(), u"cilbup (evil.example) <b>bold</b>"_s);
 }
 
 } // namespace

@@ -1,83 +1,74 @@
 #include "updater/download/Download.h"
 
 #include "updater/UpdateProblem.h"
+#include "updater/download/DownloadFolder.h"
 #include "updater/download/UpdateFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+
+#include <fcntl.h>
 
 namespace tidewell {
 
 namespace {
 
-// No release's file is called so: fileNameOf() leaves no full stop in front.
+// No release's file is called so.
 constexpr auto partName = QLatin1StringView(".unverified");
-
-/// Removes what lies in the folder from earlier downloads, `kept` aside.
-void clear(const QString& folder, const QString& kept) {
-    const auto entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                                    QDir::NoDotAndDotDot);
-    for (const QFileInfo& entry : entries) {
-        if (entry.fileName() == kept) {
-            continue;
-        }
-        if (entry.isDir() && !entry.isSymLink()) {
-            QDir(entry.filePath()).removeRecursively();
-        } else {
-            QFile::remove(entry.filePath());
-        }
-    }
-}
 
 } // namespace
 
-Result<QString> download(const FetchSettings& settings, const QString& folder,
+Result<QString> download(const FetchSettings& settings, const QString& folderPath,
                          const AppcastItem& item, const PublicKey& key,
                          std::atomic<qint64>& received, const std::stop_token& stop) {
-    if (const auto made = makePrivateFolder(folder); !made) {
-        return tl::unexpected(made.error());
+    auto opened = DownloadFolder::open(folderPath);
+    if (!opened) {
+        return tl::unexpected(opened.error());
     }
+    const DownloadFolder& folder = *opened;
     const QString name = fileNameOf(item);
-    const QString path = folder + u'/' + name;
-    const bool isThere = QFileInfo::exists(path) && verifyFile(path, item, key, stop);
-    clear(folder, isThere ? name : QString());
+    const bool isThere = verifyFile(folder, item, key, stop).has_value();
+    folder.clear(isThere ? name : QString());
     if (isThere) {
-        return path;
+        return folder.pathOf(name);
     }
-    QFile part(folder + u'/' + partName);
-    const auto storeFailure = [&part] {
-        return failure(part.errorString().toStdString(), UpdateProblem::cannotStore);
-    };
-    if (!part.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
-                   QFile::ReadOwner | QFile::WriteOwner)) {
-        return storeFailure();
+    auto created = folder.file(partName, O_WRONLY | O_CREAT | O_EXCL);
+    if (!created) {
+        return tl::unexpected(created.error());
     }
-    auto removal = qScopeGuard([&part] { part.remove(); });
+    QFile part;
+    part.open(created->get(), QIODevice::WriteOnly | QIODevice::Unbuffered);
+    auto removal = qScopeGuard([&folder] { folder.remove(partName); });
     FileDigest digest;
     const auto store = [&](QByteArrayView piece) -> Result<> {
         if (digest.length() + piece.size() > item.length) {
             return failure("it is larger than it may be", UpdateProblem::wrongLength);
         }
         if (part.write(piece.data(), piece.size()) != piece.size()) {
-            return storeFailure();
+            return failure(part.errorString().toStdString(), UpdateProblem::cannotStore);
         }
         digest.add(piece);
         received = digest.length();
         return {};
     };
-    auto stored = fetch(settings, item.address, settings.fileLimit, stop, store).and_then([&] {
-        return verify(digest, item, key);
-    });
-    if (stored && !part.rename(path)) {
-        stored = storeFailure();
+    return fetch(settings, item.address, settings.fileLimit, stop, store)
+        .and_then([&](const std::string& /*remark*/) { return verify(digest, item, key); })
+        .and_then([&] { return folder.rename(partName, name); })
+        .map([&] {
+            removal.dismiss();
+            return folder.pathOf(name);
+        });
+}
+
+void removeUnverified(const QString& folderPath) {
+    if (const auto folder = DownloadFolder::open(folderPath)) {
+        folder->remove(partName);
     }
-    if (!stored) {
-        return tl::unexpected(stored.error());
-    }
-    removal.dismiss();
-    return path;
+}
+
+bool hasUnverified(const QString& folderPath) {
+    return QFileInfo::exists(folderPath + u'/' + partName);
 }
 
 } // namespace tidewell

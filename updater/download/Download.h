@@ -16,4 +16,9 @@ Result<QString> download(const FetchSettings& settings, const QString& folder,
                          const AppcastItem& item, const PublicKey& key,
                          std::atomic<qint64>& received, const std::stop_token& stop);
 
+/// Whether a download was cut off there when its program was killed. Reads one inode.
+bool hasUnverified(const QString& folder);
+/// Removes what was left of it. Blocks; any thread, while nothing is downloaded there.
+void removeUnverified(const QString& folder);
+
 } // namespace tidewell

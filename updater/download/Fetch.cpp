@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,6 +38,20 @@ tl::unexpected<Error> systemFailure(const char* what, int error) {
                    UpdateProblem::broken);
 }
 
+/// What TLS and proxies need of the environment, and nothing else. No ticket of the user's answers
+/// a server that asks for one.
+std::vector<std::string> environmentForFetching() {
+    std::vector<std::string> environment{"KRB5CCNAME=MEMORY:", "KRB5_CONFIG=/dev/null"};
+    for (const char* name :
+         {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY",
+          "no_proxy", "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR"}) {
+        if (const char* value = std::getenv(name)) { // NOLINT(concurrency-mt-unsafe): only read
+            environment.push_back(std::string(name) + '=' + value);
+        }
+    }
+    return environment;
+}
+
 /// The fetching program. Killed and reaped by the destructor, if it was not before.
 class Child {
 public:
@@ -50,7 +65,7 @@ public:
         }
     }
 
-    Result<> start(std::vector<std::string> arguments) {
+    Result<> start(std::vector<std::string> arguments, std::vector<std::string> environment) {
         FileDescriptor outEnd;
         FileDescriptor errorEnd;
         if (!makePipe(out, outEnd) || !makePipe(errors, errorEnd)) {
@@ -61,14 +76,9 @@ public:
         ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         ::posix_spawn_file_actions_adddup2(&actions, outEnd.get(), STDOUT_FILENO);
         ::posix_spawn_file_actions_adddup2(&actions, errorEnd.get(), STDERR_FILENO);
-        std::vector<char*> pointers;
-        pointers.reserve(arguments.size() + 1);
-        for (std::string& argument : arguments) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
         const int error =
-            ::posix_spawn(&pid_, pointers[0], &actions, nullptr, pointers.data(), environ);
+            ::posix_spawn(&pid_, arguments[0].c_str(), &actions, nullptr,
+                          pointersTo(arguments).data(), pointersTo(environment).data());
         ::posix_spawn_file_actions_destroy(&actions);
         if (error != 0) {
             pid_ = 0;
@@ -92,6 +102,15 @@ public:
     FileDescriptor end; // readable once it has ended
 
 private:
+    static std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+        std::vector<char*> pointers;
+        pointers.reserve(texts.size() + 1);
+        for (std::string& text : texts) {
+            pointers.push_back(text.data());
+        }
+        pointers.push_back(nullptr);
+        return pointers;
+    }
     static bool makePipe(FileDescriptor& readEnd, FileDescriptor& writeEnd) {
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -124,18 +143,19 @@ Result<Piece> takePiece(const FileDescriptor& from,
 
 } // namespace
 
-Result<> fetch(const FetchSettings& settings, const QUrl& address, std::chrono::milliseconds limit,
-               const std::stop_token& stop,
-               const std::function<Result<>(QByteArrayView piece)>& take) {
+Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
+                          std::chrono::milliseconds limit, const std::stop_token& stop,
+                          const std::function<Result<>(QByteArrayView piece)>& take) {
     const FileDescriptor called(::eventfd(0, EFD_CLOEXEC));
     const std::stop_callback callOff(stop, [&called] { ::eventfd_write(called.get(), 1); });
     Child child;
     if (auto started = child.start(
             {QFile::encodeName(settings.program).toStdString(), address.toEncoded().toStdString(),
              std::to_string(settings.silence.count()), std::to_string(::getpid()),
-             QFile::encodeName(settings.authorities).toStdString()});
+             QFile::encodeName(settings.authorities).toStdString()},
+            environmentForFetching());
         !started) {
-        return started;
+        return tl::unexpected(started.error());
     }
 
     const auto start = Clock::now();
@@ -182,14 +202,14 @@ Result<> fetch(const FetchSettings& settings, const QUrl& address, std::chrono::
         isOver = end.revents != 0 && *bytes != Piece::taken && *words != Piece::taken;
     }
     const auto status = child.wait();
+    const std::string said = reason.simplified().left(longestReason).toStdString();
     if (status == 0) {
-        return {};
+        return said;
     }
     const auto problem = static_cast<UpdateProblem>(status.value_or(0));
-    return failure(reason.trimmed().left(longestReason).toStdString(),
-                   problem >= UpdateProblem::broken && problem <= UpdateProblem::timedOut
-                       ? problem
-                       : UpdateProblem::broken);
+    return failure(said, problem >= UpdateProblem::broken && problem <= UpdateProblem::timedOut
+                             ? problem
+                             : UpdateProblem::broken);
 }
 
 } // namespace tidewell

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <stop_token>
+#include <string>
 
 namespace tidewell {
 
@@ -23,9 +24,10 @@ struct FetchSettings {
 
 /// Fetches what is at an address, in a process of its own that ends with this call, and hands it to
 /// `take` piece by piece. Blocks; any thread. Ends early when that fails, after `limit`, and once
-/// `stop` is requested. The cause of a failure is an `UpdateProblem`.
-Result<> fetch(const FetchSettings& settings, const QUrl& address, std::chrono::milliseconds limit,
-               const std::stop_token& stop,
-               const std::function<Result<>(QByteArrayView piece)>& take);
+/// `stop` is requested. Gives what the program had to remark, mostly nothing. The cause of a
+/// failure is an `UpdateProblem`.
+Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
+                          std::chrono::milliseconds limit, const std::stop_token& stop,
+                          const std::function<Result<>(QByteArrayView piece)>& take);
 
 } // namespace tidewell

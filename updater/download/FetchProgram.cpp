@@ -6,10 +6,12 @@
 // system's.
 //
 // A program of its own, since the network and TLS libraries take 2 MB of private memory that a
-// process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them. It
-// also keeps whatever a hostile server does to them out of the program that installs updates.
+// process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them.
+// And what a hostile server makes of them stays in a process that can do nothing but write to its
+// two streams: it cannot read the user's files, write any, or start a program.
 
 #include "updater/UpdateProblem.h"
+#include "updater/download/Confinement.h"
 #include "updater/feed/SafeAddress.h"
 
 #include <QCoreApplication>
@@ -22,6 +24,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
 
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -78,6 +83,12 @@ public:
                               QNetworkRequest::ManualRedirectPolicy);
         request_.setAttribute(QNetworkRequest::Http2AllowedAttribute, false); // one stream will do
         request_.setRawHeader("User-Agent", "Tidewell");
+        // Nobody who asks for a password or a cookie gets one.
+        for (const auto attribute : {QNetworkRequest::AuthenticationReuseAttribute,
+                                     QNetworkRequest::CookieLoadControlAttribute,
+                                     QNetworkRequest::CookieSaveControlAttribute}) {
+            request_.setAttribute(attribute, QNetworkRequest::Manual);
+        }
         // Nothing that swells when it is unpacked.
         request_.setRawHeader("Accept-Encoding", "identity");
         if (!authorities.isEmpty()) {
@@ -135,6 +146,37 @@ private:
     int redirectsLeft_ = mostRedirects;
 };
 
+/// What the libraries read: themselves, how names are looked up and how servers are trusted.
+std::vector<std::string> readablePaths(const char* authorities) {
+    std::error_code error; // a program that does not find itself has no libraries of its own
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    std::vector<std::string> paths{"/usr",
+                                   "/lib",
+                                   "/lib64",
+                                   "/etc",
+                                   "/dev/null",
+                                   "/dev/urandom",
+                                   "/proc/self",
+                                   "/proc/sys",
+                                   "/proc/cpuinfo",
+                                   "/proc/meminfo",
+                                   "/sys/devices/system/cpu",
+                                   "/run/systemd/resolve",
+                                   "/run/resolvconf",
+                                   "/run/NetworkManager",
+                                   "/run/nscd",
+                                   folder.string(),
+                                   (folder / "../../lib").string(),
+                                   (folder / "../../plugins").string(),
+                                   authorities};
+    for (const char* name : {"SSL_CERT_FILE", "SSL_CERT_DIR"}) {
+        if (const char* path = std::getenv(name)) { // NOLINT(concurrency-mt-unsafe): one thread
+            paths.emplace_back(path);
+        }
+    }
+    return paths;
+}
+
 } // namespace
 } // namespace tidewell
 
@@ -142,7 +184,12 @@ int main(int argc, char** argv) {
     using namespace tidewell;
     // Nothing that was begun for a program is gone on with when that has ended.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    ::signal(SIGPIPE, SIG_IGN); // NOLINT(cert-err33-c): it cannot fail
+    ::signal(SIGPIPE, SIG_IGN);    // NOLINT(cert-err33-c): it cannot fail
+    constexpr int authorities = 4; // the argument
+    const std::string lacking = confine(readablePaths(argc > authorities ? argv[authorities] : ""));
+    if (!lacking.empty()) {
+        std::fprintf(stderr, "fetches without what this kernel lacks: %s\n", lacking.c_str());
+    }
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QUrl address(arguments.value(1), QUrl::StrictMode);
@@ -154,7 +201,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: tidewell-fetch ADDRESS MILLISECONDS PARENT [AUTHORITIES]\n", stderr);
         return static_cast<int>(UpdateProblem::broken);
     }
-    Fetching fetching(milliseconds, arguments.value(4));
+    Fetching fetching(milliseconds, arguments.value(authorities));
     fetching.ask(address);
     return QCoreApplication::exec();
 }

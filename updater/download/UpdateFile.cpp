@@ -2,16 +2,15 @@
 
 #include "updater/UpdateProblem.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QTemporaryFile>
 
 #include <cerrno>
 #include <cstdio>
 #include <functional>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,13 +25,15 @@ tl::unexpected<Error> systemFailure(UpdateProblem problem) {
 }
 
 /// Reads a file through a digest, handing each piece on; fails as `use` does.
-Result<> readVerified(const QString& path, const AppcastItem& item, const PublicKey& key,
+Result<> readVerified(const DownloadFolder& folder, const AppcastItem& item, const PublicKey& key,
                       const std::stop_token& stop,
                       const std::function<Result<>(const QByteArray&)>& use) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return failure(file.errorString().toStdString(), UpdateProblem::cannotStore);
+    const auto opened = folder.file(fileNameOf(item), O_RDONLY);
+    if (!opened) {
+        return tl::unexpected(opened.error());
     }
+    QFile file;
+    file.open(opened->get(), QIODevice::ReadOnly | QIODevice::Unbuffered);
     FileDigest digest;
     // One byte more than there may be shows that the file is too long.
     while (digest.length() <= item.length) {
@@ -51,6 +52,17 @@ Result<> readVerified(const QString& path, const AppcastItem& item, const Public
     return verify(digest, item, key);
 }
 
+/// By which desktops tell what opens a file.
+QString extensionOf(const QString& type) {
+    if (type == appImageType) {
+        return QStringLiteral(".AppImage");
+    }
+    if (type == QStringLiteral("application/vnd.debian.binary-package")) {
+        return QStringLiteral(".deb");
+    }
+    return type == QStringLiteral("application/x-rpm") ? QStringLiteral(".rpm") : QString();
+}
+
 /// Even a file that is signed as one may be none, by mistake.
 bool isAppImage(QIODevice& file) {
     constexpr qsizetype length = 11; // of the ELF header, whose padding holds an AppImage's magic
@@ -62,38 +74,8 @@ bool isAppImage(QIODevice& file) {
 
 } // namespace
 
-Result<> makePrivateFolder(const QString& folder) {
-    const QByteArray path = QFile::encodeName(folder);
-    if (!QDir().mkpath(QFileInfo(folder).path())) {
-        return failure((QStringLiteral("cannot create the folder of %1").arg(folder)).toStdString(),
-                       UpdateProblem::cannotStore);
-    }
-    if (::mkdir(path.constData(), S_IRWXU) != 0 && errno != EEXIST) {
-        return systemFailure(UpdateProblem::cannotStore);
-    }
-    struct stat status{};
-    if (::lstat(path.constData(), &status) != 0) {
-        return systemFailure(UpdateProblem::cannotStore);
-    }
-    if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
-        return failure(
-            (QStringLiteral("%1 is not a folder of this user").arg(folder)).toStdString(),
-            UpdateProblem::cannotStore);
-    }
-    if (::chmod(path.constData(), S_IRWXU) != 0) {
-        return systemFailure(UpdateProblem::cannotStore);
-    }
-    return {};
-}
-
 QString fileNameOf(const AppcastItem& item) {
-    constexpr qsizetype longest = 100;
-    static const QRegularExpression unusual(QStringLiteral("[^A-Za-z0-9._+-]"));
-    QString name = item.address.fileName().right(longest).remove(unusual);
-    while (name.startsWith(u'.') || name.startsWith(u'-')) {
-        name.remove(0, 1);
-    }
-    return name.isEmpty() ? QStringLiteral("update") : name;
+    return QStringLiteral("Tidewell-") + item.version + extensionOf(item.type);
 }
 
 Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicKey& key) {
@@ -107,9 +89,9 @@ Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicK
     return {};
 }
 
-Result<> verifyFile(const QString& path, const AppcastItem& item, const PublicKey& key,
+Result<> verifyFile(const DownloadFolder& folder, const AppcastItem& item, const PublicKey& key,
                     const std::stop_token& stop) {
-    return readVerified(path, item, key, stop, [](const QByteArray&) { return Result<>(); });
+    return readVerified(folder, item, key, stop, [](const QByteArray&) { return Result<>(); });
 }
 
 std::optional<FileIdentity> identityOf(const QString& path) {
@@ -122,8 +104,9 @@ std::optional<FileIdentity> identityOf(const QString& path) {
                         status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec};
 }
 
-Result<> replaceAppImage(const QString& appImage, const QString& file, const AppcastItem& item,
-                         const PublicKey& key, const std::stop_token& stop) {
+Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
+                         const AppcastItem& item, const PublicKey& key,
+                         const std::stop_token& stop) {
     const QFileInfo place(QFileInfo(appImage).canonicalFilePath());
     if (!place.isFile()) {
         return failure((QStringLiteral("%1 is no file").arg(appImage)).toStdString(),
@@ -136,7 +119,7 @@ Result<> replaceAppImage(const QString& appImage, const QString& file, const App
     const auto copyFailure = [&replacement] {
         return failure(replacement.errorString().toStdString(), UpdateProblem::cannotReplace);
     };
-    auto copied = readVerified(file, item, key, stop, [&](const QByteArray& piece) -> Result<> {
+    auto copied = readVerified(folder, item, key, stop, [&](const QByteArray& piece) -> Result<> {
         if (replacement.write(piece) != piece.size()) {
             return copyFailure();
         }
@@ -146,8 +129,7 @@ Result<> replaceAppImage(const QString& appImage, const QString& file, const App
         return copied;
     }
     if (!isAppImage(replacement)) {
-        return failure((QStringLiteral("%1 is no AppImage").arg(file)).toStdString(),
-                       UpdateProblem::cannotReplace);
+        return failure("the downloaded file is no AppImage", UpdateProblem::cannotReplace);
     }
     if (!replacement.flush()) {
         return copyFailure();

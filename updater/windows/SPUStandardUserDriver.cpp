@@ -114,20 +114,28 @@ void SPUStandardUserDriver::showInstalled(const QString& version, Action restart
     present();
 }
 
-void SPUStandardUserDriver::showHandedOver(const QString& version, Action acknowledge) {
+void SPUStandardUserDriver::showHandedOver(const QString& version, Action openFolder,
+                                           Action acknowledge) {
     window().setContent(
         {Texts::tr("%1 %2 was downloaded and verified.").arg(applicationName_, version),
-         Texts::tr("Your desktop opens it now with the program that installs such files."),
+         Texts::tr(
+             "It was handed to your desktop, to be opened with the program that installs such "
+             "files. If nothing opens, install it from its folder."),
          nullptr,
-         {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
+         {{Texts::tr("Open Folder"), Role::other, std::move(openFolder)},
+          {Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
     present();
 }
 
-void SPUStandardUserDriver::showFailure(const std::error_code& problem, Action acknowledge) {
+void SPUStandardUserDriver::showFailure(const std::error_code& problem, Action openFolder,
+                                        Action acknowledge) {
+    std::vector<UpdateWindow::Button> buttons{
+        {Texts::tr("OK"), Role::confirm, std::move(acknowledge)}};
+    if (openFolder) {
+        buttons.push_back({Texts::tr("Open Folder"), Role::other, std::move(openFolder)});
+    }
     window().setContent({Texts::tr("The update did not succeed."),
-                         Texts::tr(problem.message().c_str()),
-                         nullptr,
-                         {{Texts::tr("OK"), Role::confirm, std::move(acknowledge)}}});
+                         Texts::tr(problem.message().c_str()), nullptr, std::move(buttons)});
     present();
 }
 

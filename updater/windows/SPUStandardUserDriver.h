@@ -48,9 +48,9 @@ public:
                       std::shared_ptr<const std::atomic<qint64>> received, Action cancel);
     void showInstalling(const QString& version);
     void showInstalled(const QString& version, Action restart, Action later);
-    void showHandedOver(const QString& version, Action acknowledge);
-    /// `problem` is an `UpdateProblem`.
-    void showFailure(const std::error_code& problem, Action acknowledge);
+    void showHandedOver(const QString& version, Action openFolder, Action acknowledge);
+    /// `problem` is an `UpdateProblem`; `openFolder` is empty where no file is left.
+    void showFailure(const std::error_code& problem, Action openFolder, Action acknowledge);
 
     /// Brings the window to the front, if it is open.
     void raise();

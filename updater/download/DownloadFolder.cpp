@@ -1,0 +1,116 @@
+#include "updater/download/DownloadFolder.h"
+
+#include "updater/UpdateProblem.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tidewell {
+
+namespace {
+
+tl::unexpected<Error> systemFailure(const QString& path) {
+    const int error = errno;
+    return failure(path.toStdString() + ": " + std::generic_category().message(error),
+                   UpdateProblem::cannotStore);
+}
+
+/// Whether nobody but this user and root can put something else in a folder's place.
+bool isSafeBelow(const QString& folder) {
+    for (QString path = folder;; path = QFileInfo(path).path()) {
+        struct stat status{};
+        if (::stat(QFile::encodeName(path).constData(), &status) != 0 ||
+            (status.st_uid != 0 && status.st_uid != ::geteuid()) ||
+            ((status.st_mode & S_IWOTH) != 0 && (status.st_mode & S_ISVTX) == 0)) {
+            return false;
+        }
+        if (path == QStringLiteral("/")) {
+            return true;
+        }
+    }
+}
+
+} // namespace
+
+Result<DownloadFolder> DownloadFolder::open(const QString& path) {
+    const QString above = QFileInfo(path).path();
+    if (!QDir().mkpath(above)) {
+        return failure("cannot create " + above.toStdString(), UpdateProblem::cannotStore);
+    }
+    const QString parent = QFileInfo(above).canonicalFilePath();
+    if (!isSafeBelow(parent)) {
+        return failure("others can change a folder above " + path.toStdString(),
+                       UpdateProblem::cannotStore);
+    }
+    const QString real = parent + u'/' + QFileInfo(path).fileName();
+    const QByteArray name = QFile::encodeName(real);
+    if (::mkdir(name.constData(), S_IRWXU) != 0 && errno != EEXIST) {
+        return systemFailure(real);
+    }
+    FileDescriptor folder(
+        ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat status{};
+    if (!folder.isOpen() || ::fstat(folder.get(), &status) != 0) {
+        return systemFailure(real);
+    }
+    if (status.st_uid != ::geteuid()) {
+        return failure(real.toStdString() + " is not this user's", UpdateProblem::cannotStore);
+    }
+    if (::fchmod(folder.get(), S_IRWXU) != 0) {
+        return systemFailure(real);
+    }
+    return DownloadFolder(real, std::move(folder));
+}
+
+Result<FileDescriptor> DownloadFolder::file(const QString& name, int flags) const {
+    // A pipe that somebody put here is not waited for.
+    FileDescriptor file(::openat(descriptor_.get(), QFile::encodeName(name).constData(),
+                                 flags | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, S_IRUSR | S_IWUSR));
+    struct stat status{};
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
+        return systemFailure(pathOf(name));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return failure(pathOf(name).toStdString() + " is no file", UpdateProblem::cannotStore);
+    }
+    return file;
+}
+
+Result<> DownloadFolder::rename(const QString& from, const QString& to) const {
+    return ::renameat(descriptor_.get(), QFile::encodeName(from).constData(), descriptor_.get(),
+                      QFile::encodeName(to).constData()) == 0
+               ? Result<>()
+               : systemFailure(pathOf(to));
+}
+
+void DownloadFolder::remove(const QString& name) const {
+    ::unlinkat(descriptor_.get(), QFile::encodeName(name).constData(), 0);
+}
+
+void DownloadFolder::clear(const QString& kept) const {
+    // By a descriptor of its own: reading moves the position that both copies of one have.
+    const int again = ::openat(descriptor_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(again), ::closedir);
+    if (!entries) {
+        ::close(again);
+        return;
+    }
+    while (const dirent* entry = ::readdir(entries.get())) { // NOLINT(concurrency-mt-unsafe)
+        if (QFile::decodeName(entry->d_name) != kept &&
+            ::unlinkat(descriptor_.get(), entry->d_name, 0) != 0) {
+            ::unlinkat(descriptor_.get(), entry->d_name, AT_REMOVEDIR); // none of ours
+        }
+    }
+}
+
+} // namespace tidewell
