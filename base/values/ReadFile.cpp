@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <utility>
 
 namespace tidewell {
 
@@ -46,6 +47,9 @@ Result<std::string> readFile(int directory, const char* path, std::size_t limit)
     }
     if (!S_ISREG(status.st_mode)) {
         return cannotRead(path, S_ISDIR(status.st_mode) ? EISDIR : ENOTSUP);
+    }
+    if (std::cmp_greater(status.st_size, limit)) {
+        return cannotRead(path, EFBIG);
     }
     std::string content;
     // One byte more than the file holds shows its end in one step.

@@ -21,9 +21,9 @@ namespace {
 
 using nlohmann::json;
 
-/// Far more than a history needs. Writing back what is larger or deeper would take memory and stack
-/// without bounds.
-constexpr std::size_t largestFile = 16U << 20U;
+/// Five times what a history of a thousand hours needs. Writing back what is larger or deeper would
+/// take memory and stack without bounds.
+constexpr std::size_t largestFile = std::size_t{1} << 30U;
 constexpr int deepestNesting = 64;
 
 std::string base64(const Data& data) {

@@ -74,11 +74,14 @@ TEST_F(FileUserDefaultsTest, SetsAsideWhatItCannotReadBesideWhatIsThereAlready) 
                                             std::string("{}\0{}", 5),
                                             R"({"kept": )" + std::string(100, '[') +
                                                 std::string(100, ']') + "}",
-                                            "{}" + std::string(17U << 20U, ' '),
+                                            "too large",
                                             "no file"};
     for (const auto& content : contents) {
         FileUserDefaults(file_, log_).set("kept", true);
         writeText(file_, content);
+        if (content == "too large") {
+            fs::resize_file(file_, (std::uintmax_t{1} << 30U) + 1);
+        }
         if (content == "no file") { // nor one that anybody would ever write to
             fs::remove(file_);
             ASSERT_EQ(::mkfifo(file_.c_str(), 0600), 0);
