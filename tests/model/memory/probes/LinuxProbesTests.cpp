@@ -20,6 +20,7 @@ struct Recording {
     std::int64_t freePercentage;
     std::uint64_t compressed; ///< bytes
     std::uint64_t zfs; ///< cached bytes in whole pages that are in none of the kernel's own lines
+    std::size_t complaints = 0; ///< about figures that cannot be
 };
 
 TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
@@ -28,7 +29,12 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
           Recording{"laptop-zram", 32, 738725888 + 25165824, 0},
           Recording{"desktop-zswap", 30, 1310720ULL * 1024, 0},
           Recording{"workstation-zfs", 54, 0, (25614036992 - 2102252928) / 4096 * 4096},
-          Recording{"office-before-available", 60, 0, 0}}) {
+          Recording{"office-before-available", 60, 0, 0},
+          Recording{"container-limited", 78, 0, 0, 1}, Recording{"server-hugepages", 38, 0, 0},
+          Recording{"zram-before-reset", 29, 1030750208 + 6291456, 0},
+          Recording{"zram-after-reset", 8, 6291456, 0},
+          Recording{"laptop-three-swaps", 24, 2118123520, 0},
+          Recording{"server-1.5-terabytes", 56, 0, 0}}) {
         SCOPED_TRACE(machine.folder);
         const auto folder = TIDEWELL_FIXTURES "/" + machine.folder;
         const auto text = readText(folder + "/free.txt");
@@ -52,7 +58,7 @@ TEST(RecordedMachine, HasTheFiguresThatFreeGives) {
         const auto pressure = 100 - machine.freePercentage;
         EXPECT_GE(pressure, inUse) << "what is in use is not available";
         EXPECT_LE(pressure - inUse, 7) << "the reserves that the kernel keeps";
-        EXPECT_THAT(log.takeLines(), testing::IsEmpty());
+        EXPECT_THAT(log.takeLines(), testing::SizeIs(machine.complaints));
     }
 }
 
