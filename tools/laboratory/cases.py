@@ -4,7 +4,7 @@ import dataclasses
 
 from trial import (act_on_item, choose_open, click_middle_on_item, click_on_bar, click_on_desktop,
                    click_on_other_window, cross_other_window, figure_is_told, hover_figures,
-                   label_is_in_corner, leave, leave_by_process_window, open_and_close_settings,
+                   label_is_in_bar, label_is_in_corner, leave, leave_by_process_window, open_and_close_settings,
                    open_panel, other_window_has_focus, panel_is_beside_item, panel_is_gone,
                    panel_stays, press, process_window_is_beside_panel, process_window_is_gone,
                    show_first_workspace, show_second_workspace, start, start_again,
@@ -33,6 +33,10 @@ def shows_tooltips(desktop):
     return desktop.hosts_items and desktop.shows_tooltips
 
 
+def shows_labels(desktop):
+    return desktop.hosts_items and desktop.shows_labels
+
+
 def has_bar(desktop):
     return desktop.bar is not None
 
@@ -44,6 +48,7 @@ def has_workspaces(desktop):
 CASES = (
     Case("Item", "symbol", (start, symbol_is_in_bar), hosted),
     Case("Item", "figure", (start, figure_is_told), hosted),
+    Case("Item", "label", (start, label_is_in_bar), shows_labels),
     Case("Item", "tooltip", (start, tooltip_is_shown), shows_tooltips),
 
     Case("Panel", "beside the item", (start, open_panel, panel_is_beside_item, panel_stays)),

@@ -25,6 +25,7 @@ class RealDesktop(Session):
     scale = 1
     hosts_items = True
     shows_tooltips = True
+    shows_labels = False
     bar = None  # the Area of its bar
     workspaces = 1
 
@@ -44,10 +45,21 @@ class RealDesktop(Session):
         self.start("dbus-monitor", "--address", address, "interface=org.kde.StatusNotifierItem",
                    name="host")
         self.start_session()
+        self.settle()
         return self
 
     def __exit__(self, *_):
         """The namespaces end what was started."""
+
+    def settle(self):
+        """Waits until the desktop has drawn all of itself."""
+        seen = []
+
+        def is_still():
+            seen.append(self.picture().tobytes())
+            time.sleep(0.3)
+            return len(seen) > 4 and len(set(seen[-5:])) == 1
+        wait_for("the desktop to come to rest", is_still, timeout=60)
 
     def start_session(self):
         raise NotImplementedError

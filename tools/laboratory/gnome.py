@@ -35,6 +35,7 @@ class Gnome(RealDesktop):
                "XDG_SESSION_DESKTOP": "gnome", "DESKTOP_SESSION": "gnome"}
     bar = Area(0, 0, 1280, 32)
     shows_tooltips = False
+    shows_labels = True
     extension = "'ubuntu-appindicators@ubuntu.com'"
 
     def start_session(self):

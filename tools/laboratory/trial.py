@@ -49,7 +49,7 @@ class Trial:
         for process in self._others:
             process.kill()
             process.wait()
-        wait_for("the desktop as it was", lambda: not self.changes(), timeout=10)
+        wait_for("the desktop as it was", lambda: not self.changes(), timeout=30)
 
     def start(self):
         """The program runs, and what is to be clicked is there."""
@@ -255,6 +255,14 @@ def figure_is_told(trial):
     figure, title, spoken = told("XAyatanaLabel"), told("ToolTip")[2], told("IconAccessibleDesc")
     if not figure or figure not in title or figure not in spoken:
         raise Unmet(f"label '{figure}', tooltip's title '{title}', description '{spoken}'")
+
+
+def label_is_in_bar(trial):
+    """The figure is written beside the symbol, which makes what is new in the bar broader."""
+    bar = trial.desktop.bar
+    met(lambda: any(bar.holds(area) and area.width > trial.points(60)[0]
+                    for area in differences(trial.bare, trial.desktop.picture())),
+        lambda: "there is no text beside the symbol")
 
 
 def tooltip_is_shown(trial):

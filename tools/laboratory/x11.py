@@ -56,7 +56,7 @@ class X11Desktop(RealDesktop):
 
 class Xfce(X11Desktop):
     lists = ("trees/xfce",)
-    versions = ("xfwm4", "xfce4-panel")
+    versions = ("xfwm4", "xfdesktop4", "xfce4-panel")
     session = {"XDG_CURRENT_DESKTOP": "XFCE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 29)
     workspaces = 4
@@ -64,6 +64,7 @@ class Xfce(X11Desktop):
     def start_desktop(self):
         self.write(".config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", XFCE_PANEL)
         self.start_window_manager("xfwm4")
+        self.start("xfdesktop")
         if self.hosts_items:
             self.start("xfce4-panel", "--disable-wm-check")
             self.wait_for_host()
@@ -75,7 +76,7 @@ class XfceWithoutHost(Xfce):
 
 class Mate(X11Desktop):
     lists = ("trees/mate",)
-    versions = ("marco", "mate-panel")
+    versions = ("marco", "caja", "mate-panel")
     session = {"XDG_CURRENT_DESKTOP": "MATE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 26)
 
@@ -83,6 +84,7 @@ class Mate(X11Desktop):
         self.start("/usr/libexec/mate-settings-daemon")
         self.start_window_manager("marco", "--sm-disable")
         self.start("mate-panel")
+        self.start("caja", "--force-desktop", "--no-default-window")
         self.wait_for_host()
 
 
