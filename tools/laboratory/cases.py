@@ -4,11 +4,12 @@ import dataclasses
 
 from trial import (act_on_item, choose_open, click_middle_on_item, click_on_bar, click_on_desktop,
                    click_on_other_window, cross_other_window, figure_is_told, hover_figures,
-                   label_is_in_bar, label_is_in_corner, leave, leave_by_process_window, open_and_close_settings,
-                   open_panel, other_window_has_focus, panel_is_beside_item, panel_is_gone,
-                   panel_stays, press, process_window_is_beside_panel, process_window_is_gone,
-                   show_first_workspace, show_second_workspace, start, start_again,
-                   start_other_window, symbol_is_in_bar, task_bar_lists_none, tooltip_is_shown)
+                   label_is_in_bar, label_is_in_corner, leave, leave_by_process_window,
+                   open_and_close_settings, open_panel, other_window_has_focus,
+                   panel_is_beside_item, panel_is_gone, panel_stays, press,
+                   process_window_is_beside_panel, process_window_is_gone, show_first_workspace,
+                   show_second_workspace, start, start_again, start_other_window, symbol_is_in_bar,
+                   task_bar_lists_none, tooltip_is_shown)
 
 COLUMNS = ("Item", "Panel", "Closes", "Process window", "Task bar", "Label")
 

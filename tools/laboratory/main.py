@@ -26,7 +26,7 @@ def arguments():
     parser = argparse.ArgumentParser(
         prog="desktops", description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("names", nargs="*", metavar="NAME", help=", ".join(DESKTOPS))
-    parser.add_argument("--case", action="append", default=[], help="tries only that case")
+    parser.add_argument("--case", action="append", default=[], help="tries only that case, without the table")
     parser.add_argument("--trees", type=pathlib.Path, metavar="FOLDER",
                         default=HERE.parent.parent / "build/desktops")
     parser.add_argument("--show", action="store_true", help="tries nothing")
@@ -59,6 +59,8 @@ def main():
                 try_on(name, trees, results, given.case)
             except TreeError as error:
                 print(f"desktops: {error}", file=sys.stderr)
+    if given.case:
+        return 0  # what was wrong has been printed
     tried = {name: json.loads((results / name / "cells.json").read_text())
              for name in names if (results / name / "cells.json").exists()}
     print(table(tried))

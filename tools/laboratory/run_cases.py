@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""run_cases.py DESKTOP [CASE...]: tries the cases, or the named ones, on a desktop of this tree,
-and writes what came out to /results/DESKTOP/cells.json, with pictures beside it. Run by
-tools/desktops.
+"""run_cases.py DESKTOP [CASE...]: tries the cases, or the named ones, on a desktop of this tree.
+Pictures come to /results/DESKTOP, and, where all cases were tried, what came out to cells.json.
+Run by tools/desktops.
 """
 
 import json
@@ -60,7 +60,8 @@ def main():
             wrong = try_case(desktop, case, folder)
             print(f"{name:20} {case.column:15} {case.name:34} {wrong or 'ok'}", flush=True)
             cells.append({"column": case.column, "case": case.name, "wrong": wrong})
-    (folder / "cells.json").write_text(json.dumps({"versions": versions, "cells": cells}))
+    if not wanted:
+        (folder / "cells.json").write_text(json.dumps({"versions": versions, "cells": cells}))
 
 
 if __name__ == "__main__":

@@ -16,8 +16,8 @@ IDENTIFIER = "net.tidewell.Tidewell"
 # In points of the panel.
 FIGURES, GAUGES = (175, 290), (175, 90)
 BESIDE_PANEL, ABOVE_PANEL_BOTTOM = 24, 129
-# How far from the item or the label the panel may lie, in points.
-NEAR = 16
+# How far from the symbol in the bar, or from the label, the panel may lie, in points.
+NEAR = 24
 # How long an expectation may take to be met, and how long it then has to last.
 PATIENCE, LASTING = 4.0, 0.8
 NEUTRAL = (420, 820)  # a place where nothing is
@@ -34,6 +34,7 @@ class Trial:
         self.desktop = desktop
         self.other = None  # the Area of another program's window
         self._others = []
+        self._item = None
 
     def __enter__(self):
         shutil.rmtree(self.desktop.home / ".config/tidewell", ignore_errors=True)
@@ -109,7 +110,10 @@ class Trial:
     def target(self):
         """The Area of what opens the panel: the item, or the label window without a host."""
         if self.desktop.hosts_items:
-            return wait_for("the item in the bar", self.desktop.item, timeout=PATIENCE)
+            # Plasma paints it in other colours below the pointer.
+            self._item = self.desktop.item() or self._item or wait_for(
+                "the item in the bar", self.desktop.item, timeout=PATIENCE)
+            return self._item
         return wait_for("the label", self.label, timeout=PATIENCE)
 
     def seen(self):

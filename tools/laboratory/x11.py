@@ -77,6 +77,7 @@ class XfceWithoutHost(Xfce):
 class Mate(X11Desktop):
     lists = ("trees/mate",)
     versions = ("marco", "caja", "mate-panel")
+    shows_labels = True
     session = {"XDG_CURRENT_DESKTOP": "MATE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 26)
 
@@ -128,6 +129,6 @@ class Plasma5(X11Desktop):
     def start_desktop(self):
         self.start_window_manager("kwin_x11")
         self.start("kded5")
-        self.start("kactivitymanagerd")
+        self.start(str(next(pathlib.Path("/usr/lib").glob("*/libexec/kactivitymanagerd"))))
         self.start("plasmashell", "--no-respawn")
         self.wait_for_host()
