@@ -150,10 +150,12 @@ void ShowItemList::scrollToRow(std::size_t row) {
 }
 
 std::optional<std::size_t> ShowItemList::rowAt(QPointF position) const {
-    const double from = std::floor((position.y() - rowFrame(0).top()) / measuresOf(kind_).pitch);
-    const auto row = static_cast<std::size_t>(std::max(0.0, from));
-    return row < items_.size() && rowFrame(row).contains(position) ? std::optional(row)
-                                                                   : std::nullopt;
+    const int pitch = measuresOf(kind_).pitch;
+    const double gap = pitch - ShowItemView::height; // half of it belongs to the row above
+    const double row = std::floor((position.y() - rowFrame(0).top() + gap / 2) / pitch);
+    return row >= 0 && row < static_cast<double>(items_.size())
+               ? std::optional(static_cast<std::size_t>(row))
+               : std::nullopt;
 }
 
 void ShowItemList::updateTip() {

@@ -9,8 +9,7 @@ namespace tidewell {
 
 using ProcessIdentifier = std::int32_t;
 
-/// What the processes of one application use, for whoever wants more than the figure of its row.
-/// Sizes in bytes.
+/// What the processes of one application use, beyond the one figure of its row. Sizes in bytes.
 struct ApplicationUsage {
     ProcessIdentifier leader = 0; ///< tells the application from others, survey after survey
     std::size_t processes = 0;

@@ -29,21 +29,21 @@ bool isInterpreter(std::string_view name) {
     return isShell(name) || isOneOf(name, names);
 }
 
-/// Programs that become the one that they are given.
+/// Programs that exec() the command that they are given.
 bool isPrefix(std::string_view name) {
     static constexpr std::array<std::string_view, 9> names{
         "env", "nice", "ionice", "nohup", "setsid", "exec", "pkexec", "snap", "dbus-run-session"};
     return std::ranges::find(names, name) != names.end();
 }
 
-/// Programs that keep others in a sandbox, or an eye on their bus.
+/// What runs beside a sandboxed application, or sets its sandbox up.
 bool isSandboxTool(std::string_view name) {
     static constexpr std::array<std::string_view, 4> names{"bwrap", "flatpak", "snap-confine",
                                                            "xdg-dbus-proxy"};
     return std::ranges::find(names, name) != names.end();
 }
 
-/// What an interpreter is given to run; empty for a command in its own language, or nothing.
+/// The script or module that an interpreter runs; empty for one-liners (-c, -e) and for none.
 std::string_view scriptOf(std::span<const std::string> words) {
     const bool isJava = isOneOf(lastComponent(words.front()), std::array{std::string_view("java")});
     for (std::size_t i = 1; i < words.size(); ++i) {
@@ -54,7 +54,7 @@ std::string_view scriptOf(std::span<const std::string> words) {
         if (word == "-c" || word == "-e") {
             return {};
         }
-        // Java's other options take words of their own, so that a class's name is not to be told.
+        // Options of Java take arguments, so its class name cannot be told from those.
         if (!isJava && !word.starts_with('-')) {
             return word;
         }
@@ -75,7 +75,7 @@ std::optional<std::string> shellCommand(std::span<const std::string> words) {
 Program interpretedProgram(std::span<const std::string> words) {
     const std::string_view script = scriptOf(words);
     if (script.empty() && words.size() == 1) {
-        return {.name = words.front()}; // used by hand
+        return {.name = words.front()}; // interactive
     }
     return {.name = std::string(script), .isScript = true, .hasArguments = false};
 }
@@ -123,7 +123,7 @@ std::vector<std::string> splitCommand(std::string_view command) {
             word.clear();
             inWord = false;
         } else if (character == '%' && i + 1 < command.size()) {
-            // The code of what is put there, or a percent sign.
+            // A field code, or an escaped percent sign.
             if (command[++i] == '%') {
                 word += '%';
                 inWord = true;
@@ -140,11 +140,11 @@ std::vector<std::string> splitCommand(std::string_view command) {
 }
 
 Program programOfCommand(std::vector<std::string> words) {
-    // Each turn takes a command out of another; nobody nests more of them.
+    // Each turn unwraps one command; a bound against endless ones.
     for (int depth = 0; depth < 8 && !words.empty(); ++depth) {
         const std::string_view name = lastComponent(words.front());
         if (name == "flatpak") {
-            return {}; // runs them all, and gives each a unit with its name
+            return {}; // starts every Flatpak: those are known by their units
         }
         if (isPrefix(name)) {
             removePrefix(words);

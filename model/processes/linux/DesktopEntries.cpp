@@ -14,7 +14,7 @@ namespace tidewell {
 
 namespace {
 
-// Far above what is found on machines, and low enough that nothing can make a survey hang.
+// Far above what real machines have; limits that keep a survey from hanging.
 constexpr std::size_t largestEntry = std::size_t{1} << 20U; // bytes
 constexpr std::size_t mostEntries = 10'000;
 constexpr int deepestFolder = 4;
@@ -119,7 +119,7 @@ void DesktopEntries::index() {
         const auto& [identifier, entry] = pair;
         return std::tuple(!entry->isShown, entry->program.hasArguments, identifier);
     });
-    // The first entry that names a program has it.
+    // emplace() keeps the first entry that names a program.
     for (const auto& [identifier, entry] : entries) {
         if (isPath(entry->program.name)) {
             byPath_.emplace(entry->program.name, entry);
@@ -182,7 +182,7 @@ std::vector<std::string> usualDataFolders() {
         const char* value = std::getenv(name);
         return value == nullptr ? "" : value;
     };
-    // Paths that are not absolute are not valid there.
+    // The base directory rules ignore paths that are not absolute.
     std::vector<std::string> folders;
     const auto add = [&folders](std::string_view folder) {
         if (isPath(folder)) {

@@ -13,25 +13,26 @@
 
 namespace tidewell {
 
-/// What a process runs, by all that may tell.
+/// The program that a process runs.
 struct RunProgram {
     std::string path;               ///< of the executable or script; empty when unknown
     std::vector<std::string> names; ///< of the file, and what the process calls itself
 };
 
-/// The desktop entries of the machine and the user, kept in memory until their folders change.
-/// Stands still between two calls of refresh(). One thread.
+/// The .desktop files of the machine and the user, cached until inotify reports a change. Pointers
+/// to entries stay valid until refresh() returns true. One thread.
 class DesktopEntries {
 public:
-    /// `dataFolders` have a folder "applications" each; what the earlier ones have hides what the
-    /// later ones have under the same identifier. `log` must outlive the entries.
+    /// `dataFolders` are the XDG data directories, each with a folder "applications". An entry
+    /// of an earlier one hides those of later ones with the same identifier. `log` must outlive the
+    /// entries.
     DesktopEntries(std::vector<std::string> dataFolders, std::vector<std::string> languages,
                    Log& log);
     DesktopEntries(const DesktopEntries&) = delete;
     DesktopEntries& operator=(const DesktopEntries&) = delete;
 
-    /// Reads everything at the first call and after changes. Returns whether it did; entries that
-    /// were given out before are gone then. What cannot be read or is too large is left out.
+    /// Reads all entries at the first call and after changes. Returns whether it did; pointers to
+    /// earlier entries dangle then. What cannot be read or is too large is left out.
     bool refresh();
 
     /// The entry of an identifier, as in "org.gnome.Nautilus"; null for none.
@@ -63,13 +64,14 @@ private:
     Known byPath_;
     Known byName_;
     Known byWindowClass_;
-    std::set<std::pair<std::uint64_t, std::uint64_t>> visited_; // folders, by device and number
+    std::set<std::pair<std::uint64_t, std::uint64_t>>
+        visited_; // folders, by device and inode: symbolic links can make a cycle
 };
 
-/// Whether `entry` is one of `program`, however many others are.
+/// Whether `entry` names `program`, even if running() prefers another entry that does, too.
 bool isRunBy(const DesktopEntry& entry, const RunProgram& program);
 
-/// The folders of shared data of this user and machine, as the environment gives them.
+/// $XDG_DATA_HOME and $XDG_DATA_DIRS, or their defaults.
 std::vector<std::string> usualDataFolders();
 
 } // namespace tidewell

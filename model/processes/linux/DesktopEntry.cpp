@@ -46,7 +46,7 @@ std::string unescaped(std::string_view value) {
     return result;
 }
 
-/// An icon's name in the theme. Some entries name a file instead, which is none without a path.
+/// An icon's name in the theme, or an absolute path. Some entries give the name an extension.
 std::string iconOf(std::string value) {
     if (!value.starts_with('/')) {
         for (const std::string_view extension : {".png", ".svg", ".xpm"}) {
@@ -150,7 +150,7 @@ std::vector<std::string> entryLanguages(std::string_view locale) {
     for (const std::string& place : {country, language}) {
         languages.push_back(place + modifier);
         if (!modifier.empty()) {
-            // The order that readers of entries agree on puts the country before the modifier.
+            // lang_COUNTRY@MODIFIER, lang_COUNTRY, lang@MODIFIER, lang.
             languages.push_back(place);
         }
     }

@@ -17,9 +17,9 @@ struct DesktopEntry {
     Program program;         ///< of `Exec`
     std::string tryProgram;  ///< `TryExec`: a name or a path
     std::string windowClass; ///< `StartupWMClass`
-    bool isHidden = false;   ///< counts as deleted
-    bool isShown = true;     ///< in menus
-    bool isTerminal = false; ///< a terminal emulator: what is started in it is not a part of it
+    bool isHidden = false;   ///< `Hidden`: counts as deleted
+    bool isShown = true;     ///< in menus: no `NoDisplay`
+    bool isTerminal = false; ///< a terminal emulator, by `Categories`
 };
 
 /// The languages in which entries may be written for a locale "lang_COUNTRY.ENCODING@MODIFIER",

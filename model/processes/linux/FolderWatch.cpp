@@ -12,7 +12,7 @@ namespace tidewell {
 namespace {
 
 bool isThere(const std::filesystem::path& path) {
-    std::error_code error; // whatever hides it makes it missing
+    std::error_code error; // what cannot be looked up counts as missing
     return std::filesystem::exists(path, error);
 }
 
@@ -22,7 +22,7 @@ FolderWatch::FolderWatch()
     : events_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
 
 void FolderWatch::add(const std::string& folder) {
-    // What is made at this very moment is tried again.
+    // The folder may be created between the two attempts to watch.
     for (int attempt = 0; attempt < 8 && !watch(folder, {}); ++attempt) {
         std::filesystem::path missing(folder);
         while (missing.has_relative_path() &&
@@ -62,7 +62,7 @@ bool FolderWatch::takeChanges() {
             const std::string_view name(text, event.len == 0 ? 0 : strnlen(text, event.len));
             at += sizeof event + event.len;
 
-            // Changes that were lost, and the loss of the folder itself, count in any case.
+            // A queue overflow has no known descriptor, events of the folder itself no name.
             const auto [first, last] = names_.equal_range(event.wd);
             changed = changed || first == last || name.empty();
             for (auto counts = first; counts != last; ++counts) {

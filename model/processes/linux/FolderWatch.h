@@ -7,21 +7,21 @@
 
 namespace tidewell {
 
-/// Notices changes in some folders, by asking the kernel, which keeps them until it is asked. One
+/// Notices changes in some folders by inotify, whose queue is read when it is asked for. One
 /// thread.
 class FolderWatch {
 public:
-    /// Watches nothing. Where the kernel gives no watch, nothing is ever noticed.
+    /// Watches nothing yet.
     FolderWatch();
 
-    /// False where the system allows no watch, or not as many as were asked for.
+    /// False where inotify is not available, or out of watches: changes are missed then.
     bool isWorking() const { return events_.isOpen() && hasRoom_; }
 
-    /// Notices from now on what is made, written, renamed or removed in `folder`. Where there is no
-    /// such folder, notices when it, or the first missing one on the way to it, comes to be.
+    /// Notices from now on what is created, written, renamed or deleted in `folder`. Where there is
+    /// no such folder, its closest ancestor is watched until the next part of the path is created.
     void add(const std::string& folder);
 
-    /// Whether something changed since the last call. Never waits.
+    /// Whether something changed since the last call. Does not block.
     bool takeChanges();
 
 private:
@@ -29,7 +29,8 @@ private:
 
     FileDescriptor events_;
     bool hasRoom_ = true;
-    std::multimap<int, std::string> names_; // what counts in a watched folder; empty: everything
+    std::multimap<int, std::string>
+        names_; // file names that count, by watch descriptor; empty: all
 };
 
 } // namespace tidewell
