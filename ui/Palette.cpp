@@ -6,6 +6,17 @@
 
 namespace tidewell {
 
+namespace {
+
+template <typename Variants>
+Colour variantOf(Colour colour, const Variants& variants) {
+    const auto* const found =
+        std::ranges::find(variants, colour, [](const auto& variant) { return variant.first; });
+    return found == variants.end() ? colour : found->second;
+}
+
+} // namespace
+
 QColor withOpacity(QColor colour, double opacity) {
     colour.setAlphaF(static_cast<float>(opacity));
     return colour;
@@ -28,9 +39,16 @@ Colour textVariant(Colour colour) {
         std::pair{colours::lightGray, Colour{0x66666b, 0xaaaaaa}},
         std::pair{colours::systemBlue, Colour{0x0062cc, 0x4aa3ff}},
     };
-    const auto* const found =
-        std::ranges::find(variants, colour, [](const auto& variant) { return variant.first; });
-    return found == variants.end() ? colour : found->second;
+    return variantOf(colour, variants);
+}
+
+Colour barVariant(Colour colour) {
+    static constexpr std::array variants{
+        std::pair{colours::systemOrange, Colour{0xdb7a00, 0xff9f0a}},
+        std::pair{colours::systemGreen, Colour{0x28a745, 0x30d158}},
+        std::pair{colours::lightGray, Colour{0x919195, 0xaaaaaa}},
+    };
+    return variantOf(colour, variants);
 }
 
 Appearance appearanceOf(const QPalette& palette) {

@@ -34,6 +34,10 @@ QColor onGround(const QColor& colour, const QColor& ground);
 /// colours. Other colours are their own variant. Pure.
 Colour textVariant(Colour colour);
 
+/// The variant of a named colour that bars take: at least 3 : 1 against the box colour. Other
+/// colours are their own variant. Pure.
+Colour barVariant(Colour colour);
+
 /// Dark where the palette's text is lighter than its windows. Widgets that paint in colours that no
 /// QPalette holds derive the appearance from their own palette, and so follow changes of it. Pure.
 Appearance appearanceOf(const QPalette& palette);

@@ -67,6 +67,7 @@ void drawCentred(QPainter& painter, QPointF baselineMiddle, const QString& text,
 QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
                      double devicePixelRatio) {
     std::vector<QColor> colours;
+    colours.reserve(gradient.size() + 1);
     for (const Colour colour : gradient) {
         colours.push_back(toQColor(colour, appearance));
     }

@@ -7,7 +7,6 @@
 #include "ui/PushButton.h"
 #include "ui/SymbolView.h"
 
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QUrl>
@@ -94,14 +93,6 @@ void AboutView::mousePressEvent(QMouseEvent* event) {
 void AboutView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
         environment_.dismissWindow();
-    }
-}
-
-void AboutView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        environment_.dismissWindow();
-    } else {
-        QWidget::keyPressEvent(event);
     }
 }
 

@@ -11,8 +11,7 @@ class QUrl;
 namespace tidewell {
 
 /// The content of the about window: the program's icon, name, version, build credit, web site and
-/// copyright. A click anywhere but on the button closes the window, and so does Escape. Main
-/// thread.
+/// copyright. A click anywhere but on the button closes the window. Main thread.
 class AboutView final : public QWidget {
     Q_OBJECT
 
@@ -28,7 +27,6 @@ public:
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QWidget* makeTexts();

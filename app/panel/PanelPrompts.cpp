@@ -16,7 +16,8 @@ namespace tidewell {
 namespace {
 
 constexpr int promptHeight = 25;
-constexpr int belowPrompt = 15 + 6; // its padding and the space between the panel's items
+constexpr int aroundPrompts = 5; // which is what the panel has room for with both
+constexpr int belowPrompt = 15;  // its padding
 
 } // namespace
 
@@ -40,7 +41,7 @@ PushButton* PanelPrompts::addPrompt(const QString& title, std::function<void()> 
     // A row of its own, so that its padding is hidden with it.
     auto* row = new QWidget;
     auto* rowLayout = new QHBoxLayout(row);
-    rowLayout->setContentsMargins(0, 0, 0, belowPrompt);
+    rowLayout->setContentsMargins(0, aroundPrompts, 0, belowPrompt);
     rowLayout->addWidget(prompt, 0, Qt::AlignHCenter);
     layout()->addWidget(row);
     return prompt;
@@ -49,6 +50,7 @@ PushButton* PanelPrompts::addPrompt(const QString& title, std::function<void()> 
 void PanelPrompts::setShown(bool notificationPrompt, bool updatePrompt) {
     notificationPrompt_->parentWidget()->setVisible(notificationPrompt);
     updatePrompt_->parentWidget()->setVisible(updatePrompt);
+    layout()->setContentsMargins(0, 0, 0, notificationPrompt || updatePrompt ? aroundPrompts : 0);
     layout()->activate(); // now, so that the panel is laid out once
 }
 

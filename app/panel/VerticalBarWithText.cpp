@@ -80,7 +80,8 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     // Only the sides and the base: the top's rounding hides what is between two pixels.
     const double height = std::max(barHeight, 1 / painter.deviceTransform().m11());
     const QRectF bar(bottomLeft - QPointF(0, height), QSizeF(barWidth, height));
-    drawBar(painter, onDevicePixels(painter, bar), topRadius, toQColor(barColor, appearance));
+    drawBar(painter, onDevicePixels(painter, bar), topRadius,
+            toQColor(barVariant(barColor), appearance));
 
     const QFontMetricsF metrics(font, painter.device());
     const QString text = QString::fromStdString(label);

@@ -40,6 +40,20 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     EXPECT_EQ(windows.window(about)->windowIcon().cacheKey(), icon) << "but the icon is not";
 }
 
+TEST(SceneWindows, CloseByKeyboard) {
+    constexpr auto about = SceneIdentifier::about;
+    SceneWindows windows([](QWidget&) {});
+    windows.add(windowScenes(QStringLiteral("Tidewell")).front(),
+                [] { return std::make_unique<QLabel>(); });
+    for (const auto& [key, modifier] :
+         {std::pair(Qt::Key_Escape, Qt::NoModifier), std::pair(Qt::Key_W, Qt::ControlModifier)}) {
+        windows.openWindow(about);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(windows.window(about)));
+        QTest::keyClick(windows.window(about), key, modifier);
+        EXPECT_EQ(windows.window(about), nullptr) << key;
+    }
+}
+
 std::optional<QRect> noPlace() {
     return std::nullopt;
 }

@@ -1,10 +1,11 @@
 from case import DesktopCase, ScreenReaderCase, StoreWatch
 from desktop import wait_for
-from program import LEVEL_COLOURS, write_history
+from program import write_history
 
 VALUE = "org.a11y.atspi.Value"
 
 BLUE_ON_BOX = (127, 188, 255)  # half transparent system blue
+GREEN_BAR = (0x28, 0xa7, 0x45)
 WINDOW = (0xf4, 0xf4, 0xf6)
 
 
@@ -31,7 +32,7 @@ class Panel(DesktopCase):
         self.assertFalse(self.desktop.shows(WINDOW, swap))
         self.point_at(221, 570)
         wait_for("the time on the bar", lambda: self.desktop.shows(WINDOW, swap))
-        self.assertTrue(self.desktop.shows(LEVEL_COLOURS["low"][0], swap))
+        self.assertTrue(self.desktop.shows(GREEN_BAR, swap))
 
     def test_quits_by_keyboard_after_a_question_and_saves_once(self):
         tidewell = self.start_with_panel()

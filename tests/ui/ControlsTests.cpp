@@ -58,6 +58,16 @@ TEST(Palette, KeepsEveryTextReadable) {
     }
 }
 
+TEST(Palette, KeepsEveryBarVisible) {
+    for (const Colour colour :
+         {colours::systemRed, colours::systemOrange, colours::systemGreen, colours::lightGray}) {
+        for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+            EXPECT_GE(contrast(barVariant(colour), colours::box, appearance), 3)
+                << std::hex << colour.light;
+        }
+    }
+}
+
 TEST(Gauges, FollowPaletteAndDirection) {
     LinearGauge linear;
     LinearGaugeContent content;
