@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <array>
 #include <utility>
 
 namespace tidewell {
@@ -10,7 +11,7 @@ namespace {
 
 using enum UpdateProblem;
 
-constexpr std::pair<UpdateProblem, const char*> sentences[] = {
+constexpr auto sentences = std::to_array<std::pair<UpdateProblem, const char*>>({
     {broken, QT_TRANSLATE_NOOP("SPUStandardUserDriver",
                                "A part of this program is missing or broke down.")},
     {unreachable,
@@ -55,7 +56,7 @@ constexpr std::pair<UpdateProblem, const char*> sentences[] = {
                        "The update was downloaded, but there is no program here to open it with.")},
     {notStarted,
      QT_TRANSLATE_NOOP("SPUStandardUserDriver", "This program was not set up for updates.")},
-};
+});
 
 class UpdateProblems final : public std::error_category {
 public:

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <utility>
 
 #include <fcntl.h>
@@ -61,7 +60,7 @@ constexpr std::uint32_t architecture = 0;
 
 // What a program that fetches never does. A list of all that it does would break with each new
 // version of the libraries.
-constexpr std::uint32_t refused[] = {
+constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_execve,
     SYS_execveat,
     SYS_ptrace,
@@ -98,7 +97,7 @@ constexpr std::uint32_t refused[] = {
     SYS_fork,
     SYS_vfork,
 #endif
-};
+});
 
 /// Refuses those calls, and `clone` for anything but a thread. `clone3`, whose arguments a filter
 /// cannot see, is said not to exist, so that the C library takes `clone`.
@@ -126,14 +125,14 @@ bool restrictCalls() {
         program.push_back({equal, 0, 1, call});
         program.push_back({give, 0, 0, refuse});
     }
-    const sock_filter rest[] = {
+    const auto rest = std::to_array<sock_filter>({
         {equal, 0, 3, SYS_clone},
         {load, 0, 0, offsetof(seccomp_data, args)}, // the flags: their lower half, little-endian
         {bits, 1, 0, CLONE_THREAD},
         {give, 0, 0, refuse},
         {give, 0, 0, SECCOMP_RET_ALLOW},
-    };
-    program.insert(program.end(), std::begin(rest), std::end(rest));
+    });
+    program.insert(program.end(), rest.begin(), rest.end());
     const sock_fprog filter{static_cast<std::uint16_t>(program.size()), program.data()};
     return ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }

@@ -202,7 +202,7 @@ Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
         isOver = end.revents != 0 && *bytes != Piece::taken && *words != Piece::taken;
     }
     const auto status = child.wait();
-    const std::string said = reason.simplified().left(longestReason).toStdString();
+    std::string said = reason.simplified().left(longestReason).toStdString();
     if (status == 0) {
         return said;
     }
