@@ -21,8 +21,8 @@ constexpr int belowPrompt = 15;  // its padding
 
 } // namespace
 
-PanelPrompts::PanelPrompts(const QString& applicationName, Actions actions)
-    : applicationName_(applicationName)
+PanelPrompts::PanelPrompts(QString applicationName, Actions actions)
+    : applicationName_(std::move(applicationName))
     , actions_(std::move(actions)) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

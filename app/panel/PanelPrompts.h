@@ -18,7 +18,7 @@ public:
         std::function<bool()> openNotificationSettings;
         std::function<void()> checkForUpdates;
     };
-    PanelPrompts(const QString& applicationName, Actions actions);
+    PanelPrompts(QString applicationName, Actions actions);
 
     void setShown(bool notificationPrompt, bool updatePrompt);
 

@@ -39,8 +39,9 @@ void VerticalBarWithExtension::paint(QPainter& painter, QPointF bottomLeft,
     // neighbour has it.
     const double scale = painter.deviceTransform().m11();
     const int pixels = std::max(1, static_cast<int>(scale));
-    const QSizeF leading((pixels + 1) / 2 / scale, sharpBar.height());
-    const QSizeF trailing(pixels / 2 / scale, sharpBar.height());
+    const int right = pixels / 2;
+    const QSizeF leading((pixels - right) / scale, sharpBar.height());
+    const QSizeF trailing(right / scale, sharpBar.height());
     painter.fillRect(QRectF(sharpBar.topLeft(), leading), Qt::white);
     painter.fillRect(QRectF(sharpBar.topRight() - QPointF(trailing.width(), 0), trailing),
                      Qt::white);
