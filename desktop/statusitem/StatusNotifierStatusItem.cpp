@@ -7,7 +7,10 @@
 #include <QDBusAbstractAdaptor>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QTimer>
 #include <QtEndian>
+
+#include <chrono>
 
 #include <unistd.h>
 
@@ -36,6 +39,8 @@ struct NotifierTooltip { // (sa(iiay)ss)
 
 namespace {
 
+constexpr std::chrono::seconds untilRead{1};
+
 NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance, int size) {
     const auto image = symbolImage(content.symbolName, content.colour.in(appearance), size, 1);
     if (!image) {
@@ -62,7 +67,7 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString IconThemePath READ none)
     Q_PROPERTY(QString IconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> IconPixmap READ iconPixmap)
-    Q_PROPERTY(QString IconAccessibleDesc READ label)
+    Q_PROPERTY(QString IconAccessibleDesc READ text)
     Q_PROPERTY(QString OverlayIconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> OverlayIconPixmap READ noPixmap)
     Q_PROPERTY(QString AttentionIconName READ none)
@@ -91,7 +96,9 @@ public:
         }
         if (old.text != content.text) {
             Q_EMIT NewToolTip();
-            Q_EMIT XAyatanaNewLabel(label(), labelGuide());
+            if (showsLabel_) {
+                Q_EMIT XAyatanaNewLabel(label(), labelGuide());
+            }
         }
     }
 
@@ -118,8 +125,18 @@ public:
         // The figure first: some hosts show the title only.
         return {{}, {}, plainTooltip(content_.text), plainTooltip(behaviour_.title)};
     }
-    QString label() const { return QString::fromStdString(content_.text); }
-    QString labelGuide() const { return tidewell::labelGuide(content_.text); }
+    QString text() const { return QString::fromStdString(content_.text); }
+    QString label() const { return showsLabel_ ? text() : QString(); }
+    QString labelGuide() const { return tidewell::labelGuide(label()); }
+
+    /// Tells the label a moment after the item was registered: GNOME's extension shows a label that
+    /// changes after it has read the properties, and none that was there before.
+    void showLabelSoon() {
+        QTimer::singleShot(untilRead, this, [this] {
+            showsLabel_ = true;
+            Q_EMIT XAyatanaNewLabel(label(), labelGuide());
+        });
+    }
 
     Q_SLOT void Activate(int x, int y) {
         place_.clickedAt({x, y});
@@ -162,6 +179,7 @@ private:
     StatusItemBehaviour behaviour_;
     StatusMenuPopup menu_;
     StatusItemContent content_;
+    bool showsLabel_ = false;
     Subscription appearanceChanged_;
 };
 
@@ -197,6 +215,7 @@ void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
         constexpr uint doNotQueue = 4;
         bus_.send(busCall(QStringLiteral("RequestName")) << service_ << doNotQueue);
         host_.registerItem(service_);
+        adaptor_->showLabelSoon();
     }
 }
 
@@ -204,8 +223,7 @@ QString plainTooltip(const std::string& text) {
     return QString::fromStdString(text).remove(QLatin1Char('<')).remove(QLatin1Char('&'));
 }
 
-QString labelGuide(const std::string& text) {
-    QString guide = QString::fromStdString(text);
+QString labelGuide(QString guide) {
     for (QChar& character : guide) {
         if (character.isDigit()) {
             // Of the same script: Unicode has the ten digits of each in a row.

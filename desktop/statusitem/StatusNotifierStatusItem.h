@@ -40,6 +40,6 @@ private:
 QString plainTooltip(const std::string& text);
 
 /// `text` with its digits replaced by 8, the widest: hosts reserve its width for the label.
-QString labelGuide(const std::string& text);
+QString labelGuide(QString text);
 
 } // namespace tidewell

@@ -10,7 +10,8 @@ from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
 class XfcePanel(DesktopCase):
     def test_shows_the_item_with_picture_and_text(self):
         tidewell = self.start_with_item("none")
-        for name, value in (("XAyatanaLabel", "No Swap"), ("IconName", ""), ("ItemIsMenu", False),
+        wait_for("the label", lambda: tidewell.item_property("XAyatanaLabel") == "No Swap")
+        for name, value in (("IconName", ""), ("ItemIsMenu", False),
                             ("Status", "Active")):
             self.assertEqual(tidewell.item_property(name), value)
         self.assertIn("No Swap", " ".join(tidewell.item_property("ToolTip")[2:]))

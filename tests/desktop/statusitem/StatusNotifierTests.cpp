@@ -69,8 +69,14 @@ TEST_F(StatusNotifier, TellsTheFigureInTheTooltipsTitleAndToScreenReaders) {
     tooltip >> title;
     EXPECT_EQ(title, u"1 MB of> 8  GB"_s) << "no markup";
     EXPECT_EQ(property(u"IconAccessibleDesc"_s), u"1 MB <of> 8 & GB"_s);
-    EXPECT_EQ(labelGuide("1.36 GB of 8 GB"), u"8.88 GB of 8 GB"_s);
-    EXPECT_EQ(labelGuide("١٫٣٦ GB of ٨ GB"), u"٨٫٨٨ GB of ٨ GB"_s);
+    EXPECT_EQ(labelGuide(u"1.36 GB of 8 GB"_s), u"8.88 GB of 8 GB"_s);
+    EXPECT_EQ(labelGuide(u"١٫٣٦ GB of ٨ GB"_s), u"٨٫٨٨ GB of ٨ GB"_s);
+}
+
+TEST_F(StatusNotifier, ChangesItsLabelOnceTheHostHasReadIt) {
+    item.setContent({.symbolName = "circle.fill", .text = "1 MB of 8 GB"});
+    EXPECT_EQ(property(u"XAyatanaLabel"_s), QString());
+    EXPECT_TRUE(comesTrue([this] { return property(u"XAyatanaLabel"_s) == u"1 MB of 8 GB"_s; }));
 }
 
 TEST_F(StatusNotifier, OpensAtThePlaceThatTheHostTellsByAnyButton) {
