@@ -21,8 +21,12 @@ using namespace std::chrono_literals;
 // Such a click must not open the panel again. The host itself is all that delays the report.
 constexpr auto sameClick = 300ms;
 
+constexpr QMargins aroundItem(24, 24, 24, 24);
+
 // Until the focus has gone from one of our windows to another.
 constexpr auto focusChange = 250ms;
+// Until a window that goes has lost the focus.
+constexpr auto focusReturn = 50ms;
 // Until the window manager has answered the panel's wish for the focus.
 constexpr auto focusRequest = 1500ms;
 // Where the focus follows the pointer, it is lost on the way from one of our windows to another.
@@ -43,7 +47,15 @@ bool isOrdinaryWindow(const QObject& object) {
 PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QRect>()> itemPlace)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , makeContent_(std::move(makeContent))
-    , itemPlace_(std::move(itemPlace)) {
+    , itemPlace_(std::move(itemPlace))
+    , outsideClicks_([this](const QPoint& pointer) {
+        const auto item = itemPlace_();
+        if (!item) {
+            closeByItself();
+        } else if (!item->marginsAdded(aroundItem).contains(pointer)) {
+            close(); // a click on the item is told by its host
+        }
+    }) {
     setObjectName(QStringLiteral("panel"));
     useRoundedBackground(*this, windowCornerRadius);
     // The focus starts here, so that no control has a focus ring before Tab was pressed.
@@ -60,8 +72,8 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
 
 void PanelWindow::toggle() {
     const bool isSameClick =
-        closedWithoutFocus_.isValid() && !closedWithoutFocus_.hasExpired(sameClick / 1ms);
-    closedWithoutFocus_.invalidate();
+        closedByItself_.isValid() && !closedByItself_.hasExpired(sameClick / 1ms);
+    closedByItself_.invalidate();
     if (isVisible()) {
         close();
     } else if (!isSameClick) {
@@ -118,10 +130,12 @@ void PanelWindow::adopt(QWidget& window) {
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Leave) {
         pointerLeft_.start();
+    } else if (event->type() == QEvent::Show && isOrdinaryWindow(*watched)) {
+        awaitFocus(focusRequest);
     } else if (event->type() == QEvent::Hide && isVisible() && isOrdinaryWindow(*watched)) {
         // Qt does not tell of the focus that goes with a window which is deleted.
-        asksForFocus_ = true;
-        awaitFocus(focusChange);
+        awaitFocus(focusRequest);
+        QTimer::singleShot(focusReturn, this, &PanelWindow::takeFocusBack);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -133,17 +147,24 @@ void PanelWindow::awaitFocus(std::chrono::milliseconds patience) {
 }
 
 void PanelWindow::closeWithoutFocus() {
-    const bool asksForFocus = std::exchange(asksForFocus_, false);
-    if (!isVisible() || !hadFocus_ || x11::hasFocus()) {
-        return;
+    if (isDeaf()) {
+        closeByItself();
     }
-    if (asksForFocus) {
+}
+
+void PanelWindow::takeFocusBack() {
+    if (isDeaf()) {
         activateWindow();
-        awaitFocus(focusRequest);
-    } else {
-        close();
-        closedWithoutFocus_.start();
     }
+}
+
+bool PanelWindow::isDeaf() const {
+    return isVisible() && hadFocus_ && !x11::hasFocus();
+}
+
+void PanelWindow::closeByItself() {
+    close();
+    closedByItself_.start();
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
@@ -158,7 +179,13 @@ void PanelWindow::keyPressEvent(QKeyEvent* event) {
 void PanelWindow::focusInEvent(QFocusEvent*) {}
 void PanelWindow::focusOutEvent(QFocusEvent*) {}
 
+void PanelWindow::showEvent(QShowEvent* event) {
+    outsideClicks_.setOn(true);
+    QWidget::showEvent(event);
+}
+
 void PanelWindow::hideEvent(QHideEvent* event) {
+    outsideClicks_.setOn(false);
     if (!event->spontaneous() && content_ != nullptr) {
         content_->hide();
     }

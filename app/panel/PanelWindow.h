@@ -1,5 +1,7 @@
 #pragma once
 
+#include "desktop/statusitem/OutsideClicks.h"
+
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
@@ -35,6 +37,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -43,15 +46,18 @@ private:
     void addContent();
     void awaitFocus(std::chrono::milliseconds patience);
     void closeWithoutFocus();
+    void takeFocusBack();
+    bool isDeaf() const;
+    void closeByItself();
 
     MakeContent makeContent_;
     std::function<std::optional<QRect>()> itemPlace_;
     QWidget* content_ = nullptr; ///< a child, hidden while the panel is
     bool hadFocus_ = false;      ///< since it opened, one of our windows
-    bool asksForFocus_ = false;  ///< where nobody has it after `focusWait_`
     QTimer focusWait_;
     QElapsedTimer pointerLeft_; ///< one of our windows
-    QElapsedTimer closedWithoutFocus_;
+    QElapsedTimer closedByItself_;
+    OutsideClicks outsideClicks_;
 };
 
 } // namespace tidewell

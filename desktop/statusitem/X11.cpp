@@ -75,6 +75,14 @@ int screenNumber() {
     return screen;
 }
 
+xcb_window_t rootWindow(xcb_connection_t* connection) {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (int number = screenNumber(); number > 0 && screens.rem > 1; --number) {
+        xcb_screen_next(&screens);
+    }
+    return screens.data->root;
+}
+
 bool isXWayland() {
     xcb_connection_t* const server = connection();
     if (server == nullptr) {

@@ -28,6 +28,9 @@ xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection);
 /// The X screen of `DISPLAY`, the n of selections such as _NET_WM_CM_Sn.
 int screenNumber();
 
+/// The root window of the program's screen.
+xcb_window_t rootWindow(xcb_connection_t* connection);
+
 /// Whether the X server is XWayland; false without X11.
 bool isXWayland();
 

@@ -41,8 +41,7 @@ class Panel(DesktopCase):
         tidewell.answer_question("Escape")
         self.assertEqual(watch.writes(), 0)
         self.assertTrue(tidewell.panel(), "Escape closed more than the question")
-        wait_for("the panel's focus", lambda: self.desktop.output(
-            "xdotool", "getwindowfocus").strip() == tidewell.windows().get(self.panel))
+        tidewell.wait_for_focus(self.panel)
         self.desktop.press("Tab", "Tab", "Tab", "space")  # the last button of the toolbar
         tidewell.answer_question("Return")
         self.assertEqual(tidewell.end(), 0)

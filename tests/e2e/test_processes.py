@@ -95,12 +95,14 @@ class ProcessWindow(ScreenReaderCase):
             self.wait_until_closed()
         self.assertTrue(self.tidewell.panel(), "the panel was closed")
 
+        self.tidewell.wait_for_focus(self.panel)
         self.wait_until_focused(self.content)
         self.desktop.press(*["Tab"] * 4)  # past the toolbar
         for close in (lambda: self.desktop.press("Escape"), self.tidewell.click_item):
             self.wait_until_focused(self.figures)
+            self.tidewell.wait_for_focus(self.panel)
             self.desktop.press("Return")
-            self.wait_until_open()
+            self.tidewell.wait_for_focus(self.wait_until_open())
             close()
             self.wait_until_closed()
         self.tidewell.wait_for_no_panel()

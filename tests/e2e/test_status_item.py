@@ -36,7 +36,8 @@ class XfcePanel(DesktopCase):
     def test_opens_and_closes_the_panel(self):
         tidewell = self.start_with_item()
         for close in (tidewell.click_item, lambda: self.desktop.press("Escape"),
-                      self.activate_another_program):
+                      lambda: self.desktop.click(300, 10), lambda: self.desktop.click(300, 600),
+                      self.activate_another_program):  # on the bar, on the desktop
             tidewell.click_item()
             self.check_place(tidewell.wait_for_panel(), tidewell.item_geometry())
             close()

@@ -182,6 +182,11 @@ class Tidewell:
     def wait_for_panel(self):
         return wait_for("the panel", self.panel)
 
+    def wait_for_focus(self, geometry):
+        """Until the window that is there has the input focus."""
+        wait_for(f"the focus on {geometry}", lambda: self.desktop.output(
+            "xdotool", "getwindowfocus").strip() == self.windows().get(geometry))
+
     def wait_for_open_window(self):
         """The geometry of the panel, which is lower than usual on a low screen."""
         width = int(PANEL_SIZE[0] * self.desktop.scale)
