@@ -170,7 +170,7 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
 
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     SingleInstance instance(QDBusConnection::sessionBus(), identifier,
-                            runtimeFolder() / (bundleIdentifier(bundle) + ".lock"), 3s, log);
+                            runtimeFile(bundleIdentifier(bundle) + ".lock"), 3s, log);
     if (const auto status = instance.start()) {
         return {*status, {}};
     }

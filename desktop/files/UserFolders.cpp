@@ -1,12 +1,11 @@
 #include "desktop/files/UserFolders.h"
 
 #include <cstdlib>
+#include <string>
 
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <string>
 
 namespace tidewell {
 
@@ -30,14 +29,14 @@ std::filesystem::path homeFolder() {
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
 
-std::filesystem::path runtimeFolder() {
+std::filesystem::path runtimeFile(std::string_view name) {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
     if (runtime != nullptr && isPrivate(runtime)) {
-        return runtime;
+        return std::filesystem::path(runtime) / name;
     }
-    std::filesystem::path own = "/tmp/tidewell-" + std::to_string(::getuid());
+    const std::filesystem::path own = "/tmp/tidewell-" + std::to_string(::getuid());
     ::mkdir(own.c_str(), S_IRWXU); // whether it is there and ours is checked in any case
-    return isPrivate(own) ? own : std::filesystem::path();
+    return isPrivate(own) ? own / name : std::filesystem::path();
 }
 
 std::filesystem::path configurationFolder() {

@@ -10,7 +10,7 @@
 namespace tidewell {
 namespace {
 
-TEST(RuntimeFolder, IsTheSessionsOrAPrivateOneOfOurOwn) {
+TEST(RuntimeFile, LiesInTheSessionsFolderOrAPrivateOneOfOurOwn) {
     const TemporaryFolder folder;
     const auto file = folder.path() / "file";
     writeText(file, "");
@@ -24,7 +24,7 @@ TEST(RuntimeFolder, IsTheSessionsOrAPrivateOneOfOurOwn) {
          }) {
         ASSERT_EQ(::chmod(folder.path().c_str(), static_cast<mode_t>(mode)), 0);
         const ScopedEnvironment environment({{"XDG_RUNTIME_DIR", runtime}});
-        EXPECT_EQ(runtimeFolder(), expected) << runtime << " " << mode;
+        EXPECT_EQ(runtimeFile("lock"), expected + "/lock") << runtime << " " << mode;
     }
     struct stat status{};
     ASSERT_EQ(::stat(own.c_str(), &status), 0);
