@@ -95,8 +95,9 @@ void removeAtEnd(const std::string& folder) {
     const pid_t parent = fork();
     check(parent >= 0, "fork");
     if (parent == 0) {
+        // Before the second fork, so that a session's end cannot come in between.
+        detach(self);
         if (fork() == 0) {
-            detach(self);
             pollfd end{.fd = 3, .events = POLLIN, .revents = 0};
             while (poll(&end, 1, -1) < 0 && errno == EINTR) {
             }
