@@ -39,7 +39,8 @@ private:
 /// `text` without what a host could take for markup in a tooltip.
 QString plainTooltip(const std::string& text);
 
-/// `text` with its digits replaced by 8, the widest: hosts reserve its width for the label.
-QString labelGuide(QString text);
+/// The label `guide` with its digits replaced by 8, the widest: hosts reserve its width for the
+/// label.
+QString labelGuide(QString guide);
 
 } // namespace tidewell
