@@ -140,7 +140,7 @@ class ProcessWindow(ScreenReaderCase):
     def open_list(self):
         self.open_panel()
         self.desktop.glide(self.gauge, self.inside)
-        self.wait_until_open()
+        self.tidewell.wait_for_focus(self.wait_until_open())
         self.rows = self.parts(lists=False)["list", "Processes"]
 
     def row_texts(self, name="Name"):
