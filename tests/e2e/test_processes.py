@@ -209,6 +209,7 @@ class ProcessWindow(ScreenReaderCase):
 
     def test_walks_the_rows(self):
         self.open_list()
+        self.wait_until_focused(self.rows)
         self.desktop.press("Down", "Down")
 
         def focused():
