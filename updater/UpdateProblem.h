@@ -29,6 +29,7 @@ enum class UpdateProblem {
 /// translation context "SPUStandardUserDriver".
 const std::error_category& updateProblems();
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that std::error_code looks for
 inline std::error_code make_error_code(UpdateProblem problem) {
     return {static_cast<int>(problem), updateProblems()};
 }
