@@ -145,12 +145,12 @@ bool limit(__rlimit_resource resource, rlim_t most) {
 } // namespace
 
 std::string confine(const std::vector<std::string>& readable) {
-    constexpr rlim_t memory = rlim_t{256} << 20;
     constexpr rlim_t descriptors = 256;
     constexpr rlim_t seconds = 1800; // of the processor
     bool isLimited = limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) &&
                      limit(RLIMIT_NOFILE, descriptors) && limit(RLIMIT_CPU, seconds);
 #ifndef TIDEWELL_SANITIZED // sanitizers map terabytes
+    constexpr rlim_t memory = rlim_t{256} << 20;
     isLimited = limit(RLIMIT_DATA, memory) && isLimited;
 #endif
     std::string lacking;
