@@ -5,6 +5,7 @@ import json
 import math
 import os
 import pathlib
+import time
 import uuid
 
 import dbus
@@ -55,13 +56,14 @@ def store_file(desktop):
     return desktop.folder / "config/tidewell/defaults.json"
 
 
-def write_history(desktop, level, count, now=1764000000):
-    """What a run left behind that took `count` samples at about this level."""
+def write_history(desktop, level, count):
+    """What a run left behind that took `count` samples at about this level, until a moment ago."""
+    now = time.time()
     most = {"none": 25, "low": 45, "warn": 70, "high": 95}[level]
     pressures = [{"value": int(most * (0.55 + 0.45 * math.sin(at / 7) * math.cos(at / 3))),
-                  "timestamp": now + 5.0 * at} for at in range(count)]
+                  "timestamp": now - 5.0 * (count - at)} for at in range(count)]
     swapped = [{"value": 0 if level == "none" else int(1.36e9 * (0.25 + 0.75 * (at + 1) / count)),
-                "timestamp": now + 60.0 * at} for at in range(count)]
+                "timestamp": now - 60.0 * (count - at)} for at in range(count)]
     document = json.dumps({"id": str(uuid.uuid4()), "memoryPressureArray": pressures,
                            "swapUsedArray": swapped})
     store_file(desktop).parent.mkdir(mode=0o700, exist_ok=True)
