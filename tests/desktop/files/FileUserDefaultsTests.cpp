@@ -108,13 +108,13 @@ TEST_F(FileUserDefaultsTest, RunsFromMemoryWhenTheFileCanNeitherBeReadNorSetAsid
 
 TEST_F(FileUserDefaultsTest, ReadsAgainWhatCouldNotBeReadForAWhileBeforeItReplacesIt) {
     FileUserDefaults(file_, log_).set("kept", true);
-    rlimit usual{};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
-    const rlimit none{0, usual.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0); // EMFILE
+    const fs::path folder = file_.parent_path();
+    fs::rename(folder, folder_.path() / "elsewhere");
+    writeText(folder, ""); // ENOTDIR
     FileUserDefaults defaults(file_, log_);
     defaults.set("number", 2.0);
-    ::setrlimit(RLIMIT_NOFILE, &usual);
+    fs::remove(folder);
+    fs::rename(folder_.path() / "elsewhere", folder);
     EXPECT_THAT(log_.takeLines(), ElementsAre(HasSubstr("it is read again")));
     EXPECT_EQ(stored("kept"), DefaultsValue(true));
     defaults.set("text", "a");

@@ -51,7 +51,8 @@ TEST(ProcessFiles, FindTheApplicationOfAUnit) {
              {"snap.a.b.0b5a5a5e-1111-2222-3333-444455556666.scope", {"a_b"}},
              {"snap.a.b.service", {"a_b"}},
          }) {
-        const auto name = innermostUnit("1:name=systemd:/\n" + app + unit + "/sub\n");
+        const std::string groups = "1:name=systemd:/\n" + app + unit + "/sub\n";
+        const auto name = innermostUnit(groups);
         EXPECT_EQ(name, unit);
         const auto found = parseApplicationUnit(name);
         ASSERT_TRUE(found) << unit;
