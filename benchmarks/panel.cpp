@@ -2,10 +2,14 @@
 // medians, each beside its baseline from the same run. Runs on whatever display Qt finds.
 
 #include "app/SceneWindows.h"
+#include "app/about/AboutView.h"
 #include "app/panel/ContentView.h"
 #include "app/panel/PanelWindow.h"
+#include "app/processes/AppMemoryView.h"
+#include "app/settings/SettingsView.h"
 #include "benchmarks/WatchedMachine.h"
 #include "model/memory/probes/linux/LinuxProbes.h"
+#include "tests/fakes/FakeApplicationSource.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakeProbes.h"
 
@@ -19,7 +23,13 @@
 namespace tidewell {
 namespace {
 
-/// A watcher whose histories are full, and the panel that shows it.
+/// Does not start the program at login.
+struct NeverAtLogin final : LoginItem {
+    Result<> registerApplication() override { return {}; }
+    Result<> unregisterApplication() override { return {}; }
+};
+
+/// A watcher whose histories are full, and the windows that show it and thirty applications.
 struct PanelMachine : WatchedMachine {
     explicit PanelMachine(SystemProbes& probes)
         : WatchedMachine(probes) {
@@ -27,6 +37,37 @@ struct PanelMachine : WatchedMachine {
         for (int i = 0; i < 100; ++i) {
             watcher->updateSwapUsage();
         }
+        for (int i = 0; i < 30; ++i) {
+            applications.applications.push_back(
+                {.localizedName = "application " + std::to_string(i),
+                 .icon = ThemeIcon("text-x-generic"),
+                 .memory = (100U + static_cast<unsigned>(i)) << 20U});
+        }
+        addWindows();
+    }
+    void addWindows() {
+        const auto [about, settings, appMemory] = windowScenes(QStringLiteral("Tidewell"));
+        windows.add(about, [this] {
+            return std::make_unique<AboutView>(AboutView::Environment{
+                .bundle = bundle, .openUrl = [](const QUrl&) {}, .dismissWindow = [] {}});
+        });
+        windows.add(settings, [this] {
+            return std::make_unique<SettingsView>(
+                SettingsView::Environment{.defaults = defaults,
+                                          .loginItem = loginItem,
+                                          .applicationName = "Tidewell",
+                                          .sparkleModel = nullptr,
+                                          .animationsAreWanted = [] { return false; }});
+        });
+        windows.add(appMemory, [this] {
+            return std::make_unique<AppMemoryView>(AppMemoryView::Environment{
+                .memoryManager = memoryManager,
+                .memoryWatcher = watcher,
+                .defaults = defaults,
+                .dismissWindow = [] {},
+                .panelWidth = panelWidth,
+            });
+        });
     }
     std::unique_ptr<ContentView> makeContent() {
         return std::make_unique<ContentView>(
@@ -41,6 +82,14 @@ struct PanelMachine : WatchedMachine {
                                      .openNotificationSettings = [] { return true; }});
     }
 
+    FakeApplicationSource applications{mainThread};
+    std::shared_ptr<MemoryManager> memoryManager =
+        std::make_shared<MemoryManager>(MemoryManager::Environment{.applications = applications,
+                                                                   .defaults = defaults,
+                                                                   .mainThread = mainThread,
+                                                                   .clock = clock,
+                                                                   .log = log});
+    NeverAtLogin loginItem;
     FakeNotificationCenter notifications{mainThread};
     std::shared_ptr<NotificationManager> notificationManager =
         std::make_shared<NotificationManager>(notifications, log);
@@ -77,7 +126,7 @@ private:
 
 void print(const char* what, double value, const char* baselineName, double baseline, double limit,
            const char* unit = "us") {
-    std::printf("%-38s%10.1f %s\n  %-36s%10.1f %s\n  %-36s%10.2f    (at most %g)\n", what, value,
+    std::printf("%-42s%10.1f %s\n  %-40s%10.1f %s\n  %-40s%10.2f    (at most %g)\n", what, value,
                 unit, baselineName, baseline, unit, "ratio", value / baseline, limit);
 }
 
@@ -166,7 +215,7 @@ void measureOpening() {
     QWidget bare(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     bare.setFixedSize(panelWidth, panelHeight);
     PanelWindow panel([&machine] { return machine.makeContent(); },
-                      [] { return QRect(700, 5, 1, 1); });
+                      [] { return QRect(1100, 5, 1, 1); });
     Painted barePainted(bare);
     Painted panelPainted(panel);
     const auto openBare = [&] {
@@ -193,13 +242,24 @@ void measureOpening() {
     close(panel);
     print("first opening of the panel", firstPanel, "a bare window", firstBare, 3);
 
+    const auto openAll = [&] {
+        openPanel();
+        for (const auto scene :
+             {SceneIdentifier::about, SceneIdentifier::settings, SceneIdentifier::appMemory}) {
+            machine.windows.openWindow(scene);
+            QWidget& window = *machine.windows.window(scene);
+            Painted(window).wait();
+            close(window);
+        }
+        close(panel);
+    };
+    openAll();
     const double before = privateDirty();
     for (int round = 0; round < 200; ++round) {
-        openPanel();
-        close(panel);
+        openAll();
     }
-    print("private dirty after 200 openings", privateDirty(), "after the first", before, 1.02,
-          "kB");
+    print("dirty after 200 openings of all windows", privateDirty(), "after the first", before,
+          1.02, "kB");
 
     std::vector<double> panelTimes;
     std::vector<double> bareTimes;
