@@ -25,32 +25,22 @@ ContinuousClock::Instant after(ContinuousClock::Instant start, double seconds) {
 
 namespace detail {
 
-void SleepAwaiter::sleepUntilWoken(std::shared_ptr<Resumption> resumption, std::stop_token stop) {
+void SleepAwaiter::sleep(std::shared_ptr<Resumption> resumption, std::stop_token stop) {
     const std::weak_ptr<Resumption> weak = resumption;
-    alarm_ = clock_.setAlarm(deadline_, [resumption = std::move(resumption)] {
+    const auto alarm = clock_.setAlarm(deadline_, [resumption = std::move(resumption)] {
         if (resumption->claim()) {
             resumption->resume();
         }
     });
     // The task cannot go on before this returns, even if the alarm rings now: its executor is
     // busy with the very job that called us.
-    onCancel_.emplace(std::move(stop), Cancel{*this, weak});
-}
-
-void SleepAwaiter::Cancel::operator()() const {
-    const std::shared_ptr<Resumption> pending = resumption.lock();
-    if (pending && pending->claim()) {
-        awaiter.result_ = SleepResult::cancelled;
-        pending->resume();
-    }
-}
-
-SleepResult SleepAwaiter::await_resume() {
-    onCancel_.reset();
-    if (result_ == SleepResult::cancelled) {
-        clock_.cancelAlarm(alarm_);
-    }
-    return result_;
+    onCancel_.emplace(std::move(stop), [this, weak, alarm] {
+        const auto pending = weak.lock();
+        if (pending && pending->claim()) {
+            clock_.cancelAlarm(alarm);
+            pending->resume();
+        }
+    });
 }
 
 } // namespace detail

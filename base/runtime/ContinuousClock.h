@@ -35,8 +35,6 @@ public:
 /// `seconds` later than `start`, clamped to the clock's range (292 years). NaN counts as 0.
 ContinuousClock::Instant after(ContinuousClock::Instant start, double seconds);
 
-enum class SleepResult { elapsed, cancelled };
-
 namespace detail {
 
 class SleepAwaiter {
@@ -48,45 +46,25 @@ public:
     bool await_ready() const noexcept { return false; }
 
     template <std::derived_from<PromiseBase> Promise>
-    bool await_suspend(std::coroutine_handle<Promise> coroutine) {
-        const std::stop_source& stop = coroutine.promise().task().stop();
-        if (stop.stop_requested()) {
-            result_ = SleepResult::cancelled;
-            // Suspended, it has nobody who would resume it.
-            return coroutine.promise().task().endsWhenCancelled();
-        }
-        sleepUntilWoken(std::make_shared<Resumption>(coroutine), stop.get_token());
-        return true;
+    void await_suspend(std::coroutine_handle<Promise> coroutine) {
+        sleep(std::make_shared<Resumption>(coroutine), coroutine.promise().task().stop.get_token());
     }
-
-    SleepResult await_resume();
+    void await_resume() const noexcept {}
 
 private:
-    /// Runs on the thread that cancels. Holds the resumption weakly: the alarm owns it, and so a
-    /// task whose alarm is dropped with the clock is not kept alive by its own cancellation.
-    struct Cancel {
-        SleepAwaiter& awaiter;
-        std::weak_ptr<Resumption> resumption;
-        void operator()() const;
-    };
-
-    void sleepUntilWoken(std::shared_ptr<Resumption> resumption, std::stop_token stop);
+    void sleep(std::shared_ptr<Resumption> resumption, std::stop_token stop);
 
     ContinuousClock& clock_;
     ContinuousClock::Instant deadline_;
-    ContinuousClock::AlarmId alarm_ = 0;
-    // Written by whoever claims the resumption, read when the task goes on: the executor's queue
-    // stands between the two.
-    SleepResult result_ = SleepResult::elapsed;
-    std::optional<std::stop_callback<Cancel>> onCancel_;
+    std::optional<OnCancel> onCancel_;
 };
 
 } // namespace detail
 
-/// `co_await sleepUntil(clock, deadline)`: waits until the clock reaches `deadline`. Cancelling the
-/// task ends the wait at once, with `cancelled`; so does having been cancelled before.
-inline detail::SleepAwaiter sleepUntil(ContinuousClock& clock, ContinuousClock::Instant deadline) {
-    return {clock, deadline};
+/// `co_await sleepFor(clock, seconds)`: waits until so many seconds have passed since the call, see
+/// `after`. Cancelling the task ends the wait at once.
+inline detail::SleepAwaiter sleepFor(ContinuousClock& clock, double seconds) {
+    return {clock, after(clock.now(), seconds)};
 }
 
 } // namespace tidewell

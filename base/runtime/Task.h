@@ -16,31 +16,15 @@ template <typename T>
 class Task;
 
 namespace detail {
-class RunningTask;
+struct RunningTask;
 class PromiseBase;
 } // namespace detail
 
-/// Cancels a spawned task. Copies refer to the same task; letting go of a handle cancels nothing
-/// and does not keep the task alive.
-class TaskHandle {
-public:
-    /// Asks the task to end: a sleep that it is in, or comes to, ends at once as cancelled, and
-    /// `currentTaskIsCancelled()` is true from now on. Any thread, any number of times, also
-    /// after the task has ended.
-    void cancel() { stop_.request_stop(); }
-
-private:
-    friend TaskHandle spawn(Executor& executor, Task<void> task);
-    explicit TaskHandle(std::stop_source stop)
-        : stop_(std::move(stop)) {}
-
-    std::stop_source stop_;
-};
-
 /// A task that is bound to its owner: once this was cancelled, assigned to or destroyed, the task
-/// runs no further, whatever it waits for. It is destroyed where it waits, as a job of its
-/// executor; work that it has elsewhere is done before. On the executor's thread: so the task may
-/// refer to the owner of this, except in the destructors of its variables.
+/// runs no further than to where it waits next. It is destroyed there, as a job of its executor;
+/// work that it has elsewhere is done before. Any thread. On the executor's own the task has no
+/// step under way, and so may refer to the owner of this, except in the destructors of its
+/// variables.
 class OwnedTask {
 public:
     OwnedTask() = default;
@@ -55,18 +39,20 @@ public:
     ~OwnedTask() { cancel(); }
 
     void cancel() { stop_.request_stop(); }
+    /// Whether it was started and not cancelled; also true of one that has come to its end.
+    bool isGoingOn() const { return stop_.stop_possible() && !stop_.stop_requested(); }
 
 private:
     std::stop_source stop_{std::nostopstate};
 };
 
 /// Starts `task` on `executor`, which must outlive it, and returns at once: the first step runs as
-/// a job of the executor, as every later one does. Any thread.
+/// a job of the executor, as every later one does. Nobody can cancel it. Any thread.
 ///
 /// The task lives as long as something is going to resume it: a queued job, a timer, an expected
 /// answer. When that is destroyed instead, the task is destroyed where it waits, without running
 /// on. An exception that leaves the task ends the program.
-TaskHandle spawn(Executor& executor, Task<void> task);
+void spawn(Executor& executor, Task<void> task);
 
 namespace detail {
 
@@ -83,6 +69,7 @@ public:
 
     std::suspend_always initial_suspend() const noexcept { return {}; }
     FinalAwaiter final_suspend() const noexcept { return {}; }
+    [[noreturn]] void unhandled_exception() const noexcept { std::terminate(); }
 
     RunningTask& task() const { return *task_; }
 
@@ -98,44 +85,31 @@ private:
 };
 
 template <typename T>
-class Promise final : public PromiseBase {
-public:
-    Task<T> get_return_object();
-    void return_value(T value) { value_.emplace(std::move(value)); }
-    void unhandled_exception() { failure_ = std::current_exception(); }
-    T takeResult() {
-        if (failure_) {
-            std::rethrow_exception(failure_);
-        }
-        return std::move(*value_);
-    }
+struct Returned {
+    std::optional<T> value;
 
-private:
-    std::optional<T> value_;
-    std::exception_ptr failure_;
+    void return_value(T returned) { value.emplace(std::move(returned)); }
+    T take() { return std::move(*value); }
 };
 
 template <>
-class Promise<void> final : public PromiseBase {
-public:
-    Task<void> get_return_object();
+struct Returned<void> {
     void return_void() const noexcept {}
-    void unhandled_exception() { failure_ = std::current_exception(); }
-    void takeResult() const {
-        if (failure_) {
-            std::rethrow_exception(failure_);
-        }
-    }
+    void take() const noexcept {}
+};
 
-private:
-    std::exception_ptr failure_;
+template <typename T>
+struct Promise final : PromiseBase, Returned<T> {
+    Task<T> get_return_object() {
+        return Task<T>(std::coroutine_handle<Promise>::from_promise(*this));
+    }
 };
 
 } // namespace detail
 
 /// A lazy coroutine: nothing of it runs until it is awaited or spawned. Awaiting it runs it as a
-/// part of the awaiting task: same executor, same cancellation. An exception that leaves it is
-/// thrown where it is awaited. Destroying it destroys the coroutine, wherever it waits.
+/// part of the awaiting task: same executor, same cancellation. An exception that leaves it ends
+/// the program. Destroying it destroys the coroutine, wherever it waits.
 ///
 /// Coroutines take their parameters by value and are never capturing lambdas: what a parameter
 /// refers to would be gone when the coroutine goes on.
@@ -153,28 +127,23 @@ public:
         }
     }
 
-    class Awaiter {
-    public:
-        explicit Awaiter(std::coroutine_handle<promise_type> coroutine)
-            : coroutine_(coroutine) {}
+    struct Awaiter {
+        std::coroutine_handle<promise_type> coroutine;
 
         bool await_ready() const noexcept { return false; }
         template <std::derived_from<detail::PromiseBase> Awaiting>
         std::coroutine_handle<> await_suspend(std::coroutine_handle<Awaiting> awaiting) const {
-            coroutine_.promise().attach(awaiting.promise().task(), awaiting);
-            return coroutine_;
+            coroutine.promise().attach(awaiting.promise().task(), awaiting);
+            return coroutine;
         }
-        T await_resume() const { return coroutine_.promise().takeResult(); }
-
-    private:
-        std::coroutine_handle<promise_type> coroutine_;
+        T await_resume() const { return coroutine.promise().take(); }
     };
 
-    Awaiter operator co_await() && { return Awaiter(coroutine_); }
+    Awaiter operator co_await() && { return {coroutine_}; }
 
 private:
     friend promise_type;
-    friend class detail::RunningTask;
+    friend struct detail::RunningTask;
     explicit Task(std::coroutine_handle<promise_type> coroutine)
         : coroutine_(coroutine) {}
 
@@ -183,36 +152,18 @@ private:
 
 namespace detail {
 
-template <typename T>
-Task<T> Promise<T>::get_return_object() {
-    return Task<T>(std::coroutine_handle<Promise>::from_promise(*this));
-}
-
-inline Task<void> Promise<void>::get_return_object() {
-    return Task<void>(std::coroutine_handle<Promise>::from_promise(*this));
-}
-
 /// A spawned task: the outermost coroutine with its executor and its cancellation. Owned by
 /// whatever will resume it, so that nothing has to be torn down by hand.
-class RunningTask final : public std::enable_shared_from_this<RunningTask> {
-public:
-    enum class Cancelled {
-        isTold, ///< goes on, to end by itself
-        ends,   ///< goes on no more
-    };
-    RunningTask(Executor& executor, Task<void> body, Cancelled cancelled);
+struct RunningTask final : std::enable_shared_from_this<RunningTask> {
+    RunningTask(Executor& executor, Task<void> body);
 
-    Executor& executor() const { return executor_; }
-    const std::stop_source& stop() const { return stop_; }
-    bool endsWhenCancelled() const { return cancelled_ == Cancelled::ends; }
-    void start();
-    void resume(std::coroutine_handle<> coroutine);
+    /// Queues the next step, which does not take place once the task was cancelled.
+    void post(std::coroutine_handle<> step);
+    void start() { post(body.coroutine_); }
 
-private:
-    Executor& executor_;
-    std::stop_source stop_;
-    Cancelled cancelled_;
-    Task<void> body_;
+    Executor& executor;
+    std::stop_source stop;
+    Task<void> body;
 };
 
 } // namespace detail

@@ -32,19 +32,9 @@ private:
 
 namespace detail {
 
-class CancellationQuery {
-public:
-    bool await_ready() const noexcept { return false; }
-    template <std::derived_from<PromiseBase> Promise>
-    bool await_suspend(std::coroutine_handle<Promise> coroutine) {
-        cancelled_ = coroutine.promise().task().stop().stop_requested();
-        return false; // goes on at once: only the promise was wanted
-    }
-    bool await_resume() const noexcept { return cancelled_; }
-
-private:
-    bool cancelled_ = false;
-};
+/// Runs on the thread that cancels. Holds a resumption weakly: whoever is to resume owns it, so a
+/// task of which that is dropped is not kept alive by its own cancellation.
+using OnCancel = std::stop_callback<std::function<void()>>;
 
 class WorkElsewhere {
 public:
@@ -61,12 +51,10 @@ public:
     template <std::derived_from<PromiseBase> Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) {
         // The job keeps the task, and with it this awaiter, alive until the work is done.
-        other_.post([this, stop = coroutine.promise().task().stop().get_token(),
+        other_.post([this, stop = coroutine.promise().task().stop.get_token(),
                      resumption = std::make_shared<Resumption>(coroutine)] {
             work_(stop);
-            if (resumption->claim()) {
-                resumption->resume();
-            }
+            resumption->resume();
         });
     }
     void await_resume() const noexcept {}
@@ -90,13 +78,18 @@ public:
     bool await_ready() const noexcept { return false; }
     template <std::derived_from<PromiseBase> Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) {
-        auto resumption = std::make_shared<Resumption>(coroutine);
-        if (const RunningTask& task = coroutine.promise().task(); task.endsWhenCancelled()) {
-            if (task.stop().stop_requested()) {
-                return; // without anybody who would resume it
-            }
-            onCancel_ = std::make_shared<OnCancel>(task.stop().get_token(), Cancel{resumption});
+        const std::stop_source& stop = coroutine.promise().task().stop;
+        if (stop.stop_requested()) {
+            return; // without anybody who would resume it
         }
+        auto resumption = std::make_shared<Resumption>(coroutine);
+        onCancel_ =
+            std::make_shared<OnCancel>(stop.get_token(), [weak = std::weak_ptr(resumption)] {
+                const auto pending = weak.lock();
+                if (pending && pending->claim()) {
+                    pending->resume();
+                }
+            });
         // Off this awaiter: the task may be destroyed inside the call, if it drops the answer.
         const Ask ask = std::move(ask_);
         ask([this, resumption = std::move(resumption)](T value) {
@@ -109,29 +102,12 @@ public:
     T await_resume() { return std::move(*answer_); }
 
 private:
-    /// Runs on the thread that cancels. Holds the resumption weakly: whoever answers owns it.
-    struct Cancel {
-        std::weak_ptr<Resumption> resumption;
-        void operator()() const {
-            const auto pending = resumption.lock();
-            if (pending && pending->claim()) {
-                pending->resume();
-            }
-        }
-    };
-
     Ask ask_;
     std::optional<T> answer_;
-    using OnCancel = std::stop_callback<Cancel>;
     std::shared_ptr<OnCancel> onCancel_; // shared, since GCC 12 copies what is awaited first
 };
 
 } // namespace detail
-
-/// `co_await currentTaskIsCancelled()`: whether the running task was cancelled; never suspends.
-inline detail::CancellationQuery currentTaskIsCancelled() {
-    return {};
-}
 
 // Named first: what takes a function has to be stored in a variable that is awaited then. A
 // capturing lambda that is a temporary of the awaiting expression itself is destroyed twice by
@@ -150,8 +126,8 @@ inline detail::WorkElsewhere runOn(Executor& other, std::function<void()> work) 
 
 /// `auto answer = answerOf<T>(ask); T value = co_await answer;`: calls `ask` with a function that
 /// takes the answer, and waits until that was called, from any thread; later calls are ignored.
-/// Cancelling ends the wait of an `OwnedTask` only. When every copy of the function is destroyed
-/// uncalled, the task is destroyed where it waits.
+/// Cancelling ends the wait. When every copy of the function is destroyed uncalled, the task is
+/// destroyed where it waits.
 template <typename T>
 detail::Answer<T> answerOf(typename detail::Answer<T>::Ask ask) {
     return detail::Answer<T>(std::move(ask));

@@ -2,7 +2,7 @@
 
 #include "base/text/Translatable.h"
 #include "model/memory/probes/MemoryBreakdown.h"
-#include "model/preferences/PollingLoop.h"
+#include "model/preferences/StoredPreferences.h"
 
 #include <algorithm>
 #include <limits>
@@ -15,21 +15,11 @@ MemoryWatcher::MemoryWatcher(Environment environment,
     : environment_(std::move(environment))
     , notificationManager_(std::move(notificationManager)) {}
 
-MemoryWatcher::~MemoryWatcher() {
-    if (periodicTask_) {
-        periodicTask_->cancel();
-    }
-}
-
 void MemoryWatcher::startPeriodicTask() {
     maxArrayLength_ = 100;
     readData();
 
-    if (periodicTask_) {
-        periodicTask_->cancel();
-    }
-    periodicTask_.reset();
-    isRunning_ = false;
+    periodicTask_.cancel();
 
     if (const auto physical = environment_.probes.getPhysicalMemory()) {
         physical_ = *physical;
@@ -39,14 +29,10 @@ void MemoryWatcher::startPeriodicTask() {
     updateSwapUsage();
     startScheduler();
 
-    isRunning_ = true;
-    periodicTask_ = spawn(environment_.mainThread, sample(shared_from_this(), ++run_));
+    periodicTask_ = OwnedTask(environment_.mainThread, sample(shared_from_this()));
 }
 
 void MemoryWatcher::startScheduler() {
-    if (schedulerWithCallback_) {
-        schedulerWithCallback_->cancel();
-    }
     const auto scheduler =
         std::make_shared<TaskScheduler>(environment_.schedulerThread, environment_.mainThread,
                                         environment_.clock, [self = shared_from_this()] {
@@ -56,15 +42,11 @@ void MemoryWatcher::startScheduler() {
     schedulerWithCallback_ = scheduler->start();
 }
 
-Task<void> MemoryWatcher::sample(Self self, std::uint64_t run) {
-    // By value, since the step of another model is a coroutine.
-    // NOLINTNEXTLINE(performance-unnecessary-value-param)
-    const auto step = +[](Self watcher) { watcher->performWork(); };
-    co_await repeatOnPollingInterval(self, step, &self->environment_.defaults,
-                                     &self->environment_.clock);
-    // A loop that was replaced ends only after its successor was started.
-    if (run == self->run_) {
-        self->isRunning_ = false;
+Task<void> MemoryWatcher::sample(Self self) {
+    for (;;) {
+        self->performWork();
+        co_await sleepFor(self->environment_.clock,
+                          pollingIntervalForLoops(self->environment_.defaults));
     }
 }
 

@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,9 +44,6 @@ public:
     /// Without a notification manager there are no alerts.
     MemoryWatcher(Environment environment,
                   std::shared_ptr<NotificationManager> notificationManager);
-    /// Cancels the sampling loop.
-    ~MemoryWatcher();
-
     /// Loads the history, reads physical memory and swap, and starts the swap scheduler and the
     /// sampling loop, both of which run until their executors or clock are destroyed. A second
     /// call loads the history again and replaces both loops.
@@ -90,12 +86,11 @@ public:
 
     // Not published.
     /// Whether the sampling loop is alive.
-    bool isRunning() const { return isRunning_; }
-    const std::optional<TaskHandle>& periodicTask() const { return periodicTask_; }
+    bool isRunning() const { return periodicTask_.isGoingOn(); }
 
 private:
     using Self = std::shared_ptr<MemoryWatcher>;
-    static Task<void> sample(Self self, std::uint64_t run);
+    static Task<void> sample(Self self);
     static Task<void> post(Self self, SwapAlert alert);
 
     void startScheduler();
@@ -118,12 +113,10 @@ private:
 
     std::uint64_t physical_ = 0;      // bytes; 0 while unknown
     std::int64_t maxArrayLength_ = 0; // of both histories; 0 before the start
-    std::optional<TaskHandle> periodicTask_;
-    bool isRunning_ = false;
-    std::uint64_t run_ = 0; // numbers the sampling loops
-    // A handle only: a shared pointer to the scheduler would be a cycle, since its callback holds
+    OwnedTask periodicTask_;
+    // Its task only: a shared pointer to the scheduler would be a cycle, since its callback holds
     // the watcher.
-    std::optional<TaskHandle> schedulerWithCallback_;
+    OwnedTask schedulerWithCallback_;
 };
 
 } // namespace tidewell

@@ -13,16 +13,12 @@ TaskScheduler::TaskScheduler(Executor& executor, Executor& mainThread, Continuou
     , clock_(clock)
     , callback_(std::move(callback)) {}
 
-TaskHandle TaskScheduler::start() {
-    return spawn(executor_, runLoop(shared_from_this()));
+OwnedTask TaskScheduler::start() {
+    return {executor_, runLoop(shared_from_this())};
 }
 
 Task<void> TaskScheduler::runLoop(Self self) {
     do {
-        const bool cancelled = co_await currentTaskIsCancelled();
-        if (cancelled) {
-            co_return;
-        }
         const Callback& callback = self->callback_;
         auto call = runOn(self->mainThread_, [&callback] {
             if (callback) {
@@ -31,11 +27,7 @@ Task<void> TaskScheduler::runLoop(Self self) {
         });
         co_await call;
 
-        const auto deadline = after(self->clock_.now(), executionInterval);
-        const SleepResult slept = co_await sleepUntil(self->clock_, deadline);
-        if (slept == SleepResult::cancelled) {
-            co_return;
-        }
+        co_await sleepFor(self->clock_, executionInterval);
     } while (repeating);
 }
 

@@ -30,9 +30,9 @@ public:
                   Callback callback);
 
     /// Starts a loop and returns at once. Meant to be called once: a second call starts a second
-    /// loop. It ends only by being cancelled: during the pause at once, during a call once the
-    /// callback has returned. Any thread.
-    TaskHandle start();
+    /// loop. It ends only by being cancelled, during the pause at once, during a call once the
+    /// callback has returned; or with its executors or its clock. Any thread.
+    [[nodiscard]] OwnedTask start();
 
 private:
     using Self = std::shared_ptr<TaskScheduler>;

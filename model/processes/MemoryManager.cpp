@@ -1,6 +1,6 @@
 #include "model/processes/MemoryManager.h"
 
-#include "model/preferences/PollingLoop.h"
+#include "model/preferences/StoredPreferences.h"
 
 #include <algorithm>
 #include <string>
@@ -11,17 +11,10 @@ namespace tidewell {
 MemoryManager::MemoryManager(Environment environment)
     : environment_(environment) {}
 
-MemoryManager::~MemoryManager() {
-    if (periodicTask_) {
-        periodicTask_->cancel();
-    }
-}
-
 void MemoryManager::startPeriodicTask() {
     stopPeriodicTask();
     logInfo("MemoryManager started", "startPeriodicTask()", __LINE__);
-    isRunning_ = true;
-    periodicTask_ = spawn(environment_.mainThread, survey(shared_from_this(), ++run_));
+    periodicTask_ = OwnedTask(environment_.mainThread, survey(shared_from_this()));
 }
 
 void MemoryManager::stopPeriodicTask() {
@@ -29,22 +22,16 @@ void MemoryManager::stopPeriodicTask() {
         logInfo("MemoryManager reset [" + std::to_string(allProcesses().size()) + "]",
                 "stopPeriodicTask()", __LINE__);
     }
-    if (periodicTask_) {
-        periodicTask_->cancel();
-    }
-    periodicTask_.reset();
+    periodicTask_.cancel();
     environment_.applications.rest();
     allProcesses_ = std::vector<DisplayContainer>();
-    isRunning_ = false;
 }
 
-Task<void> MemoryManager::survey(Self self, std::uint64_t run) {
-    co_await repeatOnPollingInterval<MemoryManager>(
-        self, &MemoryManager::getAllProcessesMemoryUsage, &self->environment_.defaults,
-        &self->environment_.clock);
-    // A loop that was replaced ends only after its successor was started.
-    if (run == self->run_) {
-        self->isRunning_ = false;
+Task<void> MemoryManager::survey(Self self) {
+    for (;;) {
+        co_await getAllProcessesMemoryUsage(self);
+        co_await sleepFor(self->environment_.clock,
+                          pollingIntervalForLoops(self->environment_.defaults));
     }
 }
 
@@ -54,10 +41,6 @@ Task<void> MemoryManager::getAllProcessesMemoryUsage() {
 
 Task<void> MemoryManager::getAllProcessesMemoryUsage(Self self) {
     ApplicationList applications = co_await self->environment_.applications.runningApplications();
-    const bool cancelled = co_await currentTaskIsCancelled();
-    if (cancelled) {
-        co_return;
-    }
 
     // Pointers are sorted, which are moved faster than rows.
     std::vector<RunningApplication*> readable;

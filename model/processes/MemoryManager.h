@@ -8,9 +8,7 @@
 #include "model/processes/ApplicationSource.h"
 #include "model/processes/DisplayContainer.h"
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace tidewell {
@@ -32,8 +30,6 @@ public:
     };
 
     explicit MemoryManager(Environment environment);
-    /// Cancels the loop.
-    ~MemoryManager();
 
     /// Stops as `stopPeriodicTask()` does, then starts the loop, whose first survey begins at
     /// once.
@@ -50,22 +46,19 @@ public:
     /// The last complete survey. Published, once for each survey.
     const std::vector<DisplayContainer>& allProcesses() const { return allProcesses_.get(); }
 
-    /// Whether the loop is alive. Not published, as the next.
-    bool isRunning() const { return isRunning_; }
-    const std::optional<TaskHandle>& periodicTask() const { return periodicTask_; }
+    /// Whether the loop is alive. Not published.
+    bool isRunning() const { return periodicTask_.isGoingOn(); }
 
 private:
     using Self = std::shared_ptr<MemoryManager>;
-    static Task<void> survey(Self self, std::uint64_t run);
+    static Task<void> survey(Self self);
     static Task<void> getAllProcessesMemoryUsage(Self self);
 
     void logInfo(std::string_view message, std::string_view function, std::int64_t line) const;
 
     Environment environment_;
     Published<std::vector<DisplayContainer>> allProcesses_{*this};
-    bool isRunning_ = false;
-    std::optional<TaskHandle> periodicTask_;
-    std::uint64_t run_ = 0; // numbers the loops
+    OwnedTask periodicTask_;
 };
 
 } // namespace tidewell

@@ -53,7 +53,7 @@ Task<void> SparkleModel::checkPeriodically(std::weak_ptr<SPUUpdater> updater, do
         if (const auto present = updater.lock()) { // must not be kept: its delegate may go
             present->checkForUpdateInformation();
         }
-        co_await sleepUntil(*clock, after(clock->now(), pause));
+        co_await sleepFor(*clock, pause);
     }
 }
 

@@ -24,7 +24,7 @@ protected:
 };
 
 TEST_F(TaskSchedulerTest, CallsOnTheMainThreadAndSixtySecondsAfterEachCallReturned) {
-    make()->start();
+    const OwnedTask loop = make()->start();
     worker.drain();
     clock.advance(7);
     worker.drain();
