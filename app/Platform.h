@@ -40,9 +40,10 @@ private:
     SerialExecutor schedulerThread_;
     SerialExecutor surveyThread_;
     DesktopNotificationCenter notificationCenter_;
-    DesktopAppearance appearance_{sessionBus_, desktop_};
+    LocalSettings localSettings_{desktop_};
+    DesktopAppearance appearance_{sessionBus_, desktop_, localSettings_};
     StatusItemPlace itemPlace_{placeSources(desktop_.split(u':'))};
-    DesktopLook look_{sessionBus_};
+    DesktopLook look_{sessionBus_, localSettings_.look()};
     LinuxApplicationSource applications_;
     AutostartLoginItem loginItem_;
 };

@@ -23,22 +23,16 @@ bool hasDarkBar(const QString& desktops) {
            !names.contains(QStringLiteral("GNOME-Flashback"));
 }
 
-/// By the theme's name: "Greybird-dark" is dark; "Greybird" is light, and so is "Arc-Darker", which
-/// has dark title bars only.
-Appearance themeAppearance(const QString& name) {
-    const qsizetype found = name.indexOf(QLatin1String("dark"), 0, Qt::CaseInsensitive);
-    const bool isDark =
-        found >= 0 && !name.mid(found + 4).startsWith(QLatin1String("er"), Qt::CaseInsensitive);
-    return isDark ? Appearance::dark : Appearance::light;
-}
-
 } // namespace
 
-DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& desktops)
+DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& desktops,
+                                     LocalSettings& local)
     : bus_(bus)
+    , local_(local)
     , portalOwner_(portalSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
     , xfceOwner_(xfceSettings.name, bus, QDBusServiceWatcher::WatchForRegistration)
-    , hasDarkBar_(hasDarkBar(desktops)) {
+    , hasDarkBar_(hasDarkBar(desktops))
+    , localChanged_(local.didChange([this] { decide(); })) {
     qGuiApp->installEventFilter(this);
     decide();
     if (!bus_.isConnected()) {
@@ -85,10 +79,8 @@ void DesktopAppearance::askPortal() {
 }
 
 void DesktopAppearance::askXfce() {
-    ask(xfceSettings, xfceSession, xfceTheme, [this](const QVariant& value) {
-        const QString name = value.toString();
-        xfceTheme_ = name.isEmpty() ? std::nullopt : std::optional(themeAppearance(name));
-    });
+    ask(xfceSettings, xfceSession, xfceTheme,
+        [this](const QVariant& value) { xfceTheme_ = themeAppearance(value.toString()); });
     ask(xfceSettings, xfcePanel, xfcePanelDark,
         [this](const QVariant& value) { isXfcePanelDark_ = value.toBool(); });
 }
@@ -103,8 +95,9 @@ void DesktopAppearance::ask(const SettingsService& service, const QString& group
 }
 
 void DesktopAppearance::decide() {
-    const Appearance fallback = xfceTheme_ ? *xfceTheme_ : appearanceOf(QGuiApplication::palette());
-    const Appearance desktop = portal_.value_or(fallback);
+    const Appearance local =
+        local_.look().appearance.value_or(appearanceOf(QGuiApplication::palette()));
+    const Appearance desktop = portal_.value_or(xfceTheme_.value_or(local));
     // Xfce's panel follows the theme, whatever the portal says.
     const Appearance statusArea =
         hasDarkBar_ || isXfcePanelDark_ ? Appearance::dark : xfceTheme_.value_or(desktop);

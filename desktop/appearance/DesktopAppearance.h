@@ -2,6 +2,7 @@
 
 #include "base/observable/ObserverList.h"
 #include "base/values/Colour.h"
+#include "desktop/appearance/LocalSettings.h"
 #include "desktop/appearance/SettingsService.h"
 
 #include <QDBusServiceWatcher>
@@ -11,14 +12,16 @@
 namespace tidewell {
 
 /// Whether the desktop is light or dark, followed live: by the settings portal's colour scheme,
-/// else by the name of Xfce's theme, else by the application's QPalette, which is known at once.
+/// else by the name of Xfce's theme, else by `LocalSettings`, else by the application's QPalette.
+/// The last two are known at once.
 /// The program therefore sets palettes on its windows only, never on the application. Main thread.
 class DesktopAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    /// `desktops` is the value of XDG_CURRENT_DESKTOP. After the application object.
-    DesktopAppearance(const QDBusConnection& bus, const QString& desktops);
+    /// `desktops` is the value of XDG_CURRENT_DESKTOP; `local` must outlive this. After the
+    /// application object.
+    DesktopAppearance(const QDBusConnection& bus, const QString& desktops, LocalSettings& local);
 
     /// Of windows.
     Appearance desktop() const { return desktop_; }
@@ -41,6 +44,7 @@ private:
     void decide();
 
     QDBusConnection bus_;
+    const LocalSettings& local_;
     QDBusServiceWatcher portalOwner_;
     QDBusServiceWatcher xfceOwner_;
     bool hasDarkBar_;
@@ -50,6 +54,7 @@ private:
     Appearance desktop_ = Appearance::light;
     Appearance statusArea_ = Appearance::light;
     ObserverList<> observers_;
+    Subscription localChanged_;
 };
 
 } // namespace tidewell

@@ -43,9 +43,13 @@ bool isValue(const QVariant& value, const QVariant& expected) {
 
 } // namespace
 
-DesktopLook::DesktopLook(const QDBusConnection& bus) {
-    useInstalledIconThemes();
+DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& local)
+    : animationsAreWanted_(local.animations.value_or(true)) {
+    useCompleteIconTheme();
     // Portals tell GNOME's settings on other desktops, too: those of the desktop itself prevail.
+    constexpr std::size_t rowsOfGnome = 2;
+    takeFont(local.font, rowsOfGnome);
+    takeIcons(local.iconTheme, rowsOfGnome);
     using enum Setting::Meaning;
     const std::array settings{
         Setting{portalSettings, "org.gnome.desktop.interface", "font-name", font, {}},
@@ -72,22 +76,29 @@ DesktopLook::DesktopLook(const QDBusConnection& bus) {
 void DesktopLook::take(const Setting& setting, std::size_t row, const QVariant& value) {
     switch (setting.meaning) {
     case Setting::Meaning::font:
-        if (const QString family = installedFamily(value.toString());
-            row >= fontRow_ && !family.isEmpty()) {
-            fontRow_ = row;
-            QFont font = QApplication::font();
-            font.setFamily(family);
-            QApplication::setFont(font);
-        }
+        takeFont(value.toString(), row);
         break;
     case Setting::Meaning::icons:
-        if (row >= iconsRow_ && useIconTheme(value.toString())) {
-            iconsRow_ = row;
-        }
+        takeIcons(value.toString(), row);
         break;
     case Setting::Meaning::noAnimations:
         animationsAreWanted_ = animationsAreWanted_ && !isValue(value, setting.denial);
         break;
+    }
+}
+
+void DesktopLook::takeFont(const QString& font, std::size_t row) {
+    if (const QString family = installedFamily(font); row >= fontRow_ && !family.isEmpty()) {
+        fontRow_ = row;
+        QFont changed = QApplication::font();
+        changed.setFamily(family);
+        QApplication::setFont(changed);
+    }
+}
+
+void DesktopLook::takeIcons(const QString& theme, std::size_t row) {
+    if (row >= iconsRow_ && useIconTheme(theme)) {
+        iconsRow_ = row;
     }
 }
 

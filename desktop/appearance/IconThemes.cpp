@@ -2,8 +2,6 @@
 
 #include <QFile>
 #include <QIcon>
-#include <QSettings>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -19,15 +17,6 @@ bool isInstalled(const QString& theme) {
     });
 }
 
-/// From GTK's settings, which most desktops write.
-QString configuredTheme() {
-    const QString file = QStandardPaths::locate(QStandardPaths::GenericConfigLocation,
-                                                QStringLiteral("gtk-3.0/settings.ini"));
-    return QSettings(file, QSettings::IniFormat)
-        .value(QStringLiteral("Settings/gtk-icon-theme-name"))
-        .toString();
-}
-
 } // namespace
 
 bool useIconTheme(const QString& name) {
@@ -38,8 +27,7 @@ bool useIconTheme(const QString& name) {
     return isUsable;
 }
 
-void useInstalledIconThemes() {
-    useIconTheme(configuredTheme());
+void useCompleteIconTheme() {
     const std::array complete{QStringLiteral("Adwaita"),    QStringLiteral("breeze"),
                               QStringLiteral("Papirus"),    QStringLiteral("Yaru"),
                               QStringLiteral("elementary"), QStringLiteral("gnome")};

@@ -9,8 +9,7 @@ namespace tidewell {
 /// Uses the theme of that name, if it is installed; says whether it is.
 bool useIconTheme(const QString& name);
 
-/// Uses the theme that GTK's settings file names, and a complete one that is installed for the
-/// icons which a theme lacks.
-void useInstalledIconThemes();
+/// Uses a complete theme that is installed for the icons which the other one lacks.
+void useCompleteIconTheme();
 
 } // namespace tidewell

@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 namespace tidewell::x11 {
 
@@ -62,6 +61,22 @@ xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection) 
     const auto request = xcb_get_selection_owner(connection, selection);
     const auto reply = owned(xcb_get_selection_owner_reply(connection, request, nullptr));
     return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::vector<std::uint8_t> property(xcb_window_t window, xcb_atom_t name) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr || window == XCB_WINDOW_NONE) {
+        return {};
+    }
+    constexpr std::uint32_t mostWords = 16384;
+    const auto request =
+        xcb_get_property(server, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, mostWords);
+    const auto reply = owned(xcb_get_property_reply(server, request, nullptr));
+    if (!reply) {
+        return {};
+    }
+    const auto* const bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
+    return {bytes, bytes + xcb_get_property_value_length(reply.get())};
 }
 
 int screenNumber() {

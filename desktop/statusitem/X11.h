@@ -2,8 +2,10 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QWidget;
 
@@ -24,6 +26,9 @@ xcb_atom_t atom(xcb_connection_t* connection, const std::string& name);
 
 /// The owner of a selection; XCB_WINDOW_NONE without one.
 xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection);
+
+/// The bytes of a window's property, 65,536 at most; none where either is missing.
+std::vector<std::uint8_t> property(xcb_window_t window, xcb_atom_t name);
 
 /// The X screen of `DISPLAY`, the n of selections such as _NET_WM_CM_Sn.
 int screenNumber();

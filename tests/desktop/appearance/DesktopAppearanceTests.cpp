@@ -49,12 +49,13 @@ protected:
     const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
     const QString xfcePath = u"/org/xfce/Xfconf"_s;
     QVariantMap values;
+    LocalSettings local{{}};
     std::optional<FakeService> portal;
     std::optional<FakeService> xfce;
 };
 
 TEST_F(DesktopSettings, GiveAppearanceByThePortalThenXfcesThemeThenThePalette) {
-    DesktopAppearance appearance(bus.connect(), u"XFCE"_s);
+    DesktopAppearance appearance(bus.connect(), u"XFCE"_s, local);
     Both told = both(appearance);
     EXPECT_EQ(told, Both(light, light)) << "the palette answers at once";
     const auto subscription = appearance.didChange([&] {
@@ -87,7 +88,7 @@ TEST_F(DesktopSettings, TellGnomesDarkBarFromThoseOfItsRelatives) {
     for (const auto& [desktops, area] :
          {std::pair(u"ubuntu:GNOME"_s, dark), std::pair(u"KDE"_s, light),
           std::pair(u"Budgie:GNOME"_s, light), std::pair(u"GNOME-Flashback:GNOME"_s, light)}) {
-        EXPECT_EQ(both(DesktopAppearance(noBus, desktops)), Both(light, area))
+        EXPECT_EQ(both(DesktopAppearance(noBus, desktops, local)), Both(light, area))
             << desktops.toStdString();
     }
 }
@@ -99,7 +100,7 @@ TEST_F(DesktopSettings, WantAnimationsUnlessOneSaysNo) {
                                      {u"AnimationDurationFactor"_s, u"0"_s},
                                      {u"/Gtk/EnableAnimations"_s, false}}) {
         values = {{key, value}};
-        const DesktopLook look(bus.connect());
+        const DesktopLook look(bus.connect(), {});
         EXPECT_TRUE(look.animationsAreWanted()) << "not known yet";
         EXPECT_TRUE(comesTrue([&] { return !look.animationsAreWanted(); })) << key.toStdString();
     }
@@ -114,7 +115,7 @@ TEST_F(DesktopSettings, GiveTheFontFamilyAndTheDesktopsOwnBeforeGnomes) {
                                      {u"/Gtk/FontName"_s, family + u' ' + family + u", 10"_s}}) {
         QApplication::setFont(QFont(u"None such"_s, 7));
         values = {{u"font-name"_s, u"Not Installed 10"_s}, {key, value}};
-        const DesktopLook look(bus.connect());
+        const DesktopLook look(bus.connect(), {});
         EXPECT_TRUE(comesTrue([&] { return QApplication::font().family() == family; }))
             << key.toStdString() << ": " << family.toStdString() << " is not "
             << QApplication::font().family().toStdString();

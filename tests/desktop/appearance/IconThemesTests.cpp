@@ -1,5 +1,4 @@
 #include "desktop/appearance/IconThemes.h"
-#include "tests/fakes/ScopedEnvironment.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 #include <QIcon>
@@ -11,19 +10,16 @@ namespace {
 
 TEST(IconThemes, AreTheInstalledOnesThatAreChosenAndACompleteOneBehindThem) {
     const TemporaryFolder folder;
-    for (const char* file : {"Chosen/index.theme", "breeze/index.theme", "gtk-3.0/settings.ini"}) {
+    for (const char* file : {"Chosen/index.theme", "breeze/index.theme"}) {
         create_directories((folder.path() / file).parent_path());
-        writeText(folder.path() / file, "[Settings]\ngtk-icon-theme-name=Chosen\n");
+        writeText(folder.path() / file, {});
     }
-    const ScopedEnvironment environment({{"XDG_CONFIG_HOME", folder.path().string()}});
     QIcon::setThemeSearchPaths({QString::fromStdString(folder.path())});
-    useInstalledIconThemes();
-    EXPECT_EQ(QIcon::themeName().toStdString(), "Chosen");
+    useCompleteIconTheme();
+    EXPECT_EQ(QIcon::fallbackThemeName().toStdString(), "breeze");
+    EXPECT_TRUE(useIconTheme(QStringLiteral("Chosen")));
     EXPECT_FALSE(useIconTheme(QStringLiteral("missing")));
     EXPECT_EQ(QIcon::themeName().toStdString(), "Chosen");
-    EXPECT_TRUE(useIconTheme(QStringLiteral("breeze")));
-    EXPECT_EQ(QIcon::themeName().toStdString(), "breeze");
-    EXPECT_EQ(QIcon::fallbackThemeName().toStdString(), "breeze");
 }
 
 } // namespace

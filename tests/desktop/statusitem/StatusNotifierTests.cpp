@@ -34,7 +34,8 @@ protected:
     StatusItemPlace place{{{}, HostCoordinates::native}, [] {
                               return std::vector{ScreenArea{{0, 0, 1280, 900}, {0, 0, 1280, 856}}};
                           }};
-    DesktopAppearance appearance{noBus, {}};
+    LocalSettings local{{}};
+    DesktopAppearance appearance{noBus, {}, local};
     StatusNotifierHost notifierHost{connection, log};
     StatusNotifierStatusItem item{connection,
                                   notifierHost,
