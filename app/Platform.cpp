@@ -5,6 +5,8 @@
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/RunningProgram.h"
 #include "desktop/notifications/NotificationSettingsPrograms.h"
+#include "desktop/session/AutostartLoginItem.h"
+#include "desktop/session/PortalLoginItem.h"
 #include "desktop/statusitem/DesktopStatusItem.h"
 
 #include <QDesktopServices>
@@ -22,8 +24,16 @@ Platform::Platform(const Bundle& bundle, Log& log,
           sessionBus_, clock_, QString::fromStdString(applicationName(bundle)),
           permissionRecordsOfThisSession(QString::fromStdString(bundleIdentifier(bundle))), {})
     , applications_(LinuxApplicationSource::usualSettings(), surveyThread_, log)
-    , loginItem_(autostartFolder(), bundleIdentifier(bundle), applicationName(bundle),
-                 installedProgram()) {}
+    , loginItem_(makeLoginItem()) {}
+
+std::unique_ptr<LoginItem> Platform::makeLoginItem() const {
+    if (sandbox_.isThere()) {
+        return std::make_unique<PortalLoginItem>(sessionBus_,
+                                                 QStringList{QStringLiteral("tidewell")});
+    }
+    return std::make_unique<AutostartLoginItem>(autostartFolder(), bundleIdentifier(bundle_),
+                                                applicationName(bundle_), installedProgram());
+}
 
 ApplicationEnvironment Platform::environment() {
     const auto animationsAreWanted = [this] { return look_.animationsAreWanted(); };
@@ -37,7 +47,7 @@ ApplicationEnvironment Platform::environment() {
         .probes = probes_,
         .applications = applications_,
         .notificationCenter = notificationCenter_,
-        .loginItem = loginItem_,
+        .loginItem = *loginItem_,
         .appearance = appearance_,
         .itemPlace = itemPlace_,
         .makeStatusItem =
@@ -54,6 +64,7 @@ ApplicationEnvironment Platform::environment() {
                                        .restart = restart_}),
         .openNotificationSettings = [this] { return openNotificationSettings(desktop_); },
         .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
+        .processesAreHidden = sandbox_.hidesProcesses(),
         .animationsAreWanted = animationsAreWanted,
     };
 }

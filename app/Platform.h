@@ -5,8 +5,8 @@
 #include "desktop/appearance/DesktopLook.h"
 #include "desktop/files/FileUserDefaults.h"
 #include "desktop/notifications/DesktopNotificationCenter.h"
-#include "desktop/session/AutostartLoginItem.h"
 #include "desktop/session/MainThread.h"
+#include "desktop/session/Sandbox.h"
 #include "model/memory/probes/linux/LinuxProbes.h"
 #include "model/processes/linux/LinuxApplicationSource.h"
 
@@ -27,6 +27,8 @@ public:
     ApplicationEnvironment environment();
 
 private:
+    std::unique_ptr<LoginItem> makeLoginItem() const;
+
     const Bundle& bundle_;
     Log& log_;
     std::function<void(const QString& program)> restart_;
@@ -45,7 +47,8 @@ private:
     StatusItemPlace itemPlace_{placeSources(desktop_.split(u':'))};
     DesktopLook look_{sessionBus_, localSettings_.look()};
     LinuxApplicationSource applications_;
-    AutostartLoginItem loginItem_;
+    Sandbox sandbox_{"/"};
+    std::unique_ptr<LoginItem> loginItem_;
 };
 
 } // namespace tidewell

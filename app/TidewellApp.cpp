@@ -140,6 +140,7 @@ std::unique_ptr<QWidget> TidewellApp::makeAppMemory() {
         .defaults = environment_.defaults,
         .dismissWindow = [this] { windows_.dismissWindow(SceneIdentifier::appMemory); },
         .panelWidth = panelWidth,
+        .processesAreHidden = environment_.processesAreHidden,
     });
 }
 

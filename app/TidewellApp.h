@@ -42,6 +42,7 @@ struct ApplicationEnvironment {
     /// Opens the desktop's notification settings; false where it has none.
     std::function<bool()> openNotificationSettings;
     std::function<void(const QUrl& url)> openUrl;
+    bool processesAreHidden; ///< a sandbox keeps other programs out of sight
     /// Whether the user wants things to move.
     std::function<bool()> animationsAreWanted;
 };

@@ -56,7 +56,8 @@ bool hasOtherDisplay() {
 int answerArguments(int argc, char** argv, const Bundle& bundle) {
     const std::string_view argument = argv[1];
     if (argc == 2 && argument == "--version") {
-        std::printf("%s %s\n", applicationName(bundle).c_str(), version(bundle).c_str());
+        std::printf("%s %s (%s)\n", applicationName(bundle).c_str(), version(bundle).c_str(),
+                    buildNumber(bundle).c_str());
         return EXIT_SUCCESS;
     }
     if (argc == 2 && argument == "--help") {

@@ -7,10 +7,12 @@
 #include "base/text/IntegerText.h"
 #include "base/values/LevelColours.h"
 #include "model/preferences/StoredPreferences.h"
+#include "ui/Labels.h"
 #include "ui/TitledBox.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPointer>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -23,6 +25,7 @@ namespace {
 
 constexpr int listWidth = 380;
 constexpr int listHeight = 350;
+constexpr int noteMargin = 28;
 
 QList<QRect> screens() {
     QList<QRect> places;
@@ -36,8 +39,8 @@ QList<QRect> screens() {
 
 AppMemoryView::AppMemoryView(Environment environment)
     : environment_(std::move(environment))
-    , list_(new ShowItemList(ShowItemList::Kind::processes))
-    , box_(new TitledBox({}, list_))
+    , content_(makeContent())
+    , box_(new TitledBox({}, content_))
     , positionReader_(new WindowAndPositionReader(
           [view = QPointer<AppMemoryView>(this)](QWidget* window) {
               if (view && window != nullptr) {
@@ -45,15 +48,30 @@ AppMemoryView::AppMemoryView(Environment environment)
               }
           },
           [](QPointF) {}, this)) {
-    list_->setAccessibleName(tr("Processes"));
-    list_->setFixedSize(listWidth, listHeight);
-    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    content_->setFixedSize(listWidth, listHeight);
     box_->setContentMargins({});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(box_, 0, Qt::AlignHCenter | Qt::AlignTop);
-    setFocusProxy(list_);
+    setFocusProxy(content_);
     watching_ = environment_.memoryManager->objectWillChange([this] { later_.schedule(); });
+}
+
+QWidget* AppMemoryView::makeContent() {
+    if (environment_.processesAreHidden) {
+        auto* const note =
+            makeSecondaryLabel(tr("A sandbox hides the other programs from this one. Installed "
+                                  "without a sandbox, it shows their memory here."),
+                               TextStyle::body);
+        note->setWordWrap(true);
+        note->setMargin(noteMargin);
+        note->setFocusPolicy(Qt::StrongFocus);
+        return note;
+    }
+    list_ = new ShowItemList(ShowItemList::Kind::processes);
+    list_->setAccessibleName(tr("Processes"));
+    list_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return list_;
 }
 
 void AppMemoryView::place(QWidget* window) const {
@@ -66,8 +84,10 @@ void AppMemoryView::place(QWidget* window) const {
 void AppMemoryView::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         place(window()); // before it is to be seen, so that it does not jump
-        list_->setFocus();
-        environment_.memoryManager->startPeriodicTask();
+        content_->setFocus();
+        if (list_ != nullptr) {
+            environment_.memoryManager->startPeriodicTask();
+        }
         refresh();
     }
     QWidget::showEvent(event);
@@ -101,6 +121,10 @@ void AppMemoryView::resizeEvent(QResizeEvent* event) {
 }
 
 void AppMemoryView::refresh() {
+    if (list_ == nullptr) {
+        box_->setTitle(tr("Processes"));
+        return;
+    }
     const auto& processes = environment_.memoryManager->allProcesses();
     box_->setTitle(tr("Processes Real Mem [%1]")
                        .arg(QString::fromStdString(integerText(std::ssize(processes)))));

@@ -30,6 +30,8 @@ public:
         const UserDefaults& defaults;                       ///< knows where the panel is
         std::function<void()> dismissWindow;
         double panelWidth; ///< points
+        /// Other programs' processes are out of sight: that is said in the place of the list.
+        bool processesAreHidden = false;
     };
 
     explicit AppMemoryView(Environment environment);
@@ -42,12 +44,14 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QWidget* makeContent();
     void place(QWidget* window) const;
     void refresh();
 
     Environment environment_;
     // Owned by the view.
-    ShowItemList* list_;
+    ShowItemList* list_ = nullptr; ///< null where processes are hidden
+    QWidget* content_;
     TitledBox* box_;
     QWidget* positionReader_;
     LaterRefresh later_{*this, [this] { refresh(); }};

@@ -20,8 +20,8 @@ public:
 
     HostState state() const override { return state_; }
 
-    /// Registers the item that owns the bus name `item`. A refusal is logged, and the host counts
-    /// as absent until the service has another owner.
+    /// Registers the item at the bus name `item`, a unique one or not. A refusal is logged, and the
+    /// host counts as absent until the service has another owner.
     void registerItem(const QString& item);
 
 private:

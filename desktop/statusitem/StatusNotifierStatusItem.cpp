@@ -40,6 +40,7 @@ struct NotifierTooltip { // (sa(iiay)ss)
 namespace {
 
 constexpr std::chrono::seconds untilRead{1};
+constexpr std::chrono::hours timeout{24}; // nothing waits for a hung bus
 
 NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance, int size) {
     const auto image = symbolImage(content.symbolName, content.colour.in(appearance), size, 1);
@@ -213,9 +214,14 @@ void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
     if (!isRegistered_) { // not before there is content: hosts read it at once
         isRegistered_ = true;
         constexpr uint doNotQueue = 4;
-        bus_.send(busCall(QStringLiteral("RequestName")) << service_ << doNotQueue);
-        host_.registerItem(service_);
-        adaptor_->showLabelSoon();
+        callService(bus_, busCall(QStringLiteral("RequestName")) << service_ << doNotQueue, timeout,
+                    object_, [this](const QDBusMessage& reply) {
+                        // A sandbox's bus refuses such names. Watchers take the unique one as well.
+                        constexpr uint nowOwner = 1;
+                        const bool isOurs = reply.arguments().value(0).toUInt() == nowOwner;
+                        host_.registerItem(isOurs ? service_ : bus_.baseService());
+                        adaptor_->showLabelSoon();
+                    });
     }
 }
 

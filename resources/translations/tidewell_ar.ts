@@ -379,6 +379,10 @@
         <source>Processes Real Mem [%1]</source>
         <translation>الذاكرة الفعلية للعمليات [%1]</translation>
     </message>
+    <message>
+        <source>A sandbox hides the other programs from this one. Installed without a sandbox, it shows their memory here.</source>
+        <translation>يخفي الصندوق الرملي البرامج الأخرى عن هذا البرنامج. عند تثبيته خارج الصندوق الرملي، يعرض ذاكرتها هنا.</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::BarChart</name>

@@ -379,6 +379,10 @@
         <source>Processes Real Mem [%1]</source>
         <translation>Speicher der Prozesse [%1]</translation>
     </message>
+    <message>
+        <source>A sandbox hides the other programs from this one. Installed without a sandbox, it shows their memory here.</source>
+        <translation>Eine Sandbox verbirgt die anderen Programme vor diesem. Ohne Sandbox installiert, zeigt es hier, wie viel Speicher sie belegen.</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::BarChart</name>

@@ -379,6 +379,10 @@
         <source>Processes Real Mem [%1]</source>
         <translation>Memoria real de los procesos [%1]</translation>
     </message>
+    <message>
+        <source>A sandbox hides the other programs from this one. Installed without a sandbox, it shows their memory here.</source>
+        <translation>Un entorno aislado oculta los demás programas a este. Instalado fuera de él, muestra aquí su memoria.</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::BarChart</name>

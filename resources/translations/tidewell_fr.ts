@@ -379,6 +379,10 @@
         <source>Processes Real Mem [%1]</source>
         <translation>Mémoire réelle des processus [%1]</translation>
     </message>
+    <message>
+        <source>A sandbox hides the other programs from this one. Installed without a sandbox, it shows their memory here.</source>
+        <translation>Un bac à sable cache les autres programmes à celui-ci. Installé sans bac à sable, il affiche ici leur mémoire.</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::BarChart</name>

@@ -379,6 +379,10 @@
         <source>Processes Real Mem [%1]</source>
         <translation>プロセスの実メモリ [%1]</translation>
     </message>
+    <message>
+        <source>A sandbox hides the other programs from this one. Installed without a sandbox, it shows their memory here.</source>
+        <translation>サンドボックスにより、ほかのプログラムはこのプログラムから見えません。サンドボックスなしでインストールすると、それらのメモリがここに表示されます。</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::BarChart</name>

@@ -59,6 +59,8 @@ public:
         daemon_.waitForFinished();
     }
 
+    const QString& address() const { return address_; }
+
     /// A connection of its own, as another program's would be.
     QDBusConnection connect() {
         static int count = 0;

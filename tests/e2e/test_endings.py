@@ -69,7 +69,7 @@ class NoDisplay(DesktopCase):
 class Arguments(unittest.TestCase):
     def test_are_refused_but_two(self):
         for arguments, status, line in (
-                (["--version"], 0, r"Tidewell \d+\.\d+"), (["--help"], 0, "Usage: "),
+                (["--version"], 0, r"Tidewell \d+\.\d+.* \(\d+\)$"), (["--help"], 0, "Usage: "),
                 (["--panel"], 2, "tidewell: .*--panel"), ([""], 2, "tidewell: "),
                 (["--help", "more"], 2, "tidewell: "), (["-style", "x"], 2, "tidewell: ")):
             with self.subTest(arguments):

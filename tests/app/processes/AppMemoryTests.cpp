@@ -7,6 +7,7 @@
 #include "ui/TitledBox.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -92,6 +93,17 @@ TEST_F(WatcherSurroundings, TheProcessWindowCountsItsRowsAndRemarksOnWhoIsInSwap
     EXPECT_EQ(list->row(1).remark().toStdString(), "");
     view.hide();
     EXPECT_FALSE(manager->isRunning());
+
+    AppMemoryView inSandbox({.memoryManager = manager,
+                             .memoryWatcher = watcher,
+                             .defaults = defaults,
+                             .dismissWindow = [] {},
+                             .panelWidth = 350,
+                             .processesAreHidden = true});
+    inSandbox.show();
+    EXPECT_FALSE(manager->isRunning());
+    EXPECT_EQ(inSandbox.findChild<ShowItemList*>(), nullptr);
+    EXPECT_TRUE(inSandbox.findChild<QLabel*>()->text().contains(QLatin1String("sandbox")));
 }
 
 } // namespace
