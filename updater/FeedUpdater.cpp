@@ -112,6 +112,10 @@ Result<> FeedUpdater::startUpdater() {
     if (hasUnverified(environment_.downloadFolder)) {
         files_.post([folder = environment_.downloadFolder] { removeUnverified(folder); });
     }
+    if (const QString left = interruptedReplacement(environment_.appImage);
+        installation_.isAppImage && !left.isEmpty()) {
+        files_.post([left] { QFile::remove(left); });
+    }
     setCanCheck();
     return {};
 }

@@ -327,13 +327,17 @@ TEST_F(FeedUpdaterTest, TouchesNothingOutsideOfTheFolderThatItDownloadsInto) {
 
     fs::create_symlink(precious / "letter", fs::path(downloads) / "Tidewell-1.10.AppImage");
     writeText(fs::path(downloads) / ".unverified", "of a program that was killed");
+    const auto replacement = folder.write(".Tidewell.AppImage.new", "of the same");
     startUpdater();
-    EXPECT_TRUE(comesTrue([this] { return !downloaded().contains(u".unverified"_s); }));
+    EXPECT_TRUE(comesTrue(
+        [&] { return !downloaded().contains(u".unverified"_s) && !fs::exists(replacement); }));
+    folder.write(".Tidewell.AppImage.new", "of another that was killed meanwhile");
     find();
     press("Install");
     ASSERT_TRUE(shows("is installed"));
     EXPECT_EQ(readText(appImage), content);
     EXPECT_TRUE(downloaded().isEmpty());
+    EXPECT_FALSE(fs::exists(replacement));
     EXPECT_EQ(readText(precious / "letter"), "dear");
     press("Later");
 

@@ -4,7 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
+#include <QScopeGuard>
 
 #include <cerrno>
 #include <cstdio>
@@ -72,6 +72,11 @@ bool isAppImage(QIODevice& file) {
            start.endsWith("AI\x02") && start.size() == length;
 }
 
+/// What the new file is called until it takes the place of the old one.
+QString replacementOf(const QFileInfo& place) {
+    return place.path() + QStringLiteral("/.") + place.fileName() + QStringLiteral(".new");
+}
+
 } // namespace
 
 QString fileNameOf(const AppcastItem& item) {
@@ -112,13 +117,16 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
         return failure((QStringLiteral("%1 is no file").arg(appImage)).toStdString(),
                        UpdateProblem::cannotReplace);
     }
-    QTemporaryFile replacement(place.path() + QStringLiteral("/.tidewell-XXXXXX"));
-    if (!replacement.open()) {
-        return failure(replacement.errorString().toStdString(), UpdateProblem::cannotReplace);
-    }
+    QFile replacement(replacementOf(place));
     const auto copyFailure = [&replacement] {
         return failure(replacement.errorString().toStdString(), UpdateProblem::cannotReplace);
     };
+    replacement.remove(); // left by a program that was killed
+    if (!replacement.open(QIODevice::ReadWrite | QIODevice::NewOnly,
+                          QFile::ReadOwner | QFile::WriteOwner)) {
+        return copyFailure();
+    }
+    auto removal = qScopeGuard([&replacement] { replacement.remove(); });
     auto copied = readVerified(folder, item, key, stop, [&](const QByteArray& piece) -> Result<> {
         if (replacement.write(piece) != piece.size()) {
             return copyFailure();
@@ -144,8 +152,13 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
                     QFile::encodeName(place.filePath()).constData()) != 0) {
         return systemFailure(UpdateProblem::cannotReplace);
     }
-    replacement.setAutoRemove(false);
+    removal.dismiss();
     return {};
+}
+
+QString interruptedReplacement(const QString& appImage) {
+    const QString file = replacementOf(QFileInfo(QFileInfo(appImage).canonicalFilePath()));
+    return QFileInfo::exists(file) ? file : QString();
 }
 
 } // namespace tidewell

@@ -39,4 +39,8 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
                          const AppcastItem& item, const PublicKey& key,
                          const std::stop_token& stop);
 
+/// What is left beside `appImage` of a replacement during which the program was killed; empty where
+/// nothing is.
+QString interruptedReplacement(const QString& appImage);
+
 } // namespace tidewell
