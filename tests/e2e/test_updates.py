@@ -22,7 +22,7 @@ def write_stand_in(file, program):
     file.write_bytes(content[:8] + b"AI\x02" + content[11:])
 
 
-class Updates(ScreenReaderCase):
+class UpdateWindows(ScreenReaderCase):
     def wait_for_button(self, name):
         def shown():
             try:
@@ -31,6 +31,14 @@ class Updates(ScreenReaderCase):
                 return None  # it changed while it was looked at
         return wait_for(f"the button {name!r}", shown)
 
+    def begin_installing(self):
+        """The update that was found, by way of the panel's mark."""
+        self.ask(self.wait_for_button("Update available!"), ACTION, "DoAction", "i", (0,))
+        self.wait_for_button("Install")
+        self.desktop.press("Return")
+
+
+class Updates(UpdateWindows):
     def test_install_over_the_appimage_and_start_it(self):
         build = pathlib.Path(executable()).resolve().parent.parent
         folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(dir=build)))
@@ -51,9 +59,7 @@ class Updates(ScreenReaderCase):
         tidewell = self.start_with_panel(
             environment={"APPIMAGE": str(image), "APPDIR": str(folder)})
         tidewell.wait_for_log("Update available: 0.10.0")
-        self.ask(self.wait_for_button("Update available!"), ACTION, "DoAction", "i", (0,))
-        self.wait_for_button("Install")
-        self.desktop.press("Return")
+        self.begin_installing()
         self.wait_for_button("Restart Now")
         self.assertEqual(image.read_bytes(), newest.read_bytes())
         self.desktop.press("Return")
