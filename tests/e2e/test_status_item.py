@@ -137,4 +137,4 @@ class OldTray(DesktopCase):
     def icon(self):
         """The tray's geometry once there is an icon in it."""
         geometries = map(self.desktop.geometry, self.desktop.windows("--class", "trayer"))
-        return next((each for each in geometries if each[2] >= 16), None)
+        return next((each for each in geometries if each and each[2] >= 16), None)

@@ -356,12 +356,13 @@ class Desktop(Session):
         return self.output("xdotool", "search", "--onlyvisible", *search).split()
 
     def geometry(self, window):
-        """(x, y, width, height) of a window on the screen, in pixels."""
+        """(x, y, width, height) of a window on the screen, in pixels, or None when it has gone."""
         # Of windows with a frame xdotool tells a wrong place.
         lines = self.output("xwininfo", "-id", window).splitlines()
         values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
-        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
-                                                  "Width", "Height"))
+        place = [values.get(key) for key in ("Absolute upper-left X", "Absolute upper-left Y",
+                                             "Width", "Height")]
+        return tuple(map(int, place)) if all(place) else None
 
     def click(self, x, y, button=1):
         # Not with --sync: where the pointer is there already, that waits for it to move.

@@ -167,7 +167,8 @@ class Tidewell:
     def windows(self):
         """{(x, y, width, height) in pixels: window} of what the program shows."""
         found = self.desktop.windows("--pid", str(self.process.pid))
-        return {self.desktop.geometry(window): window for window in found}
+        places = {self.desktop.geometry(window): window for window in found}
+        return {place: window for place, window in places.items() if place}
 
     def window(self, size):
         """The geometry of a window of that size in points, or None."""
