@@ -15,10 +15,17 @@ bool isLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-struct Parts {
-    std::vector<std::string_view> numbers; ///< without leading zeros: 0 is empty
-    std::vector<std::string_view> preRelease;
-    bool isRelease = false;
+/// One step of a version. Compared as it stands: first the kind, then a number's length, then the
+/// text. So the end of a version's numbers is less than a further number, and less again before a
+/// pre-release; a list that ends earlier is less.
+struct Part {
+    enum class Kind { preRelease, release, number, word };
+
+    Kind kind;
+    std::size_t length = 0; ///< of a number
+    std::string_view text;  ///< of a number without leading zeros, so that 0 is empty
+
+    auto operator<=>(const Part&) const = default;
 };
 
 /// Cuts the longest beginning off whose characters all are `ofKind`.
@@ -30,29 +37,32 @@ std::string_view takeRun(std::string_view& text, Kind ofKind) {
     return run;
 }
 
-std::string_view withoutLeadingZeros(std::string_view digits) {
-    return digits.substr(std::min(digits.find_first_not_of('0'), digits.size()));
+Part takeNumber(std::string_view& text) {
+    std::string_view digits = takeRun(text, isDigit);
+    digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+    return {Part::Kind::number, digits.size(), digits};
 }
 
-Parts partsOf(std::string_view text) {
+std::vector<Part> partsOf(std::string_view text) {
     text = text.substr(0, text.find('+'));
-    Parts parts;
-    parts.isRelease = !text.empty() && isDigit(text.front());
+    const bool beginsWithNumber = !text.empty() && isDigit(text.front());
+    std::vector<Part> parts;
     while (!text.empty() && isDigit(text.front())) {
-        parts.numbers.push_back(withoutLeadingZeros(takeRun(text, isDigit)));
+        parts.push_back(takeNumber(text));
         if (text.size() > 1 && text[0] == '.' && isDigit(text[1])) {
             text.remove_prefix(1);
         }
     }
-    while (!parts.numbers.empty() && parts.numbers.back().empty()) {
-        parts.numbers.pop_back();
+    while (!parts.empty() && parts.back().text.empty()) {
+        parts.pop_back(); // a missing number counts as 0
     }
-    parts.isRelease = parts.isRelease && text.empty();
+    const bool isRelease = beginsWithNumber && text.empty();
+    parts.push_back({isRelease ? Part::Kind::release : Part::Kind::preRelease, 0, {}});
     while (!text.empty()) {
         if (isDigit(text.front())) {
-            parts.preRelease.push_back(takeRun(text, isDigit));
+            parts.push_back(takeNumber(text));
         } else if (isLetter(text.front())) {
-            parts.preRelease.push_back(takeRun(text, isLetter));
+            parts.push_back({Part::Kind::word, 0, takeRun(text, isLetter)});
         } else {
             text.remove_prefix(1);
         }
@@ -60,39 +70,10 @@ Parts partsOf(std::string_view text) {
     return parts;
 }
 
-std::weak_ordering compareNumbers(std::string_view left, std::string_view right) {
-    left = withoutLeadingZeros(left);
-    right = withoutLeadingZeros(right);
-    return left.size() == right.size() ? std::weak_ordering(left <=> right)
-                                       : std::weak_ordering(left.size() <=> right.size());
-}
-
-std::weak_ordering compareIdentifiers(std::string_view left, std::string_view right) {
-    if (isDigit(left.front()) != isDigit(right.front())) {
-        return isDigit(left.front()) ? std::weak_ordering::less : std::weak_ordering::greater;
-    }
-    return isDigit(left.front()) ? compareNumbers(left, right) : left <=> right;
-}
-
-template <typename Compare>
-std::weak_ordering compareLists(const std::vector<std::string_view>& left,
-                                const std::vector<std::string_view>& right, Compare compare) {
-    return std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(),
-                                                  right.end(), compare);
-}
-
 } // namespace
 
 std::weak_ordering compareVersions(std::string_view left, std::string_view right) {
-    const Parts a = partsOf(left);
-    const Parts b = partsOf(right);
-    if (const auto order = compareLists(a.numbers, b.numbers, compareNumbers); std::is_neq(order)) {
-        return order;
-    }
-    if (a.isRelease != b.isRelease) {
-        return a.isRelease ? std::weak_ordering::greater : std::weak_ordering::less;
-    }
-    return compareLists(a.preRelease, b.preRelease, compareIdentifiers);
+    return partsOf(left) <=> partsOf(right);
 }
 
 bool isVersion(std::string_view text) {

@@ -5,18 +5,19 @@
 
 namespace tidewell {
 
-/// How two versions of the program stand to each other. A version is numbers between full stops,
-/// of any length, then perhaps a pre-release:
+/// Compares two versions. A version is numbers separated by full stops, then perhaps a pre-release,
+/// as in Semantic Versioning, but with any count of numbers:
 ///
 ///   1.9 < 1.10-beta.2 < 1.10-beta.11 < 1.10-rc < 1.10 = 1.10.0 = 1.10+build7 < 1.10.1
 ///
-/// Missing numbers count as 0. Of pre-releases, numbers are less than words, and a beginning less
-/// than the whole. What follows a plus sign does not count. Any two texts can be compared; what
-/// does not begin with a digit is less than what does, unless that is a pre-release of 0. Pure.
+/// Missing numbers count as 0, and numbers may have any length. In a pre-release, numbers are less
+/// than words, and a shorter one that the longer begins with is less. Build metadata, from the plus
+/// sign on, is ignored. Any two texts can be compared: one without a leading digit counts as a
+/// pre-release of 0. Pure.
 std::weak_ordering compareVersions(std::string_view left, std::string_view right);
 
-/// Whether a text has the form of a version that we give out: at most 64 letters, digits, full
-/// stops, hyphens and plus signs, the first a digit.
+/// Whether a text has the form of the versions that are released: at most 64 ASCII letters, digits,
+/// full stops, hyphens and plus signs, beginning with a digit.
 bool isVersion(std::string_view text);
 
 } // namespace tidewell
