@@ -1,5 +1,6 @@
 #include "updater/download/DownloadFolder.h"
 
+#include "base/values/OpenFolder.h"
 #include "updater/UpdateProblem.h"
 
 #include <QDir>
@@ -7,10 +8,8 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <memory>
 #include <utility>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -100,7 +99,7 @@ void DownloadFolder::remove(const QString& name) const {
 void DownloadFolder::clear(const QString& kept) const {
     // By a descriptor of its own: reading moves the position that both copies of one have.
     const int again = ::openat(descriptor_.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(again), ::closedir);
+    const OpenFolder entries(::fdopendir(again));
     if (!entries) {
         ::close(again);
         return;

@@ -15,12 +15,12 @@
 #include "updater/feed/SafeAddress.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -36,19 +36,6 @@ namespace {
 
 constexpr int mostRedirects = 5;
 constexpr qint64 bufferSize = qint64{256} << 10;
-
-/// False when nobody reads any more.
-bool writeAll(const QByteArray& bytes) {
-    for (qsizetype written = 0; written < bytes.size();) {
-        const ssize_t count = ::write(STDOUT_FILENO, bytes.constData() + written,
-                                      static_cast<std::size_t>(bytes.size() - written));
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        written += std::max<ssize_t>(count, 0);
-    }
-    return true;
-}
 
 UpdateProblem problemOf(QNetworkReply::NetworkError error) {
     switch (error) {
@@ -78,6 +65,7 @@ bool isTheFile(const QNetworkReply& reply) {
 class Fetching {
 public:
     Fetching(int milliseconds, const QString& authorities) {
+        output_.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
         request_.setTransferTimeout(milliseconds);
         request_.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                               QNetworkRequest::ManualRedirectPolicy);
@@ -102,9 +90,9 @@ public:
         request_.setUrl(address);
         QNetworkReply* reply = manager_.get(request_);
         reply->setReadBufferSize(bufferSize);
-        QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+        QObject::connect(reply, &QNetworkReply::readyRead, reply, [this, reply] {
             const QByteArray bytes = reply->readAll();
-            if (isTheFile(*reply) && !writeAll(bytes)) {
+            if (isTheFile(*reply) && !write(bytes)) {
                 reply->disconnect();
                 fail(UpdateProblem::broken, QStringLiteral("nobody reads"));
             }
@@ -116,6 +104,9 @@ public:
     }
 
 private:
+    /// False when nobody reads any more.
+    bool write(const QByteArray& bytes) { return output_.write(bytes) == bytes.size(); }
+
     void finish(QNetworkReply& reply) {
         const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         if (reply.error() != QNetworkReply::NoError) {
@@ -124,7 +115,7 @@ private:
             follow(reply.url(), reply.url().resolved(target));
         } else if (!isTheFile(reply)) {
             fail(UpdateProblem::refused, QStringLiteral("the server did not send the file"));
-        } else if (!writeAll(reply.readAll())) {
+        } else if (!write(reply.readAll())) {
             fail(UpdateProblem::broken, QStringLiteral("nobody reads"));
         } else {
             QCoreApplication::exit();
@@ -141,6 +132,7 @@ private:
         }
     }
 
+    QFile output_;
     QNetworkAccessManager manager_;
     QNetworkRequest request_;
     int redirectsLeft_ = mostRedirects;
