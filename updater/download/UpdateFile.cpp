@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <functional>
@@ -19,10 +20,6 @@ namespace tidewell {
 namespace {
 
 constexpr qint64 pieceSize = qint64{1} << 20;
-
-tl::unexpected<Error> systemFailure(UpdateProblem problem) {
-    return failure(std::generic_category().message(errno), problem);
-}
 
 /// Reads a file through a digest, handing each piece on; fails as `use` does.
 Result<> readVerified(const DownloadFolder& folder, const AppcastItem& item, const PublicKey& key,
@@ -52,17 +49,6 @@ Result<> readVerified(const DownloadFolder& folder, const AppcastItem& item, con
     return verify(digest, item, key);
 }
 
-/// By which desktops tell what opens a file.
-QString extensionOf(const QString& type) {
-    if (type == appImageType) {
-        return QStringLiteral(".AppImage");
-    }
-    if (type == QStringLiteral("application/vnd.debian.binary-package")) {
-        return QStringLiteral(".deb");
-    }
-    return type == QStringLiteral("application/x-rpm") ? QStringLiteral(".rpm") : QString();
-}
-
 /// Even a file that is signed as one may be none, by mistake.
 bool isAppImage(QIODevice& file) {
     constexpr qsizetype length = 11; // of the ELF header, whose padding holds an AppImage's magic
@@ -80,7 +66,9 @@ QString replacementOf(const QFileInfo& place) {
 } // namespace
 
 QString fileNameOf(const AppcastItem& item) {
-    return QStringLiteral("Tidewell-") + item.version + extensionOf(item.type);
+    const auto* const kind = std::ranges::find(updateFileKinds, item.type, &UpdateFileKind::type);
+    return QStringLiteral("Tidewell-") + item.version +
+           (kind == updateFileKinds.end() ? QString() : QString(kind->extension));
 }
 
 Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicKey& key) {
@@ -114,8 +102,7 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
                          const std::stop_token& stop) {
     const QFileInfo place(QFileInfo(appImage).canonicalFilePath());
     if (!place.isFile()) {
-        return failure((QStringLiteral("%1 is no file").arg(appImage)).toStdString(),
-                       UpdateProblem::cannotReplace);
+        return failure(appImage.toStdString() + " is no file", UpdateProblem::cannotReplace);
     }
     QFile replacement(replacementOf(place));
     const auto copyFailure = [&replacement] {
@@ -128,10 +115,7 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
     }
     auto removal = qScopeGuard([&replacement] { replacement.remove(); });
     auto copied = readVerified(folder, item, key, stop, [&](const QByteArray& piece) -> Result<> {
-        if (replacement.write(piece) != piece.size()) {
-            return copyFailure();
-        }
-        return {};
+        return replacement.write(piece) == piece.size() ? Result<>() : copyFailure();
     });
     if (!copied) {
         return copied;
@@ -150,7 +134,7 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
         ::fsync(replacement.handle()) != 0 ||
         std::rename(QFile::encodeName(replacement.fileName()).constData(),
                     QFile::encodeName(place.filePath()).constData()) != 0) {
-        return systemFailure(UpdateProblem::cannotReplace);
+        return failure(std::generic_category().message(errno), UpdateProblem::cannotReplace);
     }
     removal.dismiss();
     return {};

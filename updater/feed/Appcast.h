@@ -6,6 +6,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <array>
 #include <vector>
 
 namespace tidewell {
@@ -32,6 +33,18 @@ inline constexpr auto appcastNamespace = QLatin1StringView("https://tidewell.exa
 
 /// The type of the files that a program running from an AppImage can be replaced by.
 inline constexpr auto appImageType = QLatin1StringView("application/vnd.appimage");
+
+/// The kinds of files that have an extension, by which desktops tell what opens them.
+struct UpdateFileKind {
+    QLatin1StringView extension;
+    QLatin1StringView type;
+};
+inline constexpr std::array updateFileKinds{
+    UpdateFileKind{QLatin1StringView(".AppImage"), appImageType},
+    UpdateFileKind{QLatin1StringView(".deb"),
+                   QLatin1StringView("application/vnd.debian.binary-package")},
+    UpdateFileKind{QLatin1StringView(".rpm"), QLatin1StringView("application/x-rpm")},
+};
 
 /// No file of an update is larger, in bytes.
 inline constexpr qint64 largestUpdate = qint64{1} << 30;

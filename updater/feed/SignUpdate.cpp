@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -67,16 +68,10 @@ void makeKey(const QString& path) {
 }
 
 QString typeOf(const QString& path) {
-    if (path.endsWith(QStringLiteral(".AppImage"))) {
-        return appImageType;
-    }
-    if (path.endsWith(QStringLiteral(".deb"))) {
-        return QStringLiteral("application/vnd.debian.binary-package");
-    }
-    if (path.endsWith(QStringLiteral(".rpm"))) {
-        return QStringLiteral("application/x-rpm");
-    }
-    return QStringLiteral("application/octet-stream");
+    const auto* const kind = std::ranges::find_if(
+        updateFileKinds, [&path](const auto& known) { return path.endsWith(known.extension); });
+    return kind == updateFileKinds.end() ? QStringLiteral("application/octet-stream")
+                                         : QString(kind->type);
 }
 
 FileDigest digestOf(const QString& path) {
