@@ -380,9 +380,10 @@ void FeedUpdater::openFolder() {
 void FeedUpdater::fail(const std::string& what, const Error& error) {
     log(what + error.text, "fail()", __LINE__);
     const auto show = [this] { openFolder(); };
+    const auto problem = static_cast<UpdateProblem>(error.cause.value());
     userDriver_->showFailure(
-        error.cause,
-        error.cause == UpdateProblem::noHandler ? SPUStandardUserDriver::Action(show) : nullptr,
+        problem,
+        problem == UpdateProblem::noHandler ? SPUStandardUserDriver::Action(show) : nullptr,
         [this] { endSession(); });
 }
 

@@ -25,8 +25,7 @@ enum class UpdateProblem {
     notStarted,     ///< the updater is set up wrongly
 };
 
-/// The category of `UpdateProblem`. Its messages are for the user, in English: source texts of the
-/// translation context "SPUStandardUserDriver".
+/// The category of `UpdateProblem`. `SPUStandardUserDriver` has the words for the user.
 const std::error_category& updateProblems();
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that std::error_code looks for

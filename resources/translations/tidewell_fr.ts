@@ -98,6 +98,13 @@
     </message>
 </context>
 <context>
+    <name>ProgressView</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+</context>
+<context>
     <name>QGuiApplication</name>
     <message>
         <source>QT_LAYOUT_DIRECTION</source>
@@ -128,10 +135,6 @@
     <message>
         <source>Release notes</source>
         <translation>Nouveautés</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 sur %2</translation>
     </message>
     <message>
         <source>The update server cannot be reached. Check the connection to the internet and try again.</source>

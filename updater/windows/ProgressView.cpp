@@ -5,7 +5,6 @@
 #include "ui/Palette.h"
 #include "ui/TextDirection.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QStyle>
@@ -112,8 +111,7 @@ void ProgressView::follow(std::shared_ptr<const std::atomic<qint64>> received, q
 void ProgressView::setProgress(qint64 received, qint64 length) {
     bar_->setRange(0, steps);
     bar_->setValue(static_cast<int>(std::clamp(received, qint64{0}, length) * steps / length));
-    const QString text = QCoreApplication::translate("SPUStandardUserDriver", "%1 of %2");
-    figures_->setText(alongLayout(text.arg(bytes(received), bytes(length))));
+    figures_->setText(alongLayout(tr("%1 of %2").arg(bytes(received), bytes(length))));
     figures_->show();
 }
 

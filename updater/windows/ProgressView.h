@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QProgressBar>
 #include <QVariantAnimation>
 
@@ -32,6 +33,8 @@ private:
 /// What is going on: a bar, and below it the bytes that are there and those that there will be.
 /// Main thread.
 class ProgressView final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(ProgressView)
+
 public:
     explicit ProgressView(ProgressBar::Waiting waiting);
 

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "updater/UpdateProblem.h"
+#include "updater/windows/UpdateWindow.h"
+
+#include <QCoreApplication>
 #include <QPalette>
 #include <QPointer>
 #include <QString>
@@ -7,18 +11,18 @@
 #include <atomic>
 #include <functional>
 #include <memory>
-#include <system_error>
 
 namespace tidewell {
 
 class ProgressView;
-class UpdateWindow;
 
 /// What the user sees of an update that he asked for: one small window that changes with what is
 /// going on. Each `show…` replaces what the window shows and forgets the actions that were given
 /// before; of its own actions at most one is called, once, also when the window is closed. Main
 /// thread.
 class SPUStandardUserDriver final {
+    Q_DECLARE_TR_FUNCTIONS(SPUStandardUserDriver)
+
 public:
     using Action = std::function<void()>;
 
@@ -49,17 +53,17 @@ public:
     void showInstalling(const QString& version);
     void showInstalled(const QString& version, Action restart, Action later);
     void showHandedOver(const QString& version, Action openFolder, Action acknowledge);
-    /// `problem` is an `UpdateProblem`; `openFolder` is empty where no file is left.
-    void showFailure(const std::error_code& problem, Action openFolder, Action acknowledge);
+    /// `openFolder` is empty where no file is left.
+    void showFailure(UpdateProblem problem, Action openFolder, Action acknowledge);
 
     /// Brings the window to the front, if it is open.
     void raise();
     void close();
 
 private:
-    UpdateWindow& window();
+    static QString sentenceFor(UpdateProblem problem);
+    void show(UpdateWindow::Content content);
     ProgressView* makeProgress() const;
-    void present();
 
     QString applicationName_;
     std::function<bool()> animationsAreWanted_;
