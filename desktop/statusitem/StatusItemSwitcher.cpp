@@ -26,13 +26,14 @@ void StatusItemSwitcher::setContent(const StatusItemContent& content) {
     content_ = content;
     if (item_) {
         item_->setContent(content);
-    } else if (form_ != Form::none) {
+    } else if (form_ != nullptr) {
         take(form_);
     }
 }
 
 void StatusItemSwitcher::follow() {
-    isLost_ = isLost_ || (form_ == Form::notifier && notifierHost_.state() != HostState::present);
+    isLost_ = isLost_ ||
+              (form_ == &StatusItemForms::notifier && notifierHost_.state() != HostState::present);
     if (alarm_) {
         clock_.cancelAlarm(*alarm_);
         alarm_.reset();
@@ -40,50 +41,35 @@ void StatusItemSwitcher::follow() {
     if (wanted() == form_ && !isLost_) {
         return;
     }
-    if (wanted() == Form::notifier) {
-        take(Form::notifier);
+    if (wanted() == &StatusItemForms::notifier) {
+        take(&StatusItemForms::notifier);
         return;
     }
-    alarm_ = clock_.setAlarm(after(clock_.now(), grace), [this] { settle(); });
-}
-
-void StatusItemSwitcher::settle() {
-    alarm_.reset();
-    take(wanted());
+    alarm_ = clock_.setAlarm(after(clock_.now(), grace), [this] {
+        alarm_.reset();
+        take(wanted());
+    });
 }
 
 StatusItemSwitcher::Form StatusItemSwitcher::wanted() const {
     if (notifierHost_.state() == HostState::present) {
-        return Form::notifier;
+        return &StatusItemForms::notifier;
     }
     // Not while the watcher is unknown: QSystemTrayIcon would ask it with a blocking call.
     if (trayHost_.state() == HostState::present && notifierHost_.state() == HostState::absent) {
-        return Form::tray;
+        return &StatusItemForms::tray;
     }
-    return Form::label;
+    return &StatusItemForms::label;
 }
 
 void StatusItemSwitcher::take(Form form) {
     form_ = form;
     isLost_ = false;
     item_.reset(); // before the next is made: never two at once
-    if (!content_) {
-        return;
+    if (content_) {
+        item_ = (forms_.*form)();
+        item_->setContent(*content_);
     }
-    switch (form) {
-    case Form::notifier:
-        item_ = forms_.notifier();
-        break;
-    case Form::tray:
-        item_ = forms_.tray();
-        break;
-    case Form::label:
-        item_ = forms_.label();
-        break;
-    case Form::none:
-        return;
-    }
-    item_->setContent(*content_);
 }
 
 } // namespace tidewell

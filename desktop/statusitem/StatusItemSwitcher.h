@@ -32,10 +32,9 @@ public:
     void setContent(const StatusItemContent& content) override;
 
 private:
-    enum class Form { none, notifier, tray, label };
+    using Form = StatusItemForms::Maker StatusItemForms::*;
 
     void follow();
-    void settle();
     Form wanted() const;
     void take(Form form);
 
@@ -44,7 +43,7 @@ private:
     StatusHost& trayHost_;
     StatusItemForms forms_;
     std::optional<StatusItemContent> content_;
-    Form form_ = Form::none;
+    Form form_ = nullptr; // none before the first is chosen
     // The host went away while it showed the item, which has to be registered again with the next.
     // QSystemTrayIcon does so by itself.
     bool isLost_ = false;
