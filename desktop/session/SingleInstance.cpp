@@ -3,7 +3,6 @@
 #include "desktop/session/ServiceCall.h"
 
 #include <QDBusError>
-#include <QDBusMessage>
 #include <QDeadlineTimer>
 
 #include <algorithm>
@@ -60,7 +59,7 @@ SingleInstance::~SingleInstance() {
 
 std::optional<int> SingleInstance::start() {
     // The object before the name: a caller may come as soon as there is the name.
-    registered_ = bus_.registerVirtualObject(objectPath_, this);
+    registered_ = bus_.registerObject(objectPath_, this, QDBusConnection::ExportAllSlots);
     const QDeadlineTimer deadline(patience_);
     QDBusMessage reply;
     do {
@@ -126,36 +125,27 @@ void SingleInstance::onActivate(std::function<void()> activated) {
     }
 }
 
-QString SingleInstance::introspect(const QString& /*path*/) const {
-    return QStringLiteral(
-        "<interface name=\"org.freedesktop.Application\">"
-        "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
-        "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/>"
-        "<arg type=\"a{sv}\" direction=\"in\"/></method>"
-        "<method name=\"ActivateAction\"><arg type=\"s\" direction=\"in\"/>"
-        "<arg type=\"av\" direction=\"in\"/>"
-        "<arg type=\"a{sv}\" direction=\"in\"/></method></interface>");
+void SingleInstance::Activate(const QVariantMap& /*platformData*/) {
+    // Queued: the reply goes out first, since the caller waits for no drawing.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (activated_) {
+                activated_();
+            } else {
+                activationPending_ = true;
+            }
+        },
+        Qt::QueuedConnection);
 }
 
-bool SingleInstance::handleMessage(const QDBusMessage& call, const QDBusConnection& connection) {
-    // There are no documents to open and no actions beside the panel itself: whatever is asked
-    // for, bringing up the panel is what was meant.
-    const QString signature = call.signature();
-    const bool known =
-        (call.member() == QStringLiteral("Activate") && signature == QStringLiteral("a{sv}")) ||
-        (call.member() == QStringLiteral("Open") && signature == QStringLiteral("asa{sv}")) ||
-        (call.member() == QStringLiteral("ActivateAction") &&
-         signature == QStringLiteral("sava{sv}"));
-    if (!known || (!call.interface().isEmpty() && call.interface() != interfaceName)) {
-        return false;
-    }
-    connection.send(call.createReply()); // first: the caller waits for no drawing
-    if (activated_) {
-        activated_();
-    } else {
-        activationPending_ = true;
-    }
-    return true;
+void SingleInstance::Open(const QStringList& /*addresses*/, const QVariantMap& platformData) {
+    Activate(platformData);
+}
+
+void SingleInstance::ActivateAction(const QString& /*action*/, const QVariantList& /*parameters*/,
+                                    const QVariantMap& platformData) {
+    Activate(platformData);
 }
 
 } // namespace tidewell

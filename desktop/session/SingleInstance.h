@@ -4,8 +4,10 @@
 #include "base/values/FileDescriptor.h"
 
 #include <QDBusConnection>
-#include <QDBusVirtualObject>
+#include <QDBusMessage>
+#include <QObject>
 #include <QString>
+#include <QVariantMap>
 
 #include <chrono>
 #include <filesystem>
@@ -19,7 +21,10 @@ namespace tidewell {
 /// there. It also holds the flock() of a file for its life, for a program on another bus, or on
 /// none: two of them would write the same store. The kernel releases it with the process, and
 /// neither what the file holds nor what kind of file it is matters. Main thread.
-class SingleInstance final : private QDBusVirtualObject {
+class SingleInstance final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
 public:
     /// `identifier` is the bus name; the object's path follows from it. `patience` bounds
     /// `start()` where the first program, or the bus, hangs.
@@ -38,14 +43,19 @@ public:
     /// already.
     void onActivate(std::function<void()> activated);
 
+    // What other programs call over the bus. There are no documents to open and no actions beside
+    // the panel itself: whatever is asked for, bringing up the panel is what was meant.
+    Q_SLOT void Activate(const QVariantMap& platformData);
+    Q_SLOT void Open(const QStringList& addresses, const QVariantMap& platformData);
+    Q_SLOT void ActivateAction(const QString& action, const QVariantList& parameters,
+                               const QVariantMap& platformData);
+
 private:
     enum class Name { ours, taken, unavailable };
 
     Name claimName(std::chrono::milliseconds limit);
     std::optional<int> startLocked();
     QDBusMessage activateCall() const;
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override;
 
     QDBusConnection bus_;
     QString identifier_;
