@@ -5,14 +5,13 @@
 #include "desktop/files/UserFolders.h"
 
 #include <QByteArray>
+#include <QDateTime>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <array>
-#include <chrono>
+#include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <limits>
 
 namespace tidewell {
@@ -88,19 +87,22 @@ std::optional<DefaultsValue> valueOf(const json& entry) {
     return std::nullopt;
 }
 
+bool isDeeperThan(int levels, const json& value) {
+    return value.is_structured() &&
+           (levels == 0 || std::ranges::any_of(value, [levels](const json& inner) {
+                return isDeeperThan(levels - 1, inner);
+            }));
+}
+
 /// The JSON object that `content` is; empty when it is none.
 std::optional<json> parseEntries(const std::string& content) {
     // To the parser, a NUL byte is the end of the text.
     if (content.find('\0') != std::string::npos) {
         return std::nullopt;
     }
-    bool isTooDeep = false;
-    const auto checkDepth = [&isTooDeep](int depth, json::parse_event_t, const json&) {
-        isTooDeep = isTooDeep || depth > deepestNesting;
-        return !isTooDeep;
-    };
-    auto document = json::parse(content, checkDepth, false);
-    return document.is_object() && !isTooDeep ? std::optional(std::move(document)) : std::nullopt;
+    auto document = json::parse(content, nullptr, false);
+    const bool isUsable = document.is_object() && !isDeeperThan(deepestNesting, document);
+    return isUsable ? std::optional(std::move(document)) : std::nullopt;
 }
 
 /// The file that a link leads to, whether or not it exists yet: replacing the link itself would cut
@@ -128,15 +130,6 @@ std::string versionOf(const std::filesystem::path& file) {
     }
     return std::to_string(status.st_ino) + ' ' + std::to_string(status.st_size) + ' ' +
            std::to_string(status.st_mtim.tv_sec) + ' ' + std::to_string(status.st_mtim.tv_nsec);
-}
-
-std::string utcTime() {
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    std::array<char, 32> text{};
-    const auto length = std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%SZ", &parts);
-    return {text.data(), length};
 }
 
 } // namespace
@@ -189,7 +182,9 @@ void FileUserDefaults::read() {
 }
 
 void FileUserDefaults::setAside(const std::string& problem) {
-    const std::string name = file_.string() + ".unreadable-" + utcTime();
+    const std::string name =
+        file_.string() + ".unreadable-" +
+        QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmss'Z'").toStdString();
     std::filesystem::path aside = name;
     std::error_code error;
     for (int number = 2; std::filesystem::exists(symlink_status(aside, error)); ++number) {
