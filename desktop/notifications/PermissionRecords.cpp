@@ -1,5 +1,6 @@
 #include "desktop/notifications/PermissionRecords.h"
 
+#include "base/values/ReadFile.h"
 #include "desktop/session/ServiceCall.h"
 
 #include <QDBusArgument>
@@ -12,18 +13,21 @@
 #include <memory>
 #include <optional>
 
+#include <fcntl.h>
+
 namespace tidewell {
 
 namespace {
 
 using Report = std::function<void(bool denied)>;
 
-constexpr qint64 largestSettingsFile = 1 << 20;
+constexpr std::size_t largestSettingsFile = std::size_t{1} << 20U;
 
 /// What one file of KDE's settings says about pop-ups; empty when it says nothing.
 std::optional<bool> popupsInFile(const QString& path, const QString& identifier) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const auto content =
+        readFile(AT_FDCWD, QFile::encodeName(path).constData(), largestSettingsFile);
+    if (!content) {
         return std::nullopt;
     }
     const QString group = QStringLiteral("[Applications][%1]").arg(identifier);
@@ -31,7 +35,7 @@ std::optional<bool> popupsInFile(const QString& path, const QString& identifier)
                             QStringLiteral("0")};
     std::optional<bool> popups;
     bool inGroup = false;
-    const auto lines = QString::fromUtf8(file.read(largestSettingsFile)).split(u'\n');
+    const auto lines = QString::fromStdString(*content).split(u'\n');
     for (const QString& line : lines) {
         const QString text = line.trimmed();
         if (text.startsWith(u'[')) {
@@ -98,7 +102,7 @@ QString gnomeSchema(const QString& identifier) {
 /// database with its own layers of defaults, the settings portal does not give this part of it
 /// out, and the library would weigh more than this one Boolean, asked for once an alert, is worth.
 void askGnomeSettings(const PermissionRecords& records, std::chrono::milliseconds limit,
-                      QObject& context, Report report) {
+                      QObject& context, const Report& report) {
     const bool isGnome = records.desktops.contains(QStringLiteral("GNOME")) ||
                          records.desktops.contains(QStringLiteral("Unity"));
     if (!isGnome || records.gsettings.isEmpty()) {
@@ -108,28 +112,19 @@ void askGnomeSettings(const PermissionRecords& records, std::chrono::millisecond
     auto* tool = new QProcess(&context);
     tool->setStandardInputFile(QProcess::nullDevice());
     tool->setStandardErrorFile(QProcess::nullDevice());
-    const auto reportOnce = [unreported = std::make_shared<bool>(true),
-                             report = std::move(report)](bool denied) {
-        if (std::exchange(*unreported, false)) {
-            report(denied);
-        }
-    };
-    QObject::connect(tool, &QProcess::finished, &context, [tool, reportOnce](int exitCode) {
+    QObject::connect(tool, &QProcess::finished, &context, [tool, report](int exitCode) {
         tool->deleteLater();
-        reportOnce(tool->exitStatus() == QProcess::NormalExit && exitCode == 0 &&
-                   tool->readAllStandardOutput().trimmed() == "false");
+        report(tool->exitStatus() == QProcess::NormalExit && exitCode == 0 &&
+               tool->readAllStandardOutput().trimmed() == "false");
     });
     QObject::connect(tool, &QProcess::errorOccurred, &context,
-                     [tool, reportOnce](QProcess::ProcessError error) {
-                         if (error == QProcess::FailedToStart) {
+                     [tool, report](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart) { // only then it does not finish
                              tool->deleteLater();
-                             reportOnce(false);
+                             report(false);
                          }
                      });
-    QTimer::singleShot(limit, tool, [tool, reportOnce] {
-        reportOnce(false);
-        tool->kill(); // deletes itself with its end
-    });
+    QTimer::singleShot(limit, tool, &QProcess::kill);
     tool->start(records.gsettings,
                 {QStringLiteral("get"), gnomeSchema(records.identifier), QStringLiteral("enable")},
                 QIODevice::ReadOnly);
