@@ -14,20 +14,15 @@ constexpr std::int64_t giga = mega * 1024;
 constexpr std::int64_t tera = giga * 1024;
 
 TEST(ByteText, RoundsToTheDecimalsOfItsUnitAndCarriesIntoTheNextOne) {
-    for (const auto& [count, text] : {std::pair{std::int64_t{0}, "0 bytes"},
-                                      {1, "1 byte"},
-                                      {1023, "1,023 bytes"},
-                                      {kilo * 5 / 2, "2 KB"}, // halves go to the even digit
-                                      {mega - kilo / 2 - 1, "1,023 KB"},
-                                      {mega - kilo / 2, "1 MB"},
-                                      {mega * 5 / 4, "1.2 MB"},
-                                      {-mega * 3 / 2, "-1.5 MB"},
-                                      {giga - mega / 20 - 1, "1,023.9 MB"},
-                                      {tera - giga / 100, "1,023.99 GB"},
-                                      {tera - 1, "1 TB"},
-                                      {tera * 41 / 20, "2.05 TB"},
-                                      {INT64_MAX, "8,388,608 TB"},
-                                      {INT64_MIN, "-8,388,608 TB"}}) {
+    using Case = std::pair<std::int64_t, const char*>;
+    for (const auto& [count, text] :
+         {Case{0, "0 bytes"}, Case{1, "1 byte"}, Case{1023, "1,023 bytes"},
+          Case{kilo * 5 / 2, "2 KB"}, // halves go to the even digit
+          Case{mega - kilo / 2 - 1, "1,023 KB"}, Case{mega - kilo / 2, "1 MB"},
+          Case{mega * 5 / 4, "1.2 MB"}, Case{-mega * 3 / 2, "-1.5 MB"},
+          Case{giga - mega / 20 - 1, "1,023.9 MB"}, Case{tera - giga / 100, "1,023.99 GB"},
+          Case{tera - 1, "1 TB"}, Case{tera * 41 / 20, "2.05 TB"}, Case{INT64_MAX, "8,388,608 TB"},
+          Case{INT64_MIN, "-8,388,608 TB"}}) {
         EXPECT_EQ(byteText(count, "en_US"), text);
     }
 }

@@ -88,11 +88,10 @@ TEST_F(TaskTest, OfAnOwnerRunsNoFurtherOnceThatIsGoneWhateverItWaitsFor) {
     ManualExecutor other;
     enum class When { queued, asking, answered, working, worked };
     using enum When;
-    for (const auto& [when, wanted] : {std::pair(queued, std::vector<std::string>{}),
-                                       {asking, {}},
-                                       {answered, {}},
-                                       {working, {"7", "called off"}},
-                                       {worked, {"7", "worked"}}}) {
+    using Case = std::pair<When, std::vector<std::string>>;
+    for (const auto& [when, wanted] :
+         {Case{queued, {}}, Case{asking, {}}, Case{answered, {}},
+          Case{working, {"7", "called off"}}, Case{worked, {"7", "worked"}}}) {
         *complete = nullptr;
         notes->clear();
         OwnedTask task(executor, askTwice(complete, &other, notes));

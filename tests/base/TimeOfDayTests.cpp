@@ -16,24 +16,22 @@ constexpr double winter = 1704110607;   // half a year earlier to the second
 
 TEST(TimeOfDay, IsTheLocalesMediumTimeInTheMachinesZone) {
     const ScopedEnvironment environment(Variables{{"TZ", "CET-1CEST,M3.5.0,M10.5.0/3"}});
-    for (const auto& [time, locale, text] : {std::tuple{summer, "de_DE.UTF-8", "14:03:27"},
-                                             {summer - 5 * 3600, "ja_JP", "9:03:27"},
-                                             {winter, "de", "13:03:27"},
-                                             {-0.25, "de", "00:59:59"},
-                                             {8.64e12, "de", "02:00:00"},
-                                             {8.64e12 + 1, "de", ""},
-                                             {std::nan(""), "de", ""}}) {
+    using Case = std::tuple<double, const char*, const char*>;
+    for (const auto& [time, locale, text] :
+         {Case{summer, "de_DE.UTF-8", "14:03:27"}, Case{summer - 5 * 3600, "ja_JP", "9:03:27"},
+          Case{winter, "de", "13:03:27"}, Case{-0.25, "de", "00:59:59"},
+          Case{8.64e12, "de", "02:00:00"}, Case{8.64e12 + 1, "de", ""},
+          Case{std::nan(""), "de", ""}}) {
         EXPECT_EQ(timeOfDayString(time, locale), text) << time << " " << locale;
     }
     EXPECT_TRUE(timeOfDayString(winter, "en_US").ends_with("PM"));
 }
 
 TEST(UserLocale, IsThatOfTheCategoryUnlessAllAreOverridden) {
-    const ScopedEnvironment environment({{"TZ", "UTC0"},
-                                         {"LC_ALL", ""},
-                                         {"LANG", "fa_IR.UTF-8"},
-                                         {"LC_NUMERIC", "de_DE.UTF-8"},
-                                         {"LC_TIME", ""}});
+    using Variable = Variables::value_type;
+    const ScopedEnvironment environment(
+        {Variable("TZ", "UTC0"), Variable("LC_ALL", ""), Variable("LANG", "fa_IR.UTF-8"),
+         Variable("LC_NUMERIC", "de_DE.UTF-8"), Variable("LC_TIME", "")});
     EXPECT_EQ(byteText(1'572'864), "1,5 MB");
     EXPECT_EQ(timeOfDayString(summer), "۱۲:۰۳:۲۷");
     const ScopedEnvironment overridden(Variables{{"LC_ALL", "C"}});

@@ -17,16 +17,12 @@ namespace tidewell {
 namespace {
 
 TEST(Gauges, PlaceEveryValueWithinTheirEnds) {
-    for (const auto& [value, minimum, maximum, fraction] : {
-             std::array{25.0, 0.0, 100.0, 0.25},
-             std::array{-1.0, 0.0, 100.0, 0.0},
-             std::array{5.0, -5.0, 15.0, 0.5},
-             std::array{0.0, 0.0, 0.0, 0.0}, // no swap at all
-             std::array{std::nan(""), 0.0, 100.0, 0.0},
-             std::array{HUGE_VAL, 0.0, 100.0, 1.0},
-             std::array{1.0, 0.0, std::nan(""), 0.0},
-             std::array{0.0, -1e308, 1e308, 0.0},
-         }) {
+    using Case = std::array<double, 4>;
+    for (const auto& [value, minimum, maximum, fraction] :
+         {Case{25, 0, 100, 0.25}, Case{-1, 0, 100, 0}, Case{5, -5, 15, 0.5},
+          Case{0, 0, 0, 0}, // no swap at all
+          Case{std::nan(""), 0, 100, 0}, Case{HUGE_VAL, 0, 100, 1}, Case{1, 0, std::nan(""), 0},
+          Case{0, -1e308, 1e308, 0}}) {
         EXPECT_EQ(gaugeFraction(value, minimum, maximum), fraction)
             << value << " in " << minimum << " to " << maximum;
     }
@@ -45,25 +41,17 @@ double contrast(Colour text, Colour ground, Appearance appearance) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-TEST(Palette, KeepsEveryTextReadable) {
-    for (const Colour colour :
-         {colours::primary, colours::secondaryText, textVariant(colours::systemRed),
-          textVariant(colours::systemOrange), textVariant(colours::systemGreen),
-          textVariant(colours::lightGray), textVariant(colours::systemBlue)}) {
-        for (const Colour ground : {colours::window, colours::box}) {
-            for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
-                EXPECT_GE(contrast(colour, ground, appearance), 4.5) << std::hex << colour.light;
-            }
+TEST(Palette, KeepsEveryTextReadableAndEveryBarVisible) {
+    using namespace colours;
+    for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+        for (const Colour text :
+             {primary, secondaryText, textVariant(systemRed), textVariant(systemOrange),
+              textVariant(systemGreen), textVariant(lightGray), textVariant(systemBlue)}) {
+            EXPECT_GE(contrast(text, window, appearance), 4.5) << std::hex << text.light;
+            EXPECT_GE(contrast(text, box, appearance), 4.5) << std::hex << text.light;
         }
-    }
-}
-
-TEST(Palette, KeepsEveryBarVisible) {
-    for (const Colour colour :
-         {colours::systemRed, colours::systemOrange, colours::systemGreen, colours::lightGray}) {
-        for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
-            EXPECT_GE(contrast(barVariant(colour), colours::box, appearance), 3)
-                << std::hex << colour.light;
+        for (const Colour bar : {systemRed, systemOrange, systemGreen, lightGray}) {
+            EXPECT_GE(contrast(barVariant(bar), box, appearance), 3) << std::hex << bar.light;
         }
     }
 }

@@ -431,31 +431,30 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
         std::string program = FETCH_PROGRAM;
     };
     defaults.set("SUAutomaticallyUpdate", true);
-    for (const Case& each : {
-             Case{"silent/feed.xml", "", late},
-             Case{"slow/feed.xml", "", late},
-             Case{"endless/feed.xml", "", "list of versions that cannot be read"},
-             Case{"plain/unsigned.xml", "", "was not made by the developers"},
-             Case{"plain/stranger.xml", "", "was not made by the developers"},
-             Case{"plain/expired.xml", "", "sent an old list"},
-             Case{"plain/older.xml", "", "sent an old list"},
-             Case{"plain/bomb.xml", "", "list of versions that cannot be read"},
-             Case{"broken/feed.xml", "", "cannot be reached"},
-             Case{"plain/missing.xml", "", "does not have"},
-             Case{"redirect-6/feed.xml", "", "not safe"},
-             Case{"weaker/feed.xml", "", "not safe"},
-             Case{"plain/feed.xml", "", "could not prove", false},
-             Case{"plain/feed.xml", "", broken, true, program("exit 1")},
-             Case{"plain/feed.xml", "", broken, true, program("kill -9 $$")},
-             Case{"plain/feed.xml", "", broken, true, program("exec yes >&2")},
-             Case{"plain/feed.xml", "", "cannot be read", true, program("exec yes")},
-             Case{"silent", "", late, true, program("exec >&- 2>&-; exec sleep 60")},
-             Case{"plain/feed.xml", item("slow/new", keys), late},
-             Case{"plain/feed.xml", item("endless/new", keys), incomplete},
-             Case{"plain/feed.xml", item("plain/short", keys), incomplete},
-             Case{"plain/feed.xml", item("plain/changed", keys), changed},
-             Case{"redirect-5/feed.xml", item("plain/new", stranger), changed},
-         }) {
+    for (const Case& each :
+         {Case{"silent/feed.xml", "", late},
+          Case{"slow/feed.xml", "", late},
+          Case{"endless/feed.xml", "", "list of versions that cannot be read"},
+          Case{"plain/unsigned.xml", "", "was not made by the developers"},
+          Case{"plain/stranger.xml", "", "was not made by the developers"},
+          Case{"plain/expired.xml", "", "sent an old list"},
+          Case{"plain/older.xml", "", "sent an old list"},
+          Case{"plain/bomb.xml", "", "list of versions that cannot be read"},
+          Case{"broken/feed.xml", "", "cannot be reached"},
+          Case{"plain/missing.xml", "", "does not have"},
+          Case{"redirect-6/feed.xml", "", "not safe"},
+          Case{"weaker/feed.xml", "", "not safe"},
+          Case{"plain/feed.xml", "", "could not prove", false},
+          Case{"plain/feed.xml", "", broken, true, program("exit 1")},
+          Case{"plain/feed.xml", "", broken, true, program("kill -9 $$")},
+          Case{"plain/feed.xml", "", broken, true, program("exec yes >&2")},
+          Case{"plain/feed.xml", "", "cannot be read", true, program("exec yes")},
+          Case{"silent", "", late, true, program("exec >&- 2>&-; exec sleep 60")},
+          Case{"plain/feed.xml", item("slow/new", keys), late},
+          Case{"plain/feed.xml", item("endless/new", keys), incomplete},
+          Case{"plain/feed.xml", item("plain/short", keys), incomplete},
+          Case{"plain/feed.xml", item("plain/changed", keys), changed},
+          Case{"redirect-5/feed.xml", item("plain/new", stranger), changed}}) {
         SCOPED_TRACE(each.feed + each.item + each.message);
         putFeed(each.item);
         settings.silence = each.feed.starts_with("silent") ? 1000ms : 20000ms;

@@ -42,16 +42,12 @@ TEST_F(ShowItemListTest, IsWalkedByKeyboardAndStaysWhereItWas) {
     EXPECT_EQ(bar.maximum(), 0) << "the panel's nine figures fit";
     list.setItems(rows(30));
     using Case = std::tuple<Qt::Key, std::size_t, int>;
-    for (const auto& [key, row, scrolled] : {Case{Qt::Key_Down, 0, 0},
-                                             {Qt::Key_Down, 1, 0},
-                                             {Qt::Key_PageDown, 8, 5},
-                                             {Qt::Key_Down, 9, 28},
-                                             {Qt::Key_Up, 8, 28},
-                                             {Qt::Key_End, 29, bar.maximum()},
-                                             {Qt::Key_Down, 29, bar.maximum()},
-                                             {Qt::Key_PageUp, 22, bar.maximum()},
-                                             {Qt::Key_Home, 0, 0},
-                                             {Qt::Key_Up, 0, 0}}) {
+    const int end = bar.maximum();
+    for (const auto& [key, row, scrolled] :
+         {Case{Qt::Key_Down, 0, 0}, Case{Qt::Key_Down, 1, 0}, Case{Qt::Key_PageDown, 8, 5},
+          Case{Qt::Key_Down, 9, 28}, Case{Qt::Key_Up, 8, 28}, Case{Qt::Key_End, 29, end},
+          Case{Qt::Key_Down, 29, end}, Case{Qt::Key_PageUp, 22, end}, Case{Qt::Key_Home, 0, 0},
+          Case{Qt::Key_Up, 0, 0}}) {
         QTest::keyClick(&list, key);
         EXPECT_EQ(list.currentRow(), row) << key;
         EXPECT_EQ(bar.value(), scrolled) << key;

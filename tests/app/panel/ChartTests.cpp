@@ -123,15 +123,11 @@ TEST_F(PressureChart, PublishesWhatTheArrowKeysMark) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, Qt::Key_Tab);
     ASSERT_TRUE(chart.hasFocus());
-    for (const auto& [key, time] : {std::pair{Qt::Key_Left, 4.0},
-                                    {Qt::Key_Left, 3.0},
-                                    {Qt::Key_Left, 1.0},
-                                    {Qt::Key_Left, 1.0},
-                                    {Qt::Key_Right, 3.0},
-                                    {Qt::Key_Home, 1.0},
-                                    {Qt::Key_End, 4.0},
-                                    {Qt::Key_Escape, noHover.timestamp},
-                                    {Qt::Key_Right, 4.0}}) {
+    using Case = std::pair<Qt::Key, double>;
+    for (const auto& [key, time] :
+         {Case{Qt::Key_Left, 4}, Case{Qt::Key_Left, 3}, Case{Qt::Key_Left, 1},
+          Case{Qt::Key_Left, 1}, Case{Qt::Key_Right, 3}, Case{Qt::Key_Home, 1},
+          Case{Qt::Key_End, 4}, Case{Qt::Key_Escape, noHover.timestamp}, Case{Qt::Key_Right, 4}}) {
         QTest::keyClick(&chart, key);
         EXPECT_EQ(chart.hoverValue().timestamp, time) << key;
     }
@@ -158,16 +154,14 @@ TEST_F(PressureChart, StaysOffTheLineOfItsBox) {
 }
 
 TEST(SampleTimes, TellGapsAndSpan) {
-    const std::vector<double> none;
     const ScopedEnvironment english{{{"LC_ALL", "en_GB.UTF-8"}}};
-    for (const auto& [times, gaps, span] : {std::tuple{none, std::vector<std::size_t>{}, ""},
-                                            {std::vector{7.0}, {}, ""},
-                                            {{0, 1, 2, 3, 6.5}, {4}, "last 7 s"},
-                                            {{0, 60, 120, 480, 540}, {3}, "last 9 min"},
-                                            {{0, 3000, 6000}, {}, "last 1 h 40 min"},
-                                            {{0, 1, 2, 90'000 * 3}, {3}, "last 3 d"},
-                                            {{5, 5, 5}, {}, ""},
-                                            {{3, 2, 1}, {}, ""}}) {
+    using Case = std::tuple<std::vector<double>, std::vector<std::size_t>, const char*>;
+    for (const auto& [times, gaps, span] :
+         {Case{{}, {}, ""}, Case{{7}, {}, ""}, Case{{0, 1, 2, 3, 6.5}, {4}, "last 7 s"},
+          Case{{0, 60, 120, 480, 540}, {3}, "last 9 min"},
+          Case{{0, 3000, 6000}, {}, "last 1 h 40 min"},
+          Case{{0, 1, 2, 90'000 * 3}, {3}, "last 3 d"}, Case{{5, 5, 5}, {}, ""},
+          Case{{3, 2, 1}, {}, ""}}) {
         EXPECT_EQ(gapsBefore(times), gaps) << span;
         EXPECT_EQ(spanText(times), QString::fromLatin1(span));
     }

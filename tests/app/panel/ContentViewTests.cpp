@@ -61,10 +61,10 @@ TEST_F(PanelContent, MakesRoomForThePromptsThatAreNeeded) {
     auto* const allow = prompts[0];
     auto* const update = prompts[1];
     ASSERT_TRUE(updater->startUpdater());
-    for (const auto& [allowed, available, height] : {std::tuple{true, false, 205},
-                                                     {false, false, 165},
-                                                     {true, true, 165},
-                                                     {false, true, 125}}) {
+    using Case = std::tuple<bool, bool, int>;
+    for (const auto& [allowed, available, height] :
+         {Case{true, false, 205}, Case{false, false, 165}, Case{true, true, 165},
+          Case{false, true, 125}}) {
         center.authorization = allowed;
         available ? updater->find("2.0") : updater->findNothing();
         open();
@@ -107,22 +107,15 @@ TEST_F(PanelContent, ShowsTheFiguresOfTheMomentAndOnlyWhileItIsOpen) {
 
 TEST(GaugeGradient, HasABandForEveryValue) {
     using namespace colours;
-    const std::vector lowest{systemGreen};
-    const std::vector low{systemGreen, systemTeal};
-    const std::vector middle{systemTeal, systemBlue};
-    const std::vector high{systemTeal, systemBlue, systemOrange};
-    const std::vector highest{systemBlue, systemOrange, systemRed};
-    for (const auto& [value, gradient] : {std::pair{-1.0, lowest},
-                                          {20, lowest},
-                                          {20.5, low},
-                                          {40, low},
-                                          {40.5, middle},
-                                          {60, middle},
-                                          {60.5, high},
-                                          {80, high},
-                                          {80.5, highest},
-                                          {101, highest}}) {
-        EXPECT_EQ(gaugeGradient(value), gradient) << value;
+    for (double from = -1; const auto& [to, gradient] :
+                           {std::pair(20, std::vector{systemGreen}),
+                            std::pair(40, std::vector{systemGreen, systemTeal}),
+                            std::pair(60, std::vector{systemTeal, systemBlue}),
+                            std::pair(80, std::vector{systemTeal, systemBlue, systemOrange}),
+                            std::pair(101, std::vector{systemBlue, systemOrange, systemRed})}) {
+        EXPECT_EQ(gaugeGradient(from), gradient) << from;
+        EXPECT_EQ(gaugeGradient(to), gradient) << to;
+        from = to + 0.5;
     }
 }
 

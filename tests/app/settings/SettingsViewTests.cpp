@@ -79,12 +79,11 @@ TEST_F(SettingsViewTest, MovesThePollingIntervalInStepsBetweenItsEnds) {
 }
 
 TEST_F(SettingsViewTest, ShowsAnyStoredIntervalAndChangesItOnlyWhenAsked) {
-    for (const auto& [stored, text, position] : {
-             std::tuple{2.5, "Polling interval: 2 secs", 3},
-             std::tuple{-7.9, "Polling interval: -7 sec", 1},
-             std::tuple{1e300, "Polling interval: 9223372036854775807 secs", 5},
-             std::tuple{std::nan(""), "Polling interval: 0 sec", 1},
-         }) {
+    for (const auto& [stored, text, position] :
+         {std::tuple{2.5, "Polling interval: 2 secs", 3},
+          std::tuple{-7.9, "Polling interval: -7 sec", 1},
+          std::tuple{1e300, "Polling interval: 9223372036854775807 secs", 5},
+          std::tuple{std::nan(""), "Polling interval: 0 sec", 1}}) {
         defaults.set("_pollingInterval", stored);
         const int writes = defaults.writes;
         open();

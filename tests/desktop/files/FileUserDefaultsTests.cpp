@@ -68,14 +68,10 @@ TEST_F(FileUserDefaultsTest, LeavesEntriesOfOtherVersionsAsTheyAre) {
 }
 
 TEST_F(FileUserDefaultsTest, SetsAsideWhatItCannotReadBesideWhatIsThereAlready) {
-    const std::vector<std::string> contents{R"({"kept": tr)",
-                                            R"(["kept"])",
-                                            "{\"kept\": \"\xff\"}",
-                                            std::string("{}\0{}", 5),
-                                            R"({"kept": )" + std::string(100, '[') +
-                                                std::string(100, ']') + "}",
-                                            "too large",
-                                            "no file"};
+    const auto deep = R"({"kept": )" + std::string(100, '[') + std::string(100, ']') + "}";
+    const std::vector<std::string> contents = {
+        R"({"kept": tr)", R"(["kept"])", "{\"kept\": \"\xff\"}", std::string("{}\0{}", 5), deep,
+        "too large",      "no file"};
     for (const auto& content : contents) {
         FileUserDefaults(file_, log_).set("kept", true);
         writeText(file_, content);

@@ -15,13 +15,12 @@ TEST(RuntimeFile, LiesInTheSessionsFolderOrAPrivateOneOfOurOwn) {
     const auto file = folder.path() / "file";
     writeText(file, "");
     const std::string own = "/tmp/tidewell-" + std::to_string(::getuid());
-    for (const auto& [runtime, mode, expected] : {
-             std::tuple(folder.path().string(), 0700, folder.path().string()),
-             std::tuple(folder.path().string(), 0755, own),
-             std::tuple(folder.path().string() + "/none", 0700, own),
-             std::tuple(file.string(), 0700, own),
-             std::tuple(std::string("tmp"), 0700, own),
-         }) {
+    const std::string session = folder.path();
+    using Case = std::tuple<std::string, int, std::string>;
+    for (const auto& [runtime, mode, expected] :
+         {Case{session, 0700, session}, Case{session, 0755, own},
+          Case{session + "/none", 0700, own}, Case{file.string(), 0700, own},
+          Case{"tmp", 0700, own}}) {
         ASSERT_EQ(::chmod(folder.path().c_str(), static_cast<mode_t>(mode)), 0);
         const ScopedEnvironment environment({{"XDG_RUNTIME_DIR", runtime}});
         EXPECT_EQ(runtimeFile("lock"), expected + "/lock") << runtime << " " << mode;

@@ -95,17 +95,13 @@ TEST_F(NotificationCenter, IsDeniedByThisDesktopsRecordsOfThisProgramOnly) {
         "notifications/application/net-tidewell-tidewell/ enable' ] && echo false";
     const std::string sleep = "exec sleep 1000";
     using Case = std::tuple<std::string, QString, QString, std::string, std::string>;
-    for (const auto& [expected, answer, desktop, gsettings, plasmaSettings] : {
-             Case("denied", u"no"_s, {}, {}, {}),
-             Case("allowed", u"hangs"_s, {}, {}, {}),
-             Case("allowed", {}, u"KDE"_s, "echo false", {}),
-             Case("denied", {}, u"GNOME"_s, offIfAskedWell, {}),
-             Case("allowed", {}, u"GNOME"_s, "echo true", {}),
-             Case("allowed", {}, u"GNOME"_s, sleep, {}),
-             Case("allowed", {}, u"GNOME"_s, {}, off),
-             Case("denied", {}, u"KDE"_s, {}, off),
-             Case("allowed", {}, u"KDE"_s, {}, other),
-         }) {
+    for (const auto& [expected, answer, desktop, gsettings, plasmaSettings] :
+         {Case("denied", u"no"_s, {}, {}, {}), Case("allowed", u"hangs"_s, {}, {}, {}),
+          Case("allowed", {}, u"KDE"_s, "echo false", {}),
+          Case("denied", {}, u"GNOME"_s, offIfAskedWell, {}),
+          Case("allowed", {}, u"GNOME"_s, "echo true", {}),
+          Case("allowed", {}, u"GNOME"_s, sleep, {}), Case("allowed", {}, u"GNOME"_s, {}, off),
+          Case("denied", {}, u"KDE"_s, {}, off), Case("allowed", {}, u"KDE"_s, {}, other)}) {
         portal = answer;
         records.desktops = {u"ubuntu"_s, desktop};
         writeText(tool, "#!/bin/sh\n" + gsettings);

@@ -41,18 +41,15 @@ TEST(InstalledProgram, IsTheAppImageThatItLiesInAndNoneThatMerelyStartedIt) {
     const TemporaryFolder other;
     const fs::path link = other.path() / "link";
     fs::create_directory_symlink(own.parent_path(), link);
-    const fs::path image = "/opt/Tidewell.AppImage";
+    const std::string image = "/opt/Tidewell.AppImage";
+    const std::string place = own.parent_path();
     using Text = std::optional<std::string>;
-    for (const auto& [appImage, folder, program] : {
-             std::tuple{Text(image), Text(own.parent_path()), image},
-             std::tuple{Text(image), Text(link.string() + '/'), image},
-             std::tuple{Text(image), Text(other.path()), own},
-             std::tuple{Text(image), Text(own.string().substr(0, own.string().size() - 1)), own},
-             std::tuple{Text(image), Text("/"), own},
-             std::tuple{Text(image), Text(), own},
-             std::tuple{Text("Tidewell.AppImage"), Text(own.parent_path()), own},
-             std::tuple{Text(), Text(own.parent_path()), own},
-         }) {
+    using Case = std::tuple<Text, Text, fs::path>;
+    const auto part = own.string().substr(0, own.string().size() - 1);
+    for (const auto& [appImage, folder, program] :
+         {Case{image, place, image}, Case{image, link.string() + '/', image},
+          Case{image, other.path().string(), own}, Case{image, part, own}, Case{image, "/", own},
+          Case{image, {}, own}, Case{"Tidewell.AppImage", place, own}, Case{Text(), place, own}}) {
         const ScopedEnvironment environment({{"APPIMAGE", appImage}, {"APPDIR", folder}});
         EXPECT_EQ(installedProgram(), program) << folder.value_or("no folder");
     }

@@ -76,12 +76,6 @@ TEST_F(StatusNotifier, TellsTheFigureInTheTooltipsTitleAndToScreenReaders) {
     EXPECT_EQ(labelGuide(u"١٫٣٦ GB of ٨ GB"_s), u"٨٫٨٨ GB of ٨ GB"_s);
 }
 
-TEST_F(StatusNotifier, ChangesItsLabelOnceTheHostHasReadIt) {
-    item.setContent({.symbolName = "circle.fill", .text = "1 MB of 8 GB"});
-    EXPECT_EQ(property(u"XAyatanaLabel"_s), QString());
-    EXPECT_TRUE(comesTrue([this] { return property(u"XAyatanaLabel"_s) == u"1 MB of 8 GB"_s; }));
-}
-
 TEST_F(StatusNotifier, OpensAtThePlaceThatTheHostTellsByAnyButton) {
     const auto expectAt = [this](const std::optional<QPoint>& centre) {
         EXPECT_EQ(std::exchange(done, {}).size(), 1U);

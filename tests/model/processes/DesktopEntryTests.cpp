@@ -37,25 +37,22 @@ TEST(CommandLine, IsSplitAsEntriesQuoteIt) {
 
 TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {
     using Case = std::pair<const char*, Program>;
-    for (const auto& [command, program] : {
-             Case{"firefox %u", {"firefox"}},
-             {"env -i A=b /usr/bin/x --new", {"/usr/bin/x", false, true}},
-             {"nice -n 10 nohup x", {"x"}},
-             {"sh -c \"LANG=C exec x --y\"", {"x", false, true}},
-             {"python3 -O /opt/a/main.py %F", {"/opt/a/main.py", true}},
-             {"python3 -m thing", {"thing", true}},
-             {"java -Xmx1g -jar /opt/a.jar", {"/opt/a.jar", true}},
-             {"flatpak run --branch=stable org.a.B", {}},
-             {"snap run spot", {"spot"}},
-             {"env", {}},
-         }) {
+    for (const auto& [command, program] :
+         {Case{"firefox %u", {"firefox"}},
+          Case{"env -i A=b /usr/bin/x --new", {"/usr/bin/x", false, true}},
+          Case{"nice -n 10 nohup x", {"x"}},
+          Case{"sh -c \"LANG=C exec x --y\"", {"x", false, true}},
+          Case{"python3 -O /opt/a/main.py %F", {"/opt/a/main.py", true}},
+          Case{"python3 -m thing", {"thing", true}},
+          Case{"java -Xmx1g -jar /opt/a.jar", {"/opt/a.jar", true}},
+          Case{"flatpak run --branch=stable org.a.B", {}}, Case{"snap run spot", {"spot"}},
+          Case{"env", {}}}) {
         EXPECT_EQ(programOfCommand(splitCommand(command)), program) << command;
     }
-    for (const auto& [command, name, isWrapper] : {std::tuple{"/bin/dash -c x;y", "", true},
-                                                   {"/bin/bash", "/bin/bash", false},
-                                                   {"/bin/bwrap maps", "/bin/bwrap", true},
-                                                   {"/bin/env x", "/bin/env", true},
-                                                   {"/bin/python3 -c x", "", false}}) {
+    for (const auto& [command, name, isWrapper] :
+         {std::tuple{"/bin/dash -c x;y", "", true}, std::tuple{"/bin/bash", "/bin/bash", false},
+          std::tuple{"/bin/bwrap maps", "/bin/bwrap", true},
+          std::tuple{"/bin/env x", "/bin/env", true}, std::tuple{"/bin/python3 -c x", "", false}}) {
         const Program program = programOfProcess(splitCommand(command));
         EXPECT_EQ(program.name, name) << command;
         EXPECT_EQ(program.isWrapper, isWrapper) << command;

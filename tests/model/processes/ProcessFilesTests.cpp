@@ -39,18 +39,17 @@ TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
 TEST(ProcessFiles, FindTheApplicationOfAUnit) {
     using Case = std::pair<std::string, std::vector<std::string>>;
     const std::string app = "0::/user.slice/user@1000.service/app.slice/";
-    for (const auto& [unit, identifiers] : {
-             Case{"app-gnome-org.gnome.Nautilus-4711.scope",
-                  {"org.gnome.Nautilus", "gnome-org.gnome.Nautilus"}},
-             {"app-flatpak-my\\x2dapp\\x40-7.scope", {"my-app@", "flatpak-my-app@"}},
-             {"app-kde-org.kde.kate@9f.service", {"org.kde.kate", "kde-org.kde.kate"}},
-             {"app-nm\\x2dapplet@autostart.service", {"nm-applet"}},
-             {"app-a-b-c-9.scope", {"b-c", "a-b-c"}},
-             {"app-x\\xzz\\x4-9.scope", {"x\\xzz\\x4"}},
-             {"snap.a-b.c-d-0b5a5a5e-1111-2222-3333-444455556666.scope", {"a-b_c-d"}},
-             {"snap.a.b.0b5a5a5e-1111-2222-3333-444455556666.scope", {"a_b"}},
-             {"snap.a.b.service", {"a_b"}},
-         }) {
+    for (const auto& [unit, identifiers] :
+         {Case{"app-gnome-org.gnome.Nautilus-4711.scope",
+               {"org.gnome.Nautilus", "gnome-org.gnome.Nautilus"}},
+          Case{"app-flatpak-my\\x2dapp\\x40-7.scope", {"my-app@", "flatpak-my-app@"}},
+          Case{"app-kde-org.kde.kate@9f.service", {"org.kde.kate", "kde-org.kde.kate"}},
+          Case{"app-nm\\x2dapplet@autostart.service", {"nm-applet"}},
+          Case{"app-a-b-c-9.scope", {"b-c", "a-b-c"}},
+          Case{"app-x\\xzz\\x4-9.scope", {"x\\xzz\\x4"}},
+          Case{"snap.a-b.c-d-0b5a5a5e-1111-2222-3333-444455556666.scope", {"a-b_c-d"}},
+          Case{"snap.a.b.0b5a5a5e-1111-2222-3333-444455556666.scope", {"a_b"}},
+          Case{"snap.a.b.service", {"a_b"}}}) {
         const std::string groups = "1:name=systemd:/\n" + app + unit + "/sub\n";
         const auto name = innermostUnit(groups);
         EXPECT_EQ(name, unit);
