@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import subprocess
 import tempfile
 
@@ -68,3 +69,24 @@ class Updates(UpdateWindows):
         tidewell.wait_for_item()
         tidewell.wait_for_log("No update found.")
         self.assertEqual(list((self.desktop.folder / "cache").glob("tidewell/updates/*")), [])
+
+    def test_are_off_and_nobody_is_asked_where_something_for_them_lacks(self):
+        build = pathlib.Path(executable()).resolve().parent.parent
+        folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(dir=build)))
+        server = self.enterContext(UpdateServer(build))
+        server.put_feed()
+        enable_automatic_checks(self.desktop)
+        for lacking in (None, "SUFeedURL", "SUFeedPublicEDKey", "SUPublicEDKey"):
+            with self.subTest(lacking):
+                server.asked.clear()
+                os.environ["TIDEWELL"] = str(
+                    install(build, folder / str(lacking), server, lacking=lacking))
+                tidewell = self.start_with_panel()
+                self.desktop.press("ctrl+comma")
+                wait_for("the settings",
+                         lambda: self.desktop.windows("--name", "^Tidewell Settings$"))
+                names = {name for _, name in self.parts(lists=False)}
+                self.assertIn("Confirm quit on exit", names)
+                self.assertIs("Check for Updates now" in names, lacking is None)
+                self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+                self.assertEqual(set(server.asked), set() if lacking else {"/feed.xml"})

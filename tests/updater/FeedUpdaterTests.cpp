@@ -389,6 +389,14 @@ TEST_F(FeedUpdaterTest, FetchesInAProcessThatCanDoNothingElse) {
     checkSilently();
     EXPECT_THAT(readText(seen),
                 AllOf(HasSubstr("no_proxy=here"), Not(HasSubstr("word")), Not(HasSubstr("HOME="))));
+
+    log.takeLines();
+    putFeed("");
+    writeText(script, "#!/bin/sh\necho 'fetches without Landlock' >&2\nexec cat " +
+                          (folder.path() / "files/feed.xml").string() + "\n");
+    checkSilently();
+    checkSilently();
+    EXPECT_THAT(log.takeLines(), ElementsAre(HasSubstr("fetches without Landlock"))) << "once";
 }
 
 TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWrong) {

@@ -59,9 +59,9 @@ class UpdateServer:
             + "</channel></rss>")
 
 
-def install(build, place, server, version="0.1.0", key=None):
+def install(build, place, server, version="0.1.0", key=None, lacking=None):
     """The built program once more, of the version given, getting its updates from the server.
-    Returns its path. `place` has to be on the file system of `build`."""
+    `lacking` is what its information leaves out. Returns its path. `place` has to be on the file system of `build`."""
     for program in ["bin/tidewell", "libexec/tidewell/tidewell-fetch"]:
         (place / program).parent.mkdir(parents=True)
         # No copy: its pages would count as the process's own until they are on the disk.
@@ -71,6 +71,7 @@ def install(build, place, server, version="0.1.0", key=None):
                     "SUFeedPublicEDKey": server.signer.key,
                     "SUPublicEDKey": key or server.signer.key,
                     "CFBundleShortVersionString": version}
+    information.pop(lacking, None)
     (place / "share/tidewell").mkdir(parents=True)
     (place / "share/tidewell/Info.json").write_text(json.dumps(information))
     (place / "share/tidewell/translations").symlink_to(
