@@ -11,8 +11,11 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
+
+#include <sodium/utils.h>
 
 namespace tidewell {
 namespace {
@@ -41,10 +44,24 @@ QByteArray readText(const QString& path) {
     return file.read(largest);
 }
 
+/// What the file of a key holds; wiped when it is destroyed, as the key itself is.
+struct KeyText : std::array<char, sodium_base64_ENCODED_LEN(sizeof(SecretKey),
+                                                            sodium_base64_VARIANT_ORIGINAL)> {
+    KeyText() = default;
+    KeyText(const KeyText&) = delete;
+    KeyText& operator=(const KeyText&) = delete;
+    ~KeyText() { sodium_memzero(data(), size()); }
+};
+
+// Unbuffered, here and below: a buffer would keep a copy.
 SecretKey readKey(const QString& path) {
-    QByteArray text = readText(path);
-    const auto key = readSecretKey(text.trimmed());
-    text.fill('\0'); // as the key wipes itself
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        giveUp(path + QStringLiteral(": ") + file.errorString());
+    }
+    KeyText text;
+    const qint64 length = file.read(text.data(), qint64(text.size()));
+    const auto key = readSecretKey({text.data(), std::max<qsizetype>(length, 0)});
     if (!key) {
         giveUp(QStringLiteral("the key's file holds no key"));
     }
@@ -55,9 +72,13 @@ void makeKey(const QString& path) {
     const KeyPair pair = makeKeyPair();
     QFile file(path);
     // Never over a key that is there: releases signed with it could not be followed any more.
-    const bool isNew =
-        file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
-    if (!isNew || file.write(base64(pair.secretKey) + '\n') < 0 || !file.flush()) {
+    const bool isNew = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
+                                 QFile::ReadOwner | QFile::WriteOwner);
+    KeyText text;
+    sodium_bin2base64(text.data(), text.size(), pair.secretKey.data(), pair.secretKey.size(),
+                      sodium_base64_VARIANT_ORIGINAL);
+    text.back() = '\n'; // in the place of the NUL byte
+    if (!isNew || file.write(text.data(), qint64(text.size())) != qint64(text.size())) {
         const QString reason = file.errorString();
         if (isNew) {
             file.remove(); // half a key would keep the next from being made

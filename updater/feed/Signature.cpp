@@ -46,8 +46,16 @@ std::optional<PublicKey> readPublicKey(const QByteArray& base64) {
     return key && crypto_core_ed25519_is_valid_point(key->data()) == 1 ? key : std::nullopt;
 }
 
-std::optional<SecretKey> readSecretKey(const QByteArray& base64) {
-    return fromBase64<SecretKey>(base64);
+std::optional<SecretKey> readSecretKey(QByteArrayView base64) {
+    std::optional<SecretKey> key(std::in_place);
+    std::size_t length = 0;
+    const int status = sodium_base642bin(key->data(), key->size(), base64.data(),
+                                         static_cast<std::size_t>(base64.size()), " \t\r\n",
+                                         &length, nullptr, sodium_base64_VARIANT_ORIGINAL);
+    if (status != 0 || length != key->size()) {
+        key.reset();
+    }
+    return key;
 }
 
 std::optional<Signature> readSignature(const QByteArray& base64) {

@@ -24,9 +24,10 @@ struct SecretKey : std::array<unsigned char, 64> {
 using Signature = std::array<unsigned char, 64>;
 
 /// Each of these from its base64 form; empty when that is not one. A public key is refused that is
-/// no proper point of the curve.
+/// no proper point of the curve. Of a secret key, before and after which there may be white space,
+/// no copy is left in memory.
 std::optional<PublicKey> readPublicKey(const QByteArray& base64);
-std::optional<SecretKey> readSecretKey(const QByteArray& base64);
+std::optional<SecretKey> readSecretKey(QByteArrayView base64);
 std::optional<Signature> readSignature(const QByteArray& base64);
 
 /// The other way round.

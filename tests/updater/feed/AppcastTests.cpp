@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <fstream>
+#include <memory>
+
 namespace tidewell {
 namespace {
 
@@ -187,6 +191,44 @@ TEST(Signature, IsOfAllByWhichAReleaseIsChosenAndOfProperKeysOnly) {
                                   QByteArray(31, 'k').toBase64(), QByteArray("*")}) {
         EXPECT_EQ(readPublicKey(key), std::nullopt) << key.data();
     }
+}
+
+/// How often the bytes 5a c3 17 5a c3 17 ... lie on the heap, 32 at a time.
+int copiesOnTheHeap() {
+    std::ifstream maps("/proc/self/maps");
+    int copies = 0;
+    for (std::string line; std::getline(maps, line);) {
+        if (!line.ends_with("[heap]")) {
+            continue;
+        }
+        const std::size_t end = std::stoul(line.substr(line.find('-') + 1), nullptr, 16);
+        int length = 0;
+        for (std::size_t at = std::stoul(line, nullptr, 16); at < end; ++at) {
+            const auto byte = *reinterpret_cast<const volatile unsigned char*>(at);
+            const auto wanted = std::to_array({0x5a, 0xc3, 0x17})[std::size_t(length) % 3];
+            length = byte == wanted ? length + 1 : 0;
+            copies += length == 32 ? 1 : 0;
+        }
+    }
+    return copies;
+}
+
+TEST(SecretKey, IsReadWithoutACopyThatStaysInMemory) {
+    std::string text = "\n";
+    for (int i = 0; i < 21; ++i) {
+        text += "WsMX";
+    }
+    EXPECT_EQ(readSecretKey(text), std::nullopt) << "a byte is missing";
+    text += "Wg==\r\n";
+    {
+        const auto key = std::make_unique<std::optional<SecretKey>>(readSecretKey(text));
+        ASSERT_TRUE(*key);
+        EXPECT_EQ((**key)[63], 0x5a);
+#ifndef TIDEWELL_SANITIZED // which have a heap of their own
+        EXPECT_EQ(copiesOnTheHeap(), 1);
+#endif
+    }
+    EXPECT_EQ(copiesOnTheHeap(), 0);
 }
 
 } // namespace
