@@ -12,9 +12,9 @@ enum class Kind : std::uint8_t { number, text, colour };
 class Reader {
 public:
     explicit Reader(std::span<const std::uint8_t> bytes)
-        : rest_(bytes) {
-        isBigEndian_ = card(1) != 0;
-        bytesOf(3);
+        : rest_(bytes)
+        , isBigEndian_(!bytes.empty() && bytes.front() != 0) {
+        bytesOf(4);
     }
 
     bool isWhole() const { return isWhole_; }
@@ -45,7 +45,7 @@ public:
 
 private:
     std::span<const std::uint8_t> rest_;
-    bool isBigEndian_ = false;
+    bool isBigEndian_;
     bool isWhole_ = true;
 };
 
