@@ -8,6 +8,7 @@
 #include "desktop/session/AutostartLoginItem.h"
 #include "desktop/session/PortalLoginItem.h"
 #include "desktop/statusitem/DesktopStatusItem.h"
+#include "model/preferences/StoredPreferences.h"
 
 #include <QDesktopServices>
 
@@ -52,8 +53,9 @@ ApplicationEnvironment Platform::environment() {
         .itemPlace = itemPlace_,
         .makeStatusItem =
             [this](const StatusItemBehaviour& behaviour) {
-                return std::make_unique<DesktopStatusItem>(sessionBus_, clock_, appearance_,
-                                                           itemPlace_, log_, behaviour);
+                return std::make_unique<DesktopStatusItem>(
+                    sessionBus_, clock_, appearance_, itemPlace_,
+                    KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_, behaviour);
             },
         .makeUpdater = programUpdater({.bundle = bundle_,
                                        .defaults = defaults_,

@@ -8,7 +8,8 @@ namespace tidewell {
 
 DesktopStatusItem::DesktopStatusItem(const QDBusConnection& bus, ContinuousClock& clock,
                                      DesktopAppearance& appearance, StatusItemPlace& place,
-                                     Log& log, const StatusItemBehaviour& behaviour)
+                                     const KeptLabelPosition& labelPosition, Log& log,
+                                     const StatusItemBehaviour& behaviour)
     : notifierHost_(bus, log)
     , switcher_(clock, notifierHost_, trayHost_,
                 {.notifier =
@@ -21,9 +22,9 @@ DesktopStatusItem::DesktopStatusItem(const QDBusConnection& bus, ContinuousClock
                          return std::make_unique<TrayIconStatusItem>(appearance, place, behaviour);
                      },
                  .label =
-                     [&appearance, &place, behaviour] {
+                     [&appearance, &place, labelPosition, behaviour] {
                          return std::make_unique<LabelWindowStatusItem>(appearance, place,
-                                                                        behaviour);
+                                                                        labelPosition, behaviour);
                      }}) {}
 
 } // namespace tidewell

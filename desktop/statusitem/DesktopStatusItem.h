@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/statusitem/LabelPosition.h"
 #include "desktop/statusitem/StatusItemSwitcher.h"
 #include "desktop/statusitem/StatusNotifierHost.h"
 #include "desktop/statusitem/SystemTrayHost.h"
@@ -14,7 +15,8 @@ class DesktopStatusItem final : public StatusItem {
 public:
     /// The references must outlive this. After the application object.
     DesktopStatusItem(const QDBusConnection& bus, ContinuousClock& clock,
-                      DesktopAppearance& appearance, StatusItemPlace& place, Log& log,
+                      DesktopAppearance& appearance, StatusItemPlace& place,
+                      const KeptLabelPosition& labelPosition, Log& log,
                       const StatusItemBehaviour& behaviour);
 
     void setContent(const StatusItemContent& content) override { switcher_.setContent(content); }

@@ -1,6 +1,7 @@
 #include "desktop/statusitem/LabelWindowStatusItem.h"
 
 #include "desktop/appearance/RoundedBackground.h"
+#include "desktop/statusitem/FullScreenWatch.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
 #include "ui/Drawing.h"
@@ -8,6 +9,7 @@
 #include "ui/Symbols.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QFontMetrics>
@@ -15,6 +17,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+
+#include <utility>
 
 namespace tidewell {
 
@@ -26,17 +30,17 @@ constexpr int spacing = 8;
 constexpr int horizontalPadding = 12;
 constexpr int verticalPadding = 6;
 constexpr int cornerRadius = 8;
-constexpr int screenMargin = 8;
 
 } // namespace
 
 /// A button, so that it works by keyboard and with a screen reader.
 class LabelWindow final : public QAbstractButton {
 public:
-    LabelWindow(DesktopAppearance& appearance, StatusItemPlace& place,
-                StatusItemBehaviour behaviour)
+    LabelWindow(DesktopAppearance& appearance, StatusItemPlace& itemPlace,
+                const KeptLabelPosition& position, StatusItemBehaviour behaviour)
         : appearance_(appearance)
-        , itemPlace_(place)
+        , itemPlace_(itemPlace)
+        , position_(position)
         , behaviour_(std::move(behaviour))
         , menu_(behaviour_.menu, appearance)
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
@@ -48,26 +52,29 @@ public:
         setWindowTitle(QString::fromStdString(behaviour_.title));
         setAccessibleName(windowTitle());
         connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
-        connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, [this] { followScreen(); });
+        for (const auto signal :
+             {&QGuiApplication::primaryScreenChanged, &QGuiApplication::screenRemoved}) {
+            connect(qGuiApp, signal, this, [this] { place(); });
+        }
+        connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen* screen) {
+            followScreen(screen);
+            place();
+        });
+        for (const QScreen* screen : QGuiApplication::screens()) {
+            followScreen(screen);
+        }
         followAppearance();
-        followScreen();
     }
 
     void setContent(const StatusItemContent& content) {
-        if (isVisible() && content == content_) {
-            return;
-        }
-        const bool resizes = content.text != content_.text || !isVisible();
+        const bool resizes = content.text != content_.text;
         content_ = content;
         setText(QString::fromStdString(content.text));
         setAccessibleDescription(text());
         if (resizes) {
             place();
         }
-        if (!isVisible()) {
-            x11::showOnAllWorkspaces(*this);
-            show();
-        }
+        showUnlessCovered();
         update();
     }
 
@@ -104,8 +111,31 @@ protected:
 
     void mousePressEvent(QMouseEvent* event) override {
         setAttribute(Qt::WA_KeyboardFocusChange, false);
+        pressedAt_ = event->globalPosition().toPoint();
         shownAt_ = (event->globalPosition() - event->position()).toPoint();
+        pressOffset_ = shownAt_ - pressedAt_;
         QAbstractButton::mousePressEvent(event);
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        const QPoint pointer = event->globalPosition().toPoint();
+        isDragged_ = isDragged_ || (event->buttons() == Qt::LeftButton &&
+                                    (pointer - pressedAt_).manhattanLength() >=
+                                        QApplication::startDragDistance());
+        if (isDragged_) {
+            setDown(false); // no click any more
+            shownAt_ = pointer + pressOffset_;
+            move(shownAt_);
+        }
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        QAbstractButton::mouseReleaseEvent(event);
+        if (std::exchange(isDragged_, false)) {
+            write(position_.defaults, position_.preference,
+                  storedLabelPosition(placeShown(), screenAreas()));
+            place();
+        }
     }
 
     void keyPressEvent(QKeyEvent* event) override {
@@ -119,7 +149,14 @@ protected:
     // Alt+F4, say. Ignoring the event instead would make QApplication::quit() fail.
     void closeEvent(QCloseEvent* event) override {
         QAbstractButton::closeEvent(event);
-        QMetaObject::invokeMethod(this, &QWidget::show, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this] { showUnlessCovered(); }, Qt::QueuedConnection);
+    }
+
+    void changeEvent(QEvent* event) override {
+        if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+            QMetaObject::invokeMethod(this, &QWidget::showNormal, Qt::QueuedConnection);
+        }
+        QAbstractButton::changeEvent(event);
     }
 
     void contextMenuEvent(QContextMenuEvent*) override { menu_.popUp(placeShown().bottomLeft()); }
@@ -137,41 +174,51 @@ private:
 
     void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
 
-    void followScreen() {
-        QObject::disconnect(screenChanged_);
-        if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
-            screenChanged_ =
-                connect(screen, &QScreen::availableGeometryChanged, this, [this] { place(); });
-            place();
-        }
+    void followScreen(const QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, [this] { place(); });
     }
 
     void place() {
-        const QScreen* const screen = QGuiApplication::primaryScreen();
-        if (screen == nullptr) {
-            return; // primaryScreenChanged follows
-        }
-        const QRect available = screen->availableGeometry();
         const QSize size = sizeHint();
-        shownAt_ = QPoint(available.right() + 1 - screenMargin - size.width(),
-                          available.top() + screenMargin);
+        if (!isDragged_) {
+            const auto kept = stored(position_.defaults, position_.preference);
+            shownAt_ = labelPosition(kept.value_or(std::string()), screenAreas(), size);
+        }
         setGeometry({shownAt_, size});
         itemPlace_.isAt(placeShown());
     }
 
+    void showUnlessCovered() {
+        const QScreen* const screen = QGuiApplication::screenAt(placeShown().center());
+        if (screen != nullptr && fullScreen_.fills(*screen)) {
+            hide();
+        } else if (!isVisible()) {
+            // Each time: what a window manager closed is another window to it when it is back.
+            place();
+            x11::leaveOutOfTaskBars(*this);
+            show();
+            x11::showOnAllWorkspaces(*this);
+        }
+    }
+
     DesktopAppearance& appearance_;
     StatusItemPlace& itemPlace_;
+    KeptLabelPosition position_;
     StatusItemBehaviour behaviour_;
     StatusMenuPopup menu_;
     StatusItemContent content_;
-    QPoint shownAt_; // as last set, or computed from the last mouse press
-    QMetaObject::Connection screenChanged_;
+    QPoint shownAt_;     // as last set, or computed from the last mouse press
+    QPoint pressedAt_;   // on the screen
+    QPoint pressOffset_; // from there to the window's corner
+    bool isDragged_ = false;
+    FullScreenWatch fullScreen_{[this] { showUnlessCovered(); }};
     Subscription appearanceChanged_;
 };
 
 LabelWindowStatusItem::LabelWindowStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
+                                             const KeptLabelPosition& position,
                                              StatusItemBehaviour behaviour)
-    : window_(std::make_unique<LabelWindow>(appearance, place, std::move(behaviour))) {}
+    : window_(std::make_unique<LabelWindow>(appearance, place, position, std::move(behaviour))) {}
 
 LabelWindowStatusItem::~LabelWindowStatusItem() = default;
 

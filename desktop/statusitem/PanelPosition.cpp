@@ -31,9 +31,10 @@ Edge barEdge(const QRect& screen, const QRect& available) {
     return std::ranges::max_element(widths, {}, &std::pair<int, Edge>::first)->second;
 }
 
-/// The screen edge of the bar that `place` lies in; the nearer of top and bottom where the
-/// available area excludes no bar there.
-Edge edgeBeside(const QRect& place, const QRect& screen, const QRect& available) {
+/// The screen edge of the bar that `place` lies in. Where the available area excludes no bar there,
+/// the nearer of top and bottom, or of left and right where the panel fits only beside the place.
+Edge edgeBeside(const QRect& place, const QRect& screen, const QRect& available,
+                const QSize& panel) {
     const QPoint centre = place.center();
     if (centre.y() < available.y()) {
         return Edge::top;
@@ -47,7 +48,14 @@ Edge edgeBeside(const QRect& place, const QRect& screen, const QRect& available)
     if (centre.x() >= endOfX(available)) {
         return Edge::right;
     }
-    return centre.y() < screen.center().y() ? Edge::top : Edge::bottom;
+    const bool isHigh = centre.y() < screen.center().y();
+    const bool isLeft = centre.x() < screen.center().x();
+    const int room = isHigh ? endOfY(available) - endOfY(place) : place.y() - available.y();
+    const int beside = isLeft ? endOfX(available) - endOfX(place) : place.x() - available.x();
+    if (room < panel.height() + gap && beside >= panel.width() + gap) {
+        return isLeft ? Edge::left : Edge::right;
+    }
+    return isHigh ? Edge::top : Edge::bottom;
 }
 
 QRect inside(const QRect& available, QPoint wanted, const QSize& panel) {
@@ -99,7 +107,7 @@ QRect panelPosition(const std::optional<QRect>& item, const std::vector<ScreenAr
     }
     const QPoint centred(item->center().x() - panel.width() / 2,
                          item->center().y() - panel.height() / 2);
-    switch (edgeBeside(*item, screen.geometry, available)) {
+    switch (edgeBeside(*item, screen.geometry, available, panel)) {
     case Edge::top:
         return inside(available, {centred.x(), endOfY(*item) + gap}, panel);
     case Edge::bottom:

@@ -1,11 +1,13 @@
 #include "desktop/statusitem/X11.h"
 
 #include <QGuiApplication>
+#include <QPoint>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -18,21 +20,6 @@ namespace {
 template <typename Reply>
 std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
     return {reply, &std::free};
-}
-
-/// Qt adds its own states to these when it maps the window.
-void setStates(QWidget& window, std::initializer_list<const char*> names) {
-    xcb_connection_t* const server = connection();
-    if (server == nullptr) {
-        return;
-    }
-    std::vector<xcb_atom_t> states;
-    for (const char* name : names) {
-        states.push_back(atom(server, name));
-    }
-    xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                        atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(states.size()), states.data());
 }
 
 } // namespace
@@ -111,6 +98,36 @@ bool isXWayland() {
            QGuiApplication::primaryScreen()->name().startsWith(QLatin1String("XWAYLAND"));
 }
 
+std::optional<QPoint> middle(xcb_window_t window) {
+    xcb_connection_t* const server = connection();
+    const auto size =
+        owned(xcb_get_geometry_reply(server, xcb_get_geometry(server, window), nullptr));
+    if (!size) {
+        return std::nullopt;
+    }
+    const auto request = xcb_translate_coordinates(server, window, size->root,
+                                                   static_cast<std::int16_t>(size->width / 2),
+                                                   static_cast<std::int16_t>(size->height / 2));
+    const auto place = owned(xcb_translate_coordinates_reply(server, request, nullptr));
+    return place ? std::optional(QPoint(place->dst_x, place->dst_y)) : std::nullopt;
+}
+
+bool isOurs(xcb_window_t window) {
+    return std::ranges::any_of(QGuiApplication::allWindows(), [window](const QWindow* ours) {
+        return ours->handle() != nullptr && ours->winId() == window;
+    });
+}
+
+void selectProperties(xcb_window_t window, bool isOn) {
+    if (window == XCB_WINDOW_NONE) {
+        return;
+    }
+    const std::uint32_t mask = isOn ? std::uint32_t{XCB_EVENT_MASK_PROPERTY_CHANGE} : 0U;
+    const auto request =
+        xcb_change_window_attributes_checked(connection(), window, XCB_CW_EVENT_MASK, &mask);
+    xcb_discard_reply(connection(), request.sequence); // Qt would log an error
+}
+
 bool hasFocus() {
     xcb_connection_t* const server = connection();
     if (server == nullptr) {
@@ -118,10 +135,7 @@ bool hasFocus() {
     }
     const auto reply =
         owned(xcb_get_input_focus_reply(server, xcb_get_input_focus(server), nullptr));
-    const QWindowList windows = QGuiApplication::allWindows();
-    return reply && std::ranges::any_of(windows, [&reply](const QWindow* window) {
-               return window->handle() != nullptr && window->winId() == reply->focus;
-           });
+    return reply && isOurs(reply->focus);
 }
 
 bool isComposited() {
@@ -132,12 +146,35 @@ bool isComposited() {
 }
 
 void leaveOutOfTaskBars(QWidget& window) {
-    setStates(window, {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"});
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    // Qt adds its own states when it maps the window.
+    const std::array states{atom(server, "_NET_WM_STATE_SKIP_TASKBAR"),
+                            atom(server, "_NET_WM_STATE_SKIP_PAGER")};
+    xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                        atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
+                        states.data());
 }
 
 void showOnAllWorkspaces(QWidget& window) {
-    setStates(window,
-              {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_STICKY"});
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    constexpr std::uint32_t all = 0xffffffff;
+    constexpr std::uint32_t fromProgram = 1;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = atom(server, "_NET_WM_DESKTOP");
+    message.data.data32[0] = all;
+    message.data.data32[1] = fromProgram;
+    xcb_send_event(server, 0, rootWindow(server),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
 }
 
 void useActivationToken(QWidget& window) {

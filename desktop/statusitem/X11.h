@@ -4,9 +4,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+class QPoint;
 class QWidget;
 
 /// What this program asks of the X server beside what Qt does. Main thread.
@@ -39,6 +41,16 @@ xcb_window_t rootWindow(xcb_connection_t* connection);
 /// Whether the X server is XWayland; false without X11.
 bool isXWayland();
 
+/// Where the middle of a window is on the screen, in native pixels; empty where it is gone.
+std::optional<QPoint> middle(xcb_window_t window);
+
+/// Whether the window is one of the program's.
+bool isOurs(xcb_window_t window);
+
+/// Selects changes of the properties of a window that is none of ours, or nothing of it any more.
+/// It may be gone.
+void selectProperties(xcb_window_t window, bool isOn);
+
 /// Whether one of the program's windows has the input focus: as the X server knows, while Qt may be
 /// wrong for good; what Qt knows without X11.
 bool hasFocus();
@@ -51,7 +63,8 @@ bool isComposited();
 /// Keeps the window, not mapped yet, out of task bars and pagers. To be told before each showing.
 void leaveOutOfTaskBars(QWidget& window);
 
-/// The same, and puts it on all workspaces.
+/// Puts the window on all workspaces. To be told after each showing: not every window manager asks
+/// for it before.
 void showOnAllWorkspaces(QWidget& window);
 
 /// Starts the window, not mapped yet, with the focus that XDG_ACTIVATION_TOKEN grants, if that is

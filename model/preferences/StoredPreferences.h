@@ -13,6 +13,8 @@ inline constexpr StoredPreference<bool> confimQuitOnExit{"_confimQuitOnExit", tr
 inline constexpr StoredPreference<double> pollingInterval{"_pollingInterval", 5.0};
 /// A point of the screen, as a JSON array of two numbers.
 inline constexpr StoredPreference<Data> auxiliaryWindowPos{"_auxiliaryWindowPos", "[0,0]"};
+/// Where the user put the label window; the desktop's part of the program knows the form.
+inline constexpr StoredPreference<std::string> labelWindowPos{"_labelWindowPos", ""};
 /// The history of samples, as the JSON document of a `DataContainer`. No view shows it.
 inline constexpr StoredPreference<Data> dataContainer{"_dataContainer", ""};
 /// Read and written by the updater.

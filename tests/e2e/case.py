@@ -9,6 +9,7 @@ import unittest
 import dbus
 from desktop import Desktop, wait_for
 from program import Tidewell, meminfo
+from Xlib import X, display, protocol
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 CHECKED, FOCUSED = 4, 12  # states
@@ -62,6 +63,18 @@ class DesktopCase(unittest.TestCase):
         x, y, width, height = panel
         self.assertTrue(x <= item[0] + item[2] / 2 <= x + width <= self.desktop.size[0], panel)
         self.assertTrue(item[1] + item[3] <= y and y + height <= self.desktop.size[1], panel)
+
+    def tell_window_manager(self, window, message, *data):
+        """Sends the message of a window, as task bars do. Data are numbers and names of atoms."""
+        server = display.Display(self.desktop.display)
+        values = [server.intern_atom(each) if isinstance(each, str) else each for each in data]
+        root = server.screen().root
+        root.send_event(protocol.event.ClientMessage(
+            window=server.create_resource_object("window", int(window)),
+            client_type=server.intern_atom(message), data=(32, (values + 5 * [0])[:5])),
+            event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        server.sync()
+        server.close()
 
     def need_plain_log(self):
         if os.path.exists(JOURNAL) and stat.S_ISSOCK(os.stat(JOURNAL).st_mode):

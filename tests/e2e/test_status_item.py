@@ -1,11 +1,10 @@
 import pathlib
-import signal
 import time
 
 from case import DesktopCase
 from desktop import wait_for
 from program import HERE as TOOLS
-from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR, WINDOW_COLOUR
+from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
 
 
 class XfcePanel(DesktopCase):
@@ -81,41 +80,6 @@ class DarkXfcePanel(DesktopCase):
                                     ("xfce4-panel", "/panels/dark-mode", "false")):
             self.desktop.run("xfconf-query", "-c", channel, "-p", key, "-s", value)
         wait_for("the light red", lambda: tidewell.item_colour() == light)
-
-
-class NoHost(DesktopCase):
-    host = None
-
-    def test_has_a_label_window_that_opens_the_panel(self):
-        tidewell = self.start_at("low")
-        label = x, y, width, height = wait_for("the label window", tidewell.label_window)
-        self.assertTrue(0 <= self.desktop.size[0] - x - width <= 20 and 0 <= y <= 20,
-                        f"{label} is not the top right")
-        green = LEVEL_COLOURS["low"][0]
-        wait_for("the green symbol", lambda: self.desktop.shows(green, label))
-        self.desktop.click(x + width // 2, y + height // 2)
-        self.check_place(tidewell.wait_for_panel(), label)
-        self.desktop.click(x + width // 2, y + height // 2)
-        tidewell.wait_for_no_panel()
-
-
-    def test_follows_the_theme_of_the_settings_daemon_while_there_is_one(self):
-        tidewell = self.start()
-        label = wait_for("the label window", tidewell.label_window)
-        settings = self.desktop.folder / "xsettingsd"
-        settings.write_text('Net/ThemeName "Adwaita-dark"\n')
-        daemon = self.desktop.start("xsettingsd", "-c", str(settings))
-        self.desktop.run("xfconf-query", "-c", "xsettings", "-p", "/Net/ThemeName", "-r")
-        wait_for("the dark label", lambda: self.desktop.shows(WINDOW_COLOUR[1], label))
-        settings.write_text('Net/ThemeName "Adwaita"\n')
-        daemon.send_signal(signal.SIGHUP)
-        wait_for("the light label", lambda: self.desktop.shows(WINDOW_COLOUR[0], label))
-        settings.write_text('Net/ThemeName "Adwaita-dark"\n')
-        daemon.send_signal(signal.SIGHUP)
-        wait_for("the dark label again", lambda: self.desktop.shows(WINDOW_COLOUR[1], label))
-        daemon.kill()
-        wait_for("the light label without it",
-                 lambda: self.desktop.shows(WINDOW_COLOUR[0], label))
 
 
 class OldTray(DesktopCase):

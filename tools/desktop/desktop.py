@@ -351,6 +351,15 @@ class Desktop(Session):
 
     # -- screen -------------------------------------------------------------------------------
 
+    def plug_in(self, monitor, width, height, x, output="none"):
+        """Makes a monitor of a part of the screen that begins so far from its left edge. The first
+        one takes the output "screen"."""
+        self.run("xrandr", "--setmonitor", monitor, f"{width}/{width}x{height}/{height}+{x}+0",
+                 output)
+
+    def unplug(self, monitor):
+        self.run("xrandr", "--delmonitor", monitor)
+
     def windows(self, *search):
         """Identifiers of the visible windows that xdotool's search finds."""
         return self.output("xdotool", "search", "--onlyvisible", *search).split()
@@ -380,6 +389,11 @@ class Desktop(Session):
 
     def press(self, *keys):
         self.run("xdotool", "key", *keys)
+
+    def drag(self, start, end):
+        self.run("xdotool", "mousemove", *map(str, start), "mousedown", "1")
+        self.glide(start, end)
+        self.run("xdotool", "mouseup", "1")
 
     def picture(self, path, crop=None, enlarged=1):
         """Saves the screen, or the part (x, y, width, height) of it, as a PNG file."""

@@ -321,7 +321,7 @@ def task_bar_lists_none(trial):
 def label_is_in_corner(trial):
     label = met(trial.label, lambda: f"no label; seen: {trial.seen()}")
     width, height = trial.desktop.size
-    far = round(60 * trial.desktop.scale)
+    far = round(100 * trial.desktop.scale)
     if width - label.right > far or min(label.y, height - label.bottom) > far:
         raise Unmet(f"the label lies at {label}")
 

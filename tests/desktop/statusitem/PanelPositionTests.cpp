@@ -1,3 +1,4 @@
+#include "desktop/statusitem/LabelPosition.h"
 #include "desktop/statusitem/PanelPosition.h"
 
 #include <gtest/gtest.h>
@@ -36,9 +37,24 @@ TEST(PanelPosition, LiesBesideTheItemInsideTheAvailableArea) {
     expectAt("untold bar at the top", {{984, -6, 33, 33}}, {bare}, {825, 31});
     expectAt("another screen", {{1984, 194, 33, 33}}, {bare, second}, {1924, 231});
     expectAt("our own window", {{1768, 8, 144, 28}}, {bare}, {1566, 40});
+    expectAt("our own window, no room below", {{1500, 400, 144, 28}}, {bare}, {1146, 33});
     expectAt("low screen", at(500, 10), {{{0, 0, 1024, 768}, {0, 20, 1024, 748}}}, {325, 20});
     expectAt("tiny screen", at(5, 10), {{{0, 0, 320, 240}, {0, 20, 320, 220}}}, {0, 20});
     EXPECT_EQ(panelPosition(at(5, 10), {}, {350, 760}).size(), QSize(350, 760)) << "unplugged";
+}
+
+TEST(LabelPosition, IsWhereItWasDraggedOnAScreenOfTheSameGeometry) {
+    constexpr QSize label(100, 28);
+    const std::string kept = storedLabelPosition({{2000, 300}, label}, {topBar, second});
+    const auto expectAt = [&](const char* what, const std::string& stored,
+                              const std::vector<ScreenArea>& screens, const QPoint& expected) {
+        EXPECT_EQ(labelPosition(stored, screens, label), expected) << what;
+    };
+    expectAt("never dragged", {}, {topBar, second}, {1812, 78});
+    expectAt("dragged", kept, {topBar, second}, {2000, 300});
+    expectAt("that screen is gone", kept, {topBar}, {1812, 78});
+    expectAt("a bar has come there", "1880 0 0 0 1920 1080", {topBar}, {1820, 30});
+    expectAt("damaged", "2147483647 0 0 0 1920 108", {topBar}, {1812, 78});
 }
 
 TEST(StatusItemPlace, BelievesWhatLiesInTheStripOfABar) {

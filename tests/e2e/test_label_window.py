@@ -1,0 +1,108 @@
+import signal
+
+from case import DesktopCase
+from desktop import wait_for
+from program import LEVEL_COLOURS, WINDOW_COLOUR
+
+TITLE_BAR = 40  # a high one
+ADD, REMOVE = 1, 0  # of _NET_WM_STATE
+ICONIC = 3  # of WM_CHANGE_STATE
+
+
+class LabelWindow(DesktopCase):
+    """Openbox alone, without any host."""
+
+    host = None
+
+    def start_with_label(self, level=None):
+        tidewell = self.start_at(level) if level else self.start()
+        self.label = wait_for("the label window", tidewell.label_window)
+        return tidewell
+
+    def window_of(self, tidewell):
+        return tidewell.windows()[self.label]
+
+    def wait_for_label(self, tidewell, place):
+        wait_for(f"the label at {place}", lambda: tidewell.label_window() == place)
+
+    def start_full_screen_window(self):
+        self.desktop.start("xmessage", "-center", "A film")
+        film, = wait_for("the other window", lambda: self.desktop.windows("--class", "Xmessage"))
+        self.desktop.run("xdotool", "windowactivate", "--sync", film)
+        self.tell_window_manager(film, "_NET_WM_STATE", ADD, "_NET_WM_STATE_FULLSCREEN")
+        return film
+
+    def test_opens_the_panel_by_a_click(self):
+        tidewell = self.start_with_label("low")
+        x, y, width, height = self.label
+        self.assertTrue(0 <= self.desktop.size[0] - x - width <= 20 and TITLE_BAR <= y <= 60,
+                        f"{self.label} is not below the buttons of a maximised window")
+        green = LEVEL_COLOURS["low"][0]
+        wait_for("the green symbol", lambda: self.desktop.shows(green, self.label))
+        self.desktop.click(x + width // 2, y + height // 2)
+        self.check_place(tidewell.wait_for_panel(), self.label)
+        self.desktop.click(x + width // 2, y + height // 2)
+        tidewell.wait_for_no_panel()
+
+    def test_stays_where_it_was_dragged_until_the_screen_changes(self):
+        tidewell = self.start_with_label()
+        x, y, width, height = self.label
+        self.desktop.drag((x + 10, y + 10), (x - 290, y + 210))
+        dragged = (x - 300, y + 200, width, height)
+        self.wait_for_label(tidewell, dragged)
+        self.assertIsNone(tidewell.panel(), "dragging is no click")
+        self.desktop.click(x - 290, y + 210)
+        panel = tidewell.wait_for_panel()
+        self.assertTrue(panel[0] + panel[2] < dragged[0], f"{panel} covers the label")
+        tidewell.end(signal.SIGTERM)
+        tidewell = self.start()
+        self.wait_for_label(tidewell, dragged)
+        self.desktop.plug_in("other", 1024, 768, 0, "screen")
+        self.wait_for_label(tidewell, (x - 256, y, width, height))
+
+    def test_comes_back_where_it_was_and_on_all_workspaces(self):
+        tidewell = self.start_with_label()
+        for take_away in (
+                lambda: self.tell_window_manager(self.window_of(tidewell), "_NET_CLOSE_WINDOW"),
+                lambda: self.tell_window_manager(self.window_of(tidewell), "WM_CHANGE_STATE",
+                                                 ICONIC)):
+            take_away()
+            self.wait_for_label(tidewell, self.label)
+            for workspace in ("1", "0"):
+                self.desktop.run("xdotool", "set_desktop", workspace)
+                self.wait_for_label(tidewell, self.label)
+
+    def test_gives_way_to_what_fills_the_screen(self):
+        tidewell = self.start_with_label()
+        film = self.start_full_screen_window()
+        wait_for("the label's end", lambda: not tidewell.label_window())
+        self.tell_window_manager(film, "_NET_WM_STATE", REMOVE, "_NET_WM_STATE_FULLSCREEN")
+        self.wait_for_label(tidewell, self.label)
+
+    def test_follows_the_theme_of_the_settings_daemon_while_there_is_one(self):
+        self.start_with_label()
+        settings = self.desktop.folder / "xsettingsd"
+        settings.write_text('Net/ThemeName "Adwaita-dark"\n')
+        daemon = self.desktop.start("xsettingsd", "-c", str(settings))
+        self.desktop.run("xfconf-query", "-c", "xsettings", "-p", "/Net/ThemeName", "-r")
+
+        def becomes(is_dark):
+            wait_for("the label in other colours",
+                     lambda: self.desktop.shows(WINDOW_COLOUR[is_dark], self.label))
+        becomes(True)
+        for theme, is_dark in (("Adwaita", False), ("HighContrastInverse", True)):
+            settings.write_text(f'Net/ThemeName "{theme}"\n')
+            daemon.send_signal(signal.SIGHUP)
+            becomes(is_dark)
+        daemon.kill()
+        becomes(False)
+
+
+class LabelWindowOnXfwm(LabelWindow):
+    window_manager = ("xfwm4",)
+
+    def test_comes_back_where_it_was_and_on_all_workspaces(self):
+        super().test_comes_back_where_it_was_and_on_all_workspaces()
+
+    def test_gives_way_to_what_fills_the_screen(self):
+        super().test_gives_way_to_what_fills_the_screen()
