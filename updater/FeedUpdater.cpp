@@ -107,7 +107,7 @@ Result<> FeedUpdater::startUpdater() {
     feed_ = address;
     installation_ = {QString::fromStdString(*installed), environment_.systemVersion,
                      environment_.architecture, !environment_.appImage.isEmpty()};
-    appImage_ = identityOf(environment_.appImage);
+    appImage_ = identityOf(QFile::encodeName(environment_.appImage).constData());
     isStarted_ = true;
     if (hasUnverified(environment_.downloadFolder)) {
         files_.post([folder = environment_.downloadFolder] { removeUnverified(folder); });
@@ -349,7 +349,7 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
             ? Result<>()
             : failure("nothing opens " + file.toStdString(), UpdateProblem::noHandler);
     }
-    if (identityOf(environment_.appImage) != appImage_) {
+    if (identityOf(QFile::encodeName(environment_.appImage).constData()) != appImage_) {
         // By a newer version perhaps, and not by this updater.
         co_return failure("another program has replaced " + environment_.appImage.toStdString(),
                           UpdateProblem::cannotReplace);
@@ -364,7 +364,7 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
         }
     });
     co_await work;
-    appImage_ = identityOf(environment_.appImage);
+    appImage_ = identityOf(QFile::encodeName(environment_.appImage).constData());
     co_return replaced;
 }
 

@@ -7,6 +7,7 @@
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/SerialExecutor.h"
 #include "base/runtime/Task.h"
+#include "base/values/FileIdentity.h"
 #include "updater/download/Fetch.h"
 #include "updater/download/UpdateFile.h"
 #include "updater/feed/Appcast.h"

@@ -8,7 +8,6 @@
 #include <QDateTime>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cmath>
@@ -122,16 +121,6 @@ bool isLasting(const std::error_code& cause) {
            cause == std::errc::not_supported || cause == std::errc::too_many_symbolic_link_levels;
 }
 
-/// Differs from one replacement of the file to the next; empty where there is none.
-std::string versionOf(const std::filesystem::path& file) {
-    struct stat status{};
-    if (::stat(file.c_str(), &status) != 0) {
-        return {};
-    }
-    return std::to_string(status.st_ino) + ' ' + std::to_string(status.st_size) + ' ' +
-           std::to_string(status.st_mtim.tv_sec) + ' ' + std::to_string(status.st_mtim.tv_nsec);
-}
-
 } // namespace
 
 std::filesystem::path defaultPreferencesFile() {
@@ -165,7 +154,7 @@ void FileUserDefaults::set(std::string_view key, DefaultsValue value) {
 }
 
 void FileUserDefaults::read() {
-    version_ = versionOf(file_);
+    identity_ = identityOf(file_.c_str());
     const auto content = readFile(AT_FDCWD, file_.c_str(), largestFile);
     const std::error_code cause = content ? std::error_code() : content.error().cause;
     isUnreadable_ = cause && cause != std::errc::no_such_file_or_directory && !isLasting(cause);
@@ -201,7 +190,7 @@ void FileUserDefaults::setAside(const std::string& problem) {
 }
 
 void FileUserDefaults::save() {
-    if (isUnreadable_ || version_ != versionOf(file_)) {
+    if (isUnreadable_ || identity_ != identityOf(file_.c_str())) {
         read();
         entries_.update(unsaved_);
         if (isUnreadable_ || isKeptInMemory_) {
@@ -215,7 +204,7 @@ void FileUserDefaults::save() {
     if (saved) {
         unsaved_.clear();
         reported_.clear();
-        version_ = versionOf(file_);
+        identity_ = identityOf(file_.c_str());
     } else {
         report(saved.error().description(), "save()");
     }

@@ -2,6 +2,7 @@
 
 #include "base/ports/Log.h"
 #include "base/ports/UserDefaults.h"
+#include "base/values/FileIdentity.h"
 
 #include <nlohmann/json.hpp>
 
@@ -48,10 +49,10 @@ private:
     Log& log_;
     nlohmann::json entries_ = nlohmann::json::object();
     nlohmann::json unsaved_ = nlohmann::json::object(); // those that have not reached the disk
-    std::string version_;         // of the file as it was last read or written
-    std::string reported_;        // the last problem, until something was saved
-    bool isKeptInMemory_ = false; // the file holds something that must not be replaced
-    bool isUnreadable_ = false;   // for a reason that may pass
+    std::optional<FileIdentity> identity_; // of the file as it was last read or written
+    std::string reported_;                 // the last problem, until something was saved
+    bool isKeptInMemory_ = false;          // the file holds something that must not be replaced
+    bool isUnreadable_ = false;            // for a reason that may pass
 };
 
 } // namespace tidewell

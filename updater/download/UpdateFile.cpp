@@ -87,16 +87,6 @@ Result<> verifyFile(const DownloadFolder& folder, const AppcastItem& item, const
     return readVerified(folder, item, key, stop, [](const QByteArray&) { return Result<>(); });
 }
 
-std::optional<FileIdentity> identityOf(const QString& path) {
-    struct stat status{};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
-        return std::nullopt;
-    }
-    constexpr qint64 second = 1000000000;
-    return FileIdentity{status.st_dev, status.st_ino, status.st_size,
-                        status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec};
-}
-
 Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
                          const AppcastItem& item, const PublicKey& key,
                          const std::stop_token& stop) {

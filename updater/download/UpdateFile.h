@@ -4,7 +4,6 @@
 #include "updater/download/DownloadFolder.h"
 #include "updater/feed/Appcast.h"
 
-#include <optional>
 #include <stop_token>
 
 namespace tidewell {
@@ -21,16 +20,6 @@ Result<> verify(const FileDigest& digest, const AppcastItem& item, const PublicK
 /// The same of the release's file in a folder. Ends early, as a failure, once `stop` is requested.
 Result<> verifyFile(const DownloadFolder& folder, const AppcastItem& item, const PublicKey& key,
                     const std::stop_token& stop);
-
-/// Tells whether a path still leads to the same file with the same content.
-struct FileIdentity {
-    quint64 device;
-    quint64 inode;
-    qint64 length;
-    qint64 changed; ///< nanoseconds
-    bool operator==(const FileIdentity&) const = default;
-};
-std::optional<FileIdentity> identityOf(const QString& path);
 
 /// Puts the release's file of a folder in the place of `appImage`, or of what that links to, at
 /// once and as a whole: it is copied beside it, verified again while that is done, and renamed.
