@@ -1,29 +1,16 @@
 #include "ui/Fonts.h"
 
+#include <array>
+
 namespace tidewell {
 
 QFont textFont(TextStyle style, QFont base) {
-    switch (style) {
-    case TextStyle::largeTitle:
-        base.setPixelSize(26);
-        break;
-    case TextStyle::title:
-        base.setPixelSize(20);
+    constexpr std::array sizes{26, 20, 12, 12, 11, 10}; // in the order of the styles
+    base.setPixelSize(sizes.at(static_cast<std::size_t>(style)));
+    if (style == TextStyle::title) {
         base.setWeight(QFont::Medium);
-        break;
-    case TextStyle::headline:
-        base.setPixelSize(12);
+    } else if (style == TextStyle::headline) {
         base.setWeight(QFont::DemiBold);
-        break;
-    case TextStyle::body:
-        base.setPixelSize(12);
-        break;
-    case TextStyle::callout:
-        base.setPixelSize(11);
-        break;
-    case TextStyle::footnote:
-        base.setPixelSize(10);
-        break;
     }
     return base;
 }
