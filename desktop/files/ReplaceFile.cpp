@@ -20,17 +20,12 @@ tl::unexpected<Error> lastError(const char* tried, const std::filesystem::path& 
 
 /// std::filesystem::create_directories, but open to the user alone.
 Result<> createFolders(const std::filesystem::path& folder) {
-    std::error_code error;
-    if (folder.empty() || std::filesystem::is_directory(folder, error)) {
-        return {};
-    }
-    if (folder.has_relative_path()) {
-        if (auto above = createFolders(folder.parent_path()); !above) {
-            return above;
+    std::filesystem::path made;
+    for (const auto& name : folder) {
+        made /= name;
+        if (::mkdir(made.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+            return lastError("create", made);
         }
-    }
-    if (::mkdir(folder.c_str(), S_IRWXU) != 0) {
-        return lastError("create", folder);
     }
     return {};
 }

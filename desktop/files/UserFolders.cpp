@@ -18,8 +18,6 @@ bool isPrivate(const std::filesystem::path& folder) {
            (status.st_mode & ALLPERMS) == S_IRWXU;
 }
 
-} // namespace
-
 std::filesystem::path homeFolder() {
     const char* home = std::getenv("HOME");
     if (home != nullptr && *home == '/') {
@@ -28,6 +26,8 @@ std::filesystem::path homeFolder() {
     const passwd* user = ::getpwuid(::getuid());
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
 }
+
+} // namespace
 
 std::filesystem::path runtimeFile(std::string_view name) {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");

@@ -5,9 +5,6 @@
 
 namespace tidewell {
 
-/// The user's home folder.
-std::filesystem::path homeFolder();
-
 /// The path of a file in a local folder that only this user can enter, for what goes with the
 /// session: $XDG_RUNTIME_DIR, or else /tmp/tidewell-UID, which is made if need be. Empty where
 /// neither is a folder of the user's with mode 0700.

@@ -66,7 +66,7 @@ std::optional<int> SingleInstance::start() {
         const auto left = [&deadline] {
             return std::chrono::milliseconds(std::max<qint64>(deadline.remainingTime(), 1));
         };
-        if (claimName(left()) != Name::taken) {
+        if (!isNameTaken(left())) {
             return startLocked();
         }
         reply = bus_.call(activateCall(), QDBus::Block, static_cast<int>(left().count()));
@@ -79,18 +79,14 @@ std::optional<int> SingleInstance::start() {
     return EXIT_FAILURE;
 }
 
-SingleInstance::Name SingleInstance::claimName(std::chrono::milliseconds limit) {
+bool SingleInstance::isNameTaken(std::chrono::milliseconds limit) {
     const uint doNotQueue = 4;
-    const uint nowOwner = 1;
-    const uint ownerAlready = 4;
+    const uint hasOtherOwner = 3;
     const auto reply =
         bus_.call(busCall(QStringLiteral("RequestName")) << identifier_ << doNotQueue, QDBus::Block,
                   static_cast<int>(limit.count()));
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        return Name::unavailable;
-    }
-    const uint result = reply.arguments().value(0).toUInt();
-    return result == nowOwner || result == ownerAlready ? Name::ours : Name::taken;
+    return reply.type() == QDBusMessage::ReplyMessage &&
+           reply.arguments().value(0).toUInt() == hasOtherOwner;
 }
 
 std::optional<int> SingleInstance::startLocked() {

@@ -51,9 +51,8 @@ public:
                                const QVariantMap& platformData);
 
 private:
-    enum class Name { ours, taken, unavailable };
-
-    Name claimName(std::chrono::milliseconds limit);
+    /// Claims it. False also where there is no bus to ask.
+    bool isNameTaken(std::chrono::milliseconds limit);
     std::optional<int> startLocked();
     QDBusMessage activateCall() const;
 
