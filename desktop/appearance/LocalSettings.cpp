@@ -64,13 +64,6 @@ LookSettings merged(LookSettings first, const LookSettings& second) {
     return first;
 }
 
-QString text(const XSettings& settings, std::string_view name) {
-    const auto found = settings.find(name);
-    const auto* const value =
-        found == settings.end() ? nullptr : std::get_if<std::string>(&found->second);
-    return value == nullptr ? QString() : QString::fromStdString(*value);
-}
-
 } // namespace
 
 std::optional<Appearance> themeAppearance(const QString& name) {
@@ -109,12 +102,11 @@ LookSettings LocalSettings::xsettings() const {
     if (!settings) {
         return {};
     }
-    LookSettings look{.appearance = themeAppearance(text(*settings, "Net/ThemeName")),
-                      .font = text(*settings, "Gtk/FontName"),
-                      .iconTheme = text(*settings, "Net/IconThemeName")};
-    if (const auto found = settings->find("Gtk/EnableAnimations"); found != settings->end()) {
-        const auto* const moves = std::get_if<std::int32_t>(&found->second);
-        look.animations = moves == nullptr || *moves != 0;
+    LookSettings look{.appearance = themeAppearance(settings->value("Net/ThemeName").toString()),
+                      .font = settings->value("Gtk/FontName").toString(),
+                      .iconTheme = settings->value("Net/IconThemeName").toString()};
+    if (const QVariant moves = settings->value("Gtk/EnableAnimations"); moves.isValid()) {
+        look.animations = moves != 0;
     }
     return look;
 }

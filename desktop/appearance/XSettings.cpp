@@ -1,81 +1,61 @@
 #include "desktop/appearance/XSettings.h"
 
-#include <utility>
+#include <QDataStream>
+#include <QIODevice>
 
 namespace tidewell {
 
 namespace {
 
-enum class Kind : std::uint8_t { number, text, colour };
+enum class Kind : quint8 { number, text, colour };
 
-/// Reads from the front. After a failure everything fails.
-class Reader {
-public:
-    explicit Reader(std::span<const std::uint8_t> bytes)
-        : rest_(bytes)
-        , isBigEndian_(!bytes.empty() && bytes.front() != 0) {
-        bytesOf(4);
+/// A text of that length and what fills it up to a multiple of four.
+QByteArray takeText(QDataStream& stream, quint32 length) {
+    if (length > stream.device()->bytesAvailable()) { // before any memory is taken for it
+        stream.setStatus(QDataStream::ReadPastEnd);
+        return {};
     }
-
-    bool isWhole() const { return isWhole_; }
-
-    /// Of that many bytes, four at most; 0 after a failure.
-    std::uint32_t card(std::size_t size) {
-        std::uint32_t value = 0;
-        const auto bytes = bytesOf(size);
-        for (std::size_t at = 0; at < bytes.size(); ++at) {
-            value = value << 8U | bytes[isBigEndian_ ? at : bytes.size() - 1 - at];
-        }
-        return value;
-    }
-
-    std::string text(std::size_t size) {
-        const auto bytes = bytesOf(size);
-        std::string result(bytes.begin(), bytes.end());
-        bytesOf((4 - size % 4) % 4);
-        return result;
-    }
-
-    std::span<const std::uint8_t> bytesOf(std::size_t size) {
-        isWhole_ = isWhole_ && size <= rest_.size();
-        const auto bytes = rest_.first(isWhole_ ? size : 0);
-        rest_ = rest_.subspan(bytes.size());
-        return bytes;
-    }
-
-private:
-    std::span<const std::uint8_t> rest_;
-    bool isBigEndian_;
-    bool isWhole_ = true;
-};
+    QByteArray text = stream.device()->read(length);
+    stream.skipRawData(static_cast<int>((4 - length % 4) % 4));
+    return text;
+}
 
 } // namespace
 
 std::optional<XSettings> parseXSettings(std::span<const std::uint8_t> bytes) {
+    QDataStream stream(QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()),
+                                               static_cast<qsizetype>(bytes.size())));
+    const bool isBigEndian = !bytes.empty() && bytes.front() != 0;
+    stream.setByteOrder(isBigEndian ? QDataStream::BigEndian : QDataStream::LittleEndian);
+    stream.skipRawData(8); // the byte order and the serial number
     XSettings settings;
-    Reader reader(bytes);
-    reader.card(4); // the serial number
-    const std::uint32_t count = reader.card(4);
-    for (std::uint32_t number = 0; number < count && reader.isWhole(); ++number) {
-        const auto kind = static_cast<Kind>(reader.card(1));
-        reader.bytesOf(1);
-        std::string name = reader.text(reader.card(2));
-        reader.card(4); // the serial number of its last change
+    quint32 count = 0;
+    stream >> count;
+    for (; count > 0 && stream.status() == QDataStream::Ok; --count) {
+        Kind kind{};
+        quint16 nameLength = 0;
+        stream >> kind;
+        stream.skipRawData(1);
+        stream >> nameLength;
+        const QByteArray name = takeText(stream, nameLength);
+        stream.skipRawData(4); // the serial number of its last change
+        quint32 value = 0;
+        stream >> value;
         switch (kind) {
         case Kind::number:
-            settings[std::move(name)] = static_cast<std::int32_t>(reader.card(4));
+            settings[name] = static_cast<qint32>(value);
             break;
         case Kind::text:
-            settings[std::move(name)] = reader.text(reader.card(4));
+            settings[name] = QString::fromUtf8(takeText(stream, value));
             break;
         case Kind::colour:
-            reader.bytesOf(8);
+            stream.skipRawData(4); // the other two of its four components
             break;
         default:
             return std::nullopt; // of unknown length
         }
     }
-    return reader.isWhole() ? std::optional(std::move(settings)) : std::nullopt;
+    return stream.status() == QDataStream::Ok ? std::optional(std::move(settings)) : std::nullopt;
 }
 
 } // namespace tidewell

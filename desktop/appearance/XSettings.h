@@ -1,17 +1,17 @@
 #pragma once
 
+#include <QHash>
+#include <QVariant>
+
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <span>
-#include <string>
-#include <variant>
 
 namespace tidewell {
 
-/// The settings that a desktop hands to X clients, by names such as "Net/ThemeName"; colours are
-/// left out.
-using XSettings = std::map<std::string, std::variant<std::int32_t, std::string>, std::less<>>;
+/// The settings that a desktop hands to X clients, numbers and texts, by names such as
+/// "Net/ThemeName"; colours are left out.
+using XSettings = QHash<QByteArray, QVariant>;
 
 /// The value of the property _XSETTINGS_SETTINGS; empty where it is not whole. Any program may
 /// have written it. Pure.

@@ -22,7 +22,7 @@ TEST(XSettings, AreReadInBothByteOrdersAndOnlyWhole) {
                                "\1\0\x0d\0Net/ThemeName\0\0\0\1\0\0\0\5\0\0\0Menta\0\0\0"
                                "\2\0\1\0C\0\0\0\1\0\0\0rrggbbaa"
                                "\0\0\1\0N\0\0\0\1\0\0\0\xff\xff\xff\xff"s;
-    const XSettings expected{{"Net/ThemeName", "Menta"}, {"N", -1}};
+    const XSettings expected{{"Net/ThemeName", QStringLiteral("Menta")}, {"N", -1}};
     EXPECT_EQ(parsed(little), expected);
     EXPECT_EQ(parsed("\1\0\0\0\0\0\0\7\0\0\0\2"
                      "\1\0\0\x0dNet/ThemeName\0\0\0\0\0\0\1\0\0\0\5Menta\0\0\0"
