@@ -67,6 +67,8 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
         const bool isOnItsWay = pointerLeft_.isValid() && !pointerLeft_.hasExpired(100);
         awaitFocus(isOnItsWay ? pointersWay : focusChange);
     });
+    // Queued: the item may be on its way to another screen.
+    connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::place, Qt::QueuedConnection);
     qApp->installEventFilter(this);
 }
 
@@ -83,10 +85,7 @@ void PanelWindow::toggle() {
 
 void PanelWindow::open() {
     if (!isVisible()) {
-        const QRect place =
-            panelPosition(itemPlace_(), screenAreas(), QSize(panelWidth, panelHeight));
-        setFixedSize(place.size());
-        move(place.topLeft());
+        place();
         hadFocus_ = false;
         x11::leaveOutOfTaskBars(*this);
         x11::useActivationToken(*this);
@@ -100,6 +99,12 @@ void PanelWindow::open() {
         addContent();
     }
     content_->show();
+}
+
+void PanelWindow::place() {
+    const QRect place = panelPosition(itemPlace_(), screenAreas(), QSize(panelWidth, panelHeight));
+    setFixedSize(place.size());
+    move(place.topLeft());
 }
 
 void PanelWindow::addContent() {

@@ -43,6 +43,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void place();
     void addContent();
     void awaitFocus(std::chrono::milliseconds patience);
     void closeWithoutFocus();

@@ -98,6 +98,63 @@ class LabelWindow(DesktopCase):
         becomes(False)
 
 
+class TaskBars(LabelWindow):
+    def test_list_the_settings_alone(self):
+        tidewell = self.start_with_label()
+        x, y, width, height = self.label
+        self.desktop.click(x + width // 2, y + height // 2)
+        x, y, *_ = panel = tidewell.wait_for_panel()
+        self.desktop.move_pointer(x + 175, y + 90)
+        self.desktop.move_pointer(x + 175, y + 290)
+        unlisted = {self.label, panel, wait_for("the process window", tidewell.process_window)}
+        states = [self.states(tidewell.windows()[each]) for each in unlisted]
+        self.assertTrue(all({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"} <= each
+                            for each in states), states)
+        self.desktop.press("ctrl+comma")
+        settings, = wait_for("the settings", lambda: self.desktop.windows(
+            "--name", "^Tidewell Settings$"))
+        self.assertFalse({"_NET_WM_STATE_SKIP_TASKBAR"} & self.states(settings))
+        self.assertIn("Icon (", self.desktop.output("xprop", "-id", settings, "_NET_WM_ICON"))
+
+    def states(self, window):
+        return set(self.desktop.output("xprop", "-id", window, "_NET_WM_STATE")
+                   .strip().replace(" = ", ", ").split(", "))
+
+
+class TwoScreens(LabelWindow):
+    SCREENS = ((0, 640), (640, 1280))  # from left to right
+
+    def setUp(self):
+        super().setUp()
+        self.desktop.plug_in("left", 640, 900, 0, "screen")
+        self.desktop.plug_in("right", 640, 900, 640)
+
+    def screen_of(self, window):
+        """The number of the screen that the whole window lies on, or None."""
+        x, _, width, _ = window
+        return next((number for number, (left, right) in enumerate(self.SCREENS)
+                     if left <= x and x + width <= right), None)
+
+    def test_have_the_panel_where_the_item_is_until_one_is_unplugged(self):
+        tidewell = self.start_with_label()
+        x, y, width, height = self.label
+        self.assertEqual(self.screen_of(self.label), 0)
+        self.desktop.click(x + 10, y + 10)
+        self.assertEqual(self.screen_of(tidewell.wait_for_panel()), 0)
+        self.desktop.press("Escape")
+        tidewell.wait_for_no_panel()
+        self.desktop.drag((x + 10, y + 10), (x + 510, y + 10))
+        self.wait_for_label(tidewell, (x + 500, y, width, height))
+        self.desktop.click(x + 510, y + 10)
+        self.assertEqual(self.screen_of(tidewell.wait_for_panel()), 1)
+        self.desktop.unplug("right")
+        self.wait_for_label(tidewell, self.label)
+        wait_for("the panel on the screen that is left",
+                 lambda: tidewell.panel() and self.screen_of(tidewell.panel()) == 0)
+        self.desktop.press("Escape")
+        tidewell.wait_for_no_panel()
+
+
 class LabelWindowOnXfwm(LabelWindow):
     window_manager = ("xfwm4",)
 
