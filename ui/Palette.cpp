@@ -2,20 +2,60 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <cmath>
 
 namespace tidewell {
 
 namespace {
 
-template <typename Variants>
-Colour variantOf(Colour colour, const Variants& variants) {
-    const auto* const found =
-        std::ranges::find(variants, colour, [](const auto& variant) { return variant.first; });
-    return found == variants.end() ? colour : found->second;
+/// A named colour, and what text, bars and all of it become where the named colour is too pale.
+struct Shades {
+    Colour named;
+    Colour text;
+    Colour bar;
+    Colour highContrast;
+};
+
+Shades shadesOf(Colour colour) {
+    using namespace colours;
+    static constexpr Colour blackOnWhite{0x000000, 0xffffff};
+    static constexpr Colour whiteBelowBlack{0xffffff, 0x000000};
+    static constexpr std::array known{
+        Shades{primary, primary, primary, blackOnWhite},
+        Shades{secondaryText, secondaryText, secondaryText, blackOnWhite},
+        Shades{window, window, window, whiteBelowBlack},
+        Shades{box, box, box, whiteBelowBlack},
+        Shades{systemRed, {0xc4271d, 0xff6961}, systemRed, {0xb00010, 0xff7b70}},
+        Shades{systemOrange, {0xa34d00, 0xff9f0a}, {0xdb7a00, 0xff9f0a}, {0x8a3f00, 0xffb340}},
+        Shades{systemGreen, {0x1e7d34, 0x30d158}, {0x28a745, 0x30d158}, {0x0b5c20, 0x4ade6f}},
+        Shades{lightGray, {0x66666b, 0xaaaaaa}, {0x919195, 0xaaaaaa}, {0x555555, 0xc0c0c0}},
+        Shades{systemBlue, {0x0062cc, 0x4aa3ff}, systemBlue, {0x0047a3, 0x7ab8ff}},
+        Shades{systemTeal, systemTeal, systemTeal, {0x005b6b, 0x5fd8ec}},
+        Shades{systemCyan, systemCyan, systemCyan, {0x00587d, 0x85dcff}},
+    };
+    const auto* const found = std::ranges::find(known, colour, &Shades::named);
+    return found == known.end() ? Shades{colour, colour, colour, colour} : *found;
+}
+
+QColor shade(Colour colour, Colour Shades::* usual, Appearance appearance) {
+    const Shades shades = shadesOf(colour);
+    return QColor::fromRgb(
+        (hasHighContrast(appearance) ? shades.highContrast : shades.*usual).in(appearance));
 }
 
 } // namespace
+
+QColor toQColor(Colour colour, Appearance appearance) {
+    return shade(colour, &Shades::named, appearance);
+}
+
+QColor textColour(Colour colour, Appearance appearance) {
+    return shade(colour, &Shades::text, appearance);
+}
+
+QColor barColour(Colour colour, Appearance appearance) {
+    return shade(colour, &Shades::bar, appearance);
+}
 
 QColor withOpacity(QColor colour, double opacity) {
     colour.setAlphaF(static_cast<float>(opacity));
@@ -31,41 +71,27 @@ QColor onGround(const QColor& colour, const QColor& ground) {
                             mixed(colour.blueF(), ground.blueF()));
 }
 
-Colour textVariant(Colour colour) {
-    static constexpr std::array variants{
-        std::pair{colours::systemRed, Colour{0xc4271d, 0xff6961}},
-        std::pair{colours::systemOrange, Colour{0xa34d00, 0xff9f0a}},
-        std::pair{colours::systemGreen, Colour{0x1e7d34, 0x30d158}},
-        std::pair{colours::lightGray, Colour{0x66666b, 0xaaaaaa}},
-        std::pair{colours::systemBlue, Colour{0x0062cc, 0x4aa3ff}},
-    };
-    return variantOf(colour, variants);
-}
-
-Colour barVariant(Colour colour) {
-    static constexpr std::array variants{
-        std::pair{colours::systemOrange, Colour{0xdb7a00, 0xff9f0a}},
-        std::pair{colours::systemGreen, Colour{0x28a745, 0x30d158}},
-        std::pair{colours::lightGray, Colour{0x919195, 0xaaaaaa}},
-    };
-    return variantOf(colour, variants);
-}
-
 Appearance appearanceOf(const QPalette& palette) {
-    const bool isDark = palette.color(QPalette::WindowText).lightnessF() >
-                        palette.color(QPalette::Window).lightnessF();
-    return isDark ? Appearance::dark : Appearance::light;
+    const float text = palette.color(QPalette::WindowText).lightnessF();
+    const float window = palette.color(QPalette::Window).lightnessF();
+    if (std::abs(text - window) == 1) {
+        return text > window ? Appearance::highContrastDark : Appearance::highContrastLight;
+    }
+    return text > window ? Appearance::dark : Appearance::light;
 }
 
 QColor hairline(Appearance appearance) {
-    const int level = appearance == Appearance::dark ? 255 : 0;
-    return {level, level, level, 20}; // 8 %
+    const int level = isDark(appearance) ? 255 : 0;
+    return {level, level, level, hasHighContrast(appearance) ? 255 : 20}; // opaque, or 8 %
 }
 
 QPalette paletteFor(Appearance appearance) {
     const QColor text = toQColor(colours::primary, appearance);
     const QColor secondary = toQColor(colours::secondaryText, appearance);
     const QColor box = toQColor(colours::box, appearance);
+    // Where contrast is high, secondary text is as strong as the primary.
+    const QColor disabled =
+        hasHighContrast(appearance) ? toQColor(colours::lightGray, appearance) : secondary;
 
     // Bevels and frames are derived from the button colour.
     QPalette palette(box, toQColor(colours::window, appearance));
@@ -79,7 +105,7 @@ QPalette paletteFor(Appearance appearance) {
     palette.setColor(QPalette::Highlight, QColor::fromRgb(0x0062cc)); // white on it is legible
     palette.setColor(QPalette::HighlightedText, Qt::white);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, secondary);
+        palette.setColor(QPalette::Disabled, role, disabled);
     }
     return palette;
 }

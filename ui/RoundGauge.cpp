@@ -121,9 +121,6 @@ void RoundGauge::paintEvent(QPaintEvent*) {
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // texts run as they are written
     const Appearance appearance = appearanceOf(palette());
     const QPointF middle(width() / 2.0, (height() - gaugeSize.height()) / 2.0 + diameter / 2);
-    const auto textColour = [appearance](Colour colour) {
-        return toQColor(textVariant(colour), appearance);
-    };
 
     drawOnDevicePixels(painter, middle - QPointF(diameter, diameter) / 2, arc(appearance));
 
@@ -145,16 +142,17 @@ void RoundGauge::paintEvent(QPaintEvent*) {
     if (textWidth > valueTextWidth) { // digits of a wide font are drawn smaller rather than cut
         painter.scale(valueTextWidth / textWidth, valueTextWidth / textWidth);
     }
-    drawCentred(painter, {0, natural.capHeight() / 2}, shown.text, textColour(shown.textColour));
+    drawCentred(painter, {0, natural.capHeight() / 2}, shown.text,
+                textColour(shown.textColour, appearance));
     painter.restore();
 
     QFont endFont = textFont(TextStyle::footnote, font());
     endFont.setWeight(QFont::DemiBold);
     painter.setFont(endFont);
     drawCentred(painter, middle + QPointF(-endTextDistance, endTextBaseline), shown.minimumText,
-                textColour(shown.minimumTextColour));
+                textColour(shown.minimumTextColour, appearance));
     drawCentred(painter, middle + QPointF(endTextDistance, endTextBaseline), shown.maximumText,
-                textColour(shown.maximumTextColour));
+                textColour(shown.maximumTextColour, appearance));
 }
 
 } // namespace tidewell

@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <array>
 #include <utility>
 
 namespace tidewell {
@@ -66,16 +67,20 @@ void TitledBox::paintInside(QPainter& painter, const QWidget& content,
     painter.save();
     const QColor edge = hairline(appearanceOf(box->palette()));
     for (const double x : {frame.left(), frame.right() - line}) {
-        painter.fillRect(QRectF(x, frame.top(), line, frame.height() - cornerRadius),
-                         onGround(edge, box->palette().base().color()));
+        painter.fillRect(
+            QRectF(x, frame.top() + cornerRadius, line, frame.height() - 2 * cornerRadius),
+            onGround(edge, box->palette().base().color()));
     }
-    // The lower corners are painted over: under a clip path, Qt's raster engine takes pool threads.
-    const double outer = 2 * cornerRadius;
+    // The corners are painted over: under a clip path, Qt's raster engine takes pool threads.
+    const QSizeF size(2 * cornerRadius, 2 * cornerRadius);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const bool isLeft : {true, false}) {
-        const QPointF corner = isLeft ? frame.bottomLeft() : frame.bottomRight();
-        const QRectF circle(corner - QPointF(isLeft ? 0 : outer, outer), QSizeF(outer, outer));
-        const int start = isLeft ? 180 : 270;
+    const std::array corners{std::pair{frame.topRight(), QPointF(1, 0)},
+                             std::pair{frame.topLeft(), QPointF(0, 0)},
+                             std::pair{frame.bottomLeft(), QPointF(0, 1)},
+                             std::pair{frame.bottomRight(), QPointF(1, 1)}};
+    for (int start = 0; const auto& [corner, side] : corners) {
+        const QRectF circle(corner - QPointF(side.x() * size.width(), side.y() * size.height()),
+                            size);
         QPainterPath outside(corner);
         outside.arcTo(circle, start, 90);
         outside.closeSubpath();
@@ -83,6 +88,7 @@ void TitledBox::paintInside(QPainter& painter, const QWidget& content,
         painter.setPen(QPen(edge, line));
         const double middle = line / 2;
         painter.drawArc(circle.adjusted(middle, middle, -middle, -middle), start * 16, 90 * 16);
+        start += 90;
     }
     painter.restore();
 }

@@ -7,14 +7,13 @@
 #include "app/lists/UsageText.h"
 #include "ui/Drawing.h"
 #include "ui/Palette.h"
+#include "ui/ScrollThumb.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QScrollBar>
-#include <QStyleOptionSlider>
 
 #include <algorithm>
 #include <cmath>
@@ -39,29 +38,6 @@ constexpr Measures measuresOf(ShowItemList::Kind kind) {
 }
 
 constexpr double cornerRadius = 5;
-
-/// A thumb without a groove, for a small box. A style's own scroll bar would fill a tenth of it.
-class ScrollThumb final : public QScrollBar {
-public:
-    ScrollThumb()
-        : QScrollBar(Qt::Vertical) {}
-
-    QSize sizeHint() const override { return {10, QScrollBar::sizeHint().height()}; }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QStyleOptionSlider option;
-        initStyleOption(&option);
-        const QRectF thumb = style()->subControlRect(QStyle::CC_ScrollBar, &option,
-                                                     QStyle::SC_ScrollBarSlider, this);
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(
-            withOpacity(palette().color(QPalette::PlaceholderText), isSliderDown() ? 1 : 0.7));
-        painter.drawRoundedRect(QRectF(2, thumb.top(), 6, thumb.height()), 3, 3);
-    }
-};
 
 bool looksLike(const DisplayContainer& one, const DisplayContainer& other) {
     return one.showItem.label == other.showItem.label &&

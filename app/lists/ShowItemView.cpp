@@ -100,7 +100,7 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
         painter.setFont(fonts.remark);
         right = drawBadge(painter, frame, right - spacing, isRightToLeft,
                           {.text = u' ' + text + u' ',
-                           .colour = toQColor(textVariant(colour), appearance),
+                           .colour = textColour(colour, appearance),
                            .ground = withOpacity(toQColor(colour, appearance), 0.15)});
     }
 
@@ -114,7 +114,7 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
         text = labelMetrics.elidedText(text, Qt::ElideRight, labelWidth);
         textWidth = labelMetrics.horizontalAdvance(text);
     }
-    painter.setPen(toQColor(textVariant(color), appearance));
+    painter.setPen(textColour(color, appearance));
     painter.setFont(fonts.label);
     // Where the row begins also for labels of the other direction.
     drawTextLine(painter, placed({labelLeft, frame.top(), labelWidth, frame.height()}),

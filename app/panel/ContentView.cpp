@@ -29,6 +29,8 @@ namespace {
 constexpr int componentWidth = 300;
 constexpr int betweenItems = 6;
 constexpr int boxMargin = 4;
+constexpr int topMargin = 20;
+constexpr int leastMargin = 8;
 constexpr int titleHeight = 24;
 
 constexpr int titleBottomPadding(bool checkIfNotificationsAreAllowed) {
@@ -58,8 +60,11 @@ ContentView::ContentView(Environment environment)
                             [this] { dismissAppMemory(); });
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 20, 0, 6);
+    layout->setContentsMargins(0, leastMargin, 0, 6);
     layout->setSpacing(0);
+    // On low screens, this and what is above the copyright are the first to go.
+    layout->addItem(
+        new QSpacerItem(0, topMargin - leastMargin, QSizePolicy::Minimum, QSizePolicy::Maximum));
     layout->addWidget(title_);
     layout->addWidget(prompts_);
     for (QWidget* item :
@@ -70,7 +75,6 @@ ContentView::ContentView(Environment environment)
     layout->addStretch();
     layout->addWidget(makeSecondaryLabel(QString::fromStdString(copyright(environment_.bundle)),
                                          TextStyle::footnote));
-    setMinimumHeight(panelHeight);
 
     watching_ = environment_.memoryWatcher->objectWillChange([this] { later_.schedule(); });
     if (environment_.sparkleModel) {

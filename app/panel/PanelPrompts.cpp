@@ -63,8 +63,7 @@ void PanelPrompts::changeEvent(QEvent* event) {
 
 void PanelPrompts::applyPalette() {
     QPalette red;
-    red.setColor(QPalette::ButtonText,
-                 toQColor(textVariant(colours::systemRed), appearanceOf(palette())));
+    red.setColor(QPalette::ButtonText, textColour(colours::systemRed, appearanceOf(palette())));
     notificationPrompt_->setPalette(red);
 }
 

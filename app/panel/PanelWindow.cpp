@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -112,18 +111,12 @@ void PanelWindow::addContent() {
     layout->setContentsMargins(0, 0, 0, 0);
     const MakeContent makeContent = std::exchange(makeContent_, nullptr);
     // On a screen too low for all of it the content scrolls.
-    auto* frame = new QScrollArea;
-    frame->setFrameShape(QFrame::NoFrame);
-    frame->setFocusPolicy(Qt::NoFocus);
-    frame->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    frame->setWidgetResizable(true);
     QWidget* content = makeContent().release();
-    frame->setWidget(content);
+    content_ = new ThumbScrollArea(content);
     // The panel paints the background and the line around it.
     content->setAutoFillBackground(false);
-    frame->viewport()->setAutoFillBackground(false);
-    layout->addWidget(frame);
-    content_ = frame;
+    content_->viewport()->setAutoFillBackground(false);
+    layout->addWidget(content_);
 }
 
 void PanelWindow::adopt(QWidget& window) {
@@ -173,9 +166,18 @@ void PanelWindow::closeByItself() {
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
+    switch (event->key()) {
+    case Qt::Key_Escape:
         close();
-    } else {
+        break;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        // Keys that come from the content, it has had already.
+        content_->verticalScrollBar()->triggerAction(event->key() == Qt::Key_PageUp
+                                                         ? QScrollBar::SliderPageStepSub
+                                                         : QScrollBar::SliderPageStepAdd);
+        break;
+    default:
         QWidget::keyPressEvent(event);
     }
 }
@@ -193,6 +195,7 @@ void PanelWindow::hideEvent(QHideEvent* event) {
     outsideClicks_.setOn(false);
     if (!event->spontaneous() && content_ != nullptr) {
         content_->hide();
+        content_->verticalScrollBar()->setValue(0);
     }
     QWidget::hideEvent(event);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/statusitem/OutsideClicks.h"
+#include "ui/ScrollThumb.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -53,8 +54,8 @@ private:
 
     MakeContent makeContent_;
     std::function<std::optional<QRect>()> itemPlace_;
-    QWidget* content_ = nullptr; ///< a child, hidden while the panel is
-    bool hadFocus_ = false;      ///< since it opened, one of our windows
+    ThumbScrollArea* content_ = nullptr; ///< a child, hidden while the panel is
+    bool hadFocus_ = false;              ///< since it opened, one of our windows
     QTimer focusWait_;
     QElapsedTimer pointerLeft_; ///< one of our windows
     QElapsedTimer closedByItself_;

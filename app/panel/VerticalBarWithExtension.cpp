@@ -34,7 +34,7 @@ void VerticalBarWithExtension::paint(QPainter& painter, QPointF bottomLeft,
     const QRectF bar(bottomLeft - QPointF(0, height), QSizeF(barWidth, height));
     const QRectF sharpBar = onDevicePixels(painter, bar);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(sharpBar, toQColor(barVariant(fill), appearance));
+    painter.fillRect(sharpBar, barColour(fill, appearance));
     // Half a point at each side, in whole device pixels: where that makes one for both, the right
     // neighbour has it.
     const double scale = painter.deviceTransform().m11();

@@ -80,8 +80,7 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     // Only the sides and the base: the top's rounding hides what is between two pixels.
     const double height = std::max(barHeight, 1 / painter.deviceTransform().m11());
     const QRectF bar(bottomLeft - QPointF(0, height), QSizeF(barWidth, height));
-    drawBar(painter, onDevicePixels(painter, bar), topRadius,
-            toQColor(barVariant(barColor), appearance));
+    drawBar(painter, onDevicePixels(painter, bar), topRadius, barColour(barColor, appearance));
 
     const QFontMetricsF metrics(font, painter.device());
     const QString text = QString::fromStdString(label);
@@ -96,7 +95,8 @@ void VerticalBarWithText::paint(QPainter& painter, QPointF bottomLeft, const QFo
     const QRectF frame =
         onDevicePixels(painter, {QPointF(-size.width() / 2, -size.height() / 2), size});
     painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(toQColor(colours::window, appearance), hovered ? 1.0 : 0.5));
+    painter.setBrush(withOpacity(toQColor(colours::window, appearance),
+                                 hovered || hasHighContrast(appearance) ? 1.0 : 0.5));
     painter.drawRoundedRect(frame, 2, 2);
     painter.setFont(font);
     painter.setPen(toQColor(colours::primary, appearance));

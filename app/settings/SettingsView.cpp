@@ -269,7 +269,7 @@ void SettingsView::showPollingInterval() {
     QPalette colours; // none of its own
     if (isEditing_) {
         colours.setColor(pollingLabel_->foregroundRole(),
-                         toQColor(textVariant(colours::systemRed), appearanceOf(palette())));
+                         textColour(colours::systemRed, appearanceOf(palette())));
     }
     pollingLabel_->setPalette(colours);
 }

@@ -6,15 +6,28 @@
 
 namespace tidewell {
 
-enum class Appearance { light, dark };
+/// The looks of the interface: two usual ones, and two for those who need contrast.
+enum class Appearance { light, dark, highContrastLight, highContrastDark };
 
-/// A colour of the interface, with the value that each appearance gives it: 0xRRGGBB, opaque.
+constexpr bool isDark(Appearance appearance) {
+    return appearance == Appearance::dark || appearance == Appearance::highContrastDark;
+}
+
+constexpr bool hasHighContrast(Appearance appearance) {
+    return appearance >= Appearance::highContrastLight;
+}
+
+constexpr Appearance withHighContrast(Appearance appearance) {
+    return isDark(appearance) ? Appearance::highContrastDark : Appearance::highContrastLight;
+}
+
+/// A colour of the interface, with the values that the usual appearances give it: 0xRRGGBB, opaque.
 struct Colour {
     std::uint32_t light;
     std::uint32_t dark;
 
     constexpr std::uint32_t in(Appearance appearance) const {
-        return appearance == Appearance::dark ? dark : light;
+        return isDark(appearance) ? dark : light;
     }
     bool operator==(const Colour&) const = default;
 };

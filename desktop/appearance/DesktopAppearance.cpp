@@ -10,7 +10,8 @@ namespace tidewell {
 namespace {
 
 const QString portalGroup = QStringLiteral("org.freedesktop.appearance");
-const QString portalKey = QStringLiteral("color-scheme");
+const QString portalScheme = QStringLiteral("color-scheme");
+const QString portalContrast = QStringLiteral("contrast");
 const QString xfceSession = QStringLiteral("xsettings");
 const QString xfceTheme = QStringLiteral("/Net/ThemeName");
 const QString xfcePanel = QStringLiteral("xfce4-panel");
@@ -41,9 +42,11 @@ DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, const QString& 
     connect(&portalOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askPortal(); });
     connect(&xfceOwner_, &QDBusServiceWatcher::serviceRegistered, this, [this] { askXfce(); });
     // No sender name: with one, QtDBus makes a blocking GetNameOwner call.
-    bus_.connect(QString(), portalSettings.path, portalSettings.interface,
-                 QStringLiteral("SettingChanged"), {portalGroup, portalKey}, QString(), this,
-                 SLOT(askPortal()));
+    for (const QString& key : {portalScheme, portalContrast}) {
+        bus_.connect(QString(), portalSettings.path, portalSettings.interface,
+                     QStringLiteral("SettingChanged"), {portalGroup, key}, QString(), this,
+                     SLOT(askPortal()));
+    }
     for (const QString& channel : {xfceSession, xfcePanel}) {
         for (const auto& signal :
              {QStringLiteral("PropertyChanged"), QStringLiteral("PropertyRemoved")}) {
@@ -63,7 +66,9 @@ bool DesktopAppearance::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DesktopAppearance::askPortal() {
-    ask(portalSettings, portalGroup, portalKey, [this](const QVariant& value) {
+    ask(portalSettings, portalGroup, portalContrast,
+        [this](const QVariant& value) { portalWantsContrast_ = value.toUInt() == 1; });
+    ask(portalSettings, portalGroup, portalScheme, [this](const QVariant& value) {
         switch (value.toUInt()) {
         case 1:
             portal_ = Appearance::dark;
@@ -97,10 +102,15 @@ void DesktopAppearance::ask(const SettingsService& service, const QString& group
 void DesktopAppearance::decide() {
     const Appearance local =
         local_.look().appearance.value_or(appearanceOf(QGuiApplication::palette()));
-    const Appearance desktop = portal_.value_or(xfceTheme_.value_or(local));
+    const Appearance theme = xfceTheme_.value_or(local);
+    Appearance desktop = portal_.value_or(theme);
     // Xfce's panel follows the theme, whatever the portal says.
-    const Appearance statusArea =
-        hasDarkBar_ || isXfcePanelDark_ ? Appearance::dark : xfceTheme_.value_or(desktop);
+    const bool hasDarkArea =
+        hasDarkBar_ || isXfcePanelDark_ || isDark(xfceTheme_.value_or(desktop));
+    const Appearance statusArea = hasDarkArea ? Appearance::dark : Appearance::light;
+    if (portalWantsContrast_ || hasHighContrast(theme)) {
+        desktop = withHighContrast(desktop);
+    }
     if (desktop != desktop_ || statusArea != statusArea_) {
         desktop_ = desktop;
         statusArea_ = statusArea;

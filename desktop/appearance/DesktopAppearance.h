@@ -11,10 +11,10 @@
 
 namespace tidewell {
 
-/// Whether the desktop is light or dark, followed live: by the settings portal's colour scheme,
-/// else by the name of Xfce's theme, else by `LocalSettings`, else by the application's QPalette.
-/// The last two are known at once.
-/// The program therefore sets palettes on its windows only, never on the application. Main thread.
+/// Whether the desktop is light or dark and wants high contrast, followed live: by the settings
+/// portal's colour scheme, else by the name of Xfce's theme, else by `LocalSettings`, else by the
+/// application's QPalette. The last two are known at once. The program therefore sets palettes on
+/// its windows only, never on the application. Main thread.
 class DesktopAppearance final : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
 
     /// Of windows.
     Appearance desktop() const { return desktop_; }
-    /// Of the status area: some desktops have a dark bar in a light theme.
+    /// Of the status area, light or dark: some desktops have a dark bar in a light theme.
     Appearance statusArea() const { return statusArea_; }
 
     /// Calls `observer` after each change of either.
@@ -50,6 +50,7 @@ private:
     bool hasDarkBar_;
     std::optional<Appearance> portal_;
     std::optional<Appearance> xfceTheme_;
+    bool portalWantsContrast_ = false;
     bool isXfcePanelDark_ = false;
     Appearance desktop_ = Appearance::light;
     Appearance statusArea_ = Appearance::light;

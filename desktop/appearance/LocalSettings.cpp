@@ -74,9 +74,10 @@ std::optional<Appearance> themeAppearance(const QString& name) {
     const bool isDark = std::ranges::any_of(darkWords, [&name](const char* word) {
         return name.contains(QLatin1String(word), Qt::CaseInsensitive);
     });
-    return isDark && !name.contains(QLatin1String("darker"), Qt::CaseInsensitive)
-               ? Appearance::dark
-               : Appearance::light;
+    const Appearance usual = isDark && !name.contains(QLatin1String("darker"), Qt::CaseInsensitive)
+                                 ? Appearance::dark
+                                 : Appearance::light;
+    return name.startsWith(QLatin1String("HighContrast")) ? withHighContrast(usual) : usual;
 }
 
 LocalSettings::LocalSettings(const QString& desktops)

@@ -12,7 +12,8 @@
 namespace tidewell {
 
 /// By a GTK theme's name: "Greybird-dark" is dark; "Greybird" is light, and so is "Arc-Darker",
-/// which has dark title bars only. Empty for no name. Pure.
+/// which has dark title bars only. "HighContrast" and "HighContrastInverse" are what they say.
+/// Empty for no name. Pure.
 std::optional<Appearance> themeAppearance(const QString& name);
 
 /// What a desktop says of its look, as far as it does.

@@ -4,6 +4,7 @@
 #include "ui/LinearGauge.h"
 #include "ui/Palette.h"
 #include "ui/RoundGauge.h"
+#include "ui/ScrollThumb.h"
 #include "ui/TitledBox.h"
 
 #include <gtest/gtest.h>
@@ -28,31 +29,37 @@ TEST(Gauges, PlaceEveryValueWithinTheirEnds) {
     }
 }
 
-double contrast(Colour text, Colour ground, Appearance appearance) {
-    const auto luminance = [appearance](Colour colour) {
-        const QColor shown = toQColor(colour, appearance);
+double contrast(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& colour) {
         const auto linear = [](float part) {
             return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
         };
-        return 0.2126 * linear(shown.redF()) + 0.7152 * linear(shown.greenF()) +
-               0.0722 * linear(shown.blueF());
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+               0.0722 * linear(colour.blueF());
     };
-    const auto [darker, lighter] = std::minmax({luminance(text), luminance(ground)});
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-TEST(Palette, KeepsEveryTextReadableAndEveryBarVisible) {
+TEST(Palette, KeepsTextsReadableAndBarsVisible) {
     using namespace colours;
-    for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
-        for (const Colour text :
-             {primary, secondaryText, textVariant(systemRed), textVariant(systemOrange),
-              textVariant(systemGreen), textVariant(lightGray), textVariant(systemBlue)}) {
-            EXPECT_GE(contrast(text, window, appearance), 4.5) << std::hex << text.light;
-            EXPECT_GE(contrast(text, box, appearance), 4.5) << std::hex << text.light;
+    for (const Appearance appearance :
+         {Appearance::light, Appearance::dark, Appearance::highContrastLight,
+          Appearance::highContrastDark}) {
+        const double text = hasHighContrast(appearance) ? 7 : 4.5;
+        for (const Colour ground : {window, box}) {
+            const QColor below = toQColor(ground, appearance);
+            for (const Colour colour : {primary, secondaryText, systemRed, systemOrange,
+                                        systemGreen, lightGray, systemBlue}) {
+                EXPECT_GE(contrast(textColour(colour, appearance), below), text)
+                    << std::hex << colour.light << " in " << static_cast<int>(appearance);
+            }
         }
-        for (const Colour bar : {systemRed, systemOrange, systemGreen, lightGray}) {
-            EXPECT_GE(contrast(barVariant(bar), box, appearance), 3) << std::hex << bar.light;
+        for (const Colour colour : {systemRed, systemOrange, systemGreen, lightGray}) {
+            EXPECT_GE(contrast(barColour(colour, appearance), toQColor(box, appearance)), 3)
+                << std::hex << colour.light << " in " << static_cast<int>(appearance);
         }
+        EXPECT_EQ(appearanceOf(paletteFor(appearance)), appearance);
     }
 }
 
@@ -125,6 +132,22 @@ TEST(Focus, IsMarkedForThoseWhoGetAboutByKeyboard) {
     QTest::keyClick(&first, Qt::Key_Tab);
     EXPECT_TRUE(showsFocus(second));
     EXPECT_FALSE(showsFocus(first));
+}
+
+TEST(ThumbScrollArea, LeavesTheContentItsWholeWidth) {
+    auto* const content = new QWidget;
+    content->setMinimumHeight(500);
+    ThumbScrollArea area(content);
+    area.resize(300, 600);
+    area.show();
+    EXPECT_EQ(content->size(), QSize(300, 600));
+    EXPECT_FALSE(area.verticalScrollBar()->isVisible());
+    area.resize(300, 400);
+    EXPECT_EQ(content->size(), QSize(300, 500));
+    QWidget* const above = area.childAt(300 - ScrollThumb::thickness, 395);
+    ASSERT_EQ(above, area.verticalScrollBar()) << "it lies over the content";
+    QTest::mouseClick(above, Qt::LeftButton, {}, {5, 395});
+    EXPECT_GT(area.verticalScrollBar()->value(), 0);
 }
 
 TEST(Geometry, MovesRectanglesNoFurtherThanTheyMust) {

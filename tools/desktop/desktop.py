@@ -212,8 +212,9 @@ class Desktop(Session):
     """
 
     def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900),
-                 window_manager=("openbox", "--sm-disable")):
+                 window_manager=("openbox", "--sm-disable"), contrast=False):
         self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
+        self.contrast = contrast
         self.window_manager = window_manager
         self.size = tuple(int(scale * length) for length in size)
         super().__init__(pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-")))
@@ -235,7 +236,9 @@ class Desktop(Session):
         for name in ("config", "data", "cache", "state", "home", "services", "system-services"):
             (self.folder / name).mkdir()
         (self.folder / "runtime").mkdir(mode=0o700)
-        theme = "Adwaita-dark" if self.dark else "Adwaita"
+        usual, high = ("Adwaita-dark", "HighContrastInverse") if self.dark else (
+            "Adwaita", "HighContrast")
+        theme = high if self.contrast else usual
         self.environment = {
             MARK: str(self.folder),
             "PATH": "/usr/local/bin:/usr/bin:/bin",

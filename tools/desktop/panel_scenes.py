@@ -43,6 +43,7 @@ class Scene:
     samples: int = 100
     pointer: tuple | None = None
     dark: bool = False
+    contrast: bool = False
     scale: float = 1
     locale: str = "C.UTF-8"
     size: tuple = (1280, 900)
@@ -76,7 +77,17 @@ SCENES = {
     "scale-one-and-a-half": Scene(scale=1.5),
     "german": Scene(locale="de_DE.UTF-8"),
     "arabic": Scene(locale="ar_EG.UTF-8"),
+    "japanese": Scene(locale="ja_JP.UTF-8"),
+    "hindi": Scene(locale="hi_IN.UTF-8"),
+    "thai": Scene(locale="th_TH.UTF-8"),
+    "contrast-light": Scene(level="warn", contrast=True, scale=2),
+    "contrast-dark": Scene(level="warn", contrast=True, dark=True, scale=2),
+    "contrast-processes": dataclasses.replace(PROCESSES, contrast=True),
+    "contrast-prompt": Scene(notifications=None, contrast=True, dark=True),
+    "scale-one-and-a-quarter": Scene(scale=1.25),
     "low-screen": Scene(size=(1024, 600)),
+    "laptop-screen": Scene(size=(1366, 768)),
+    "half-of-1080": Scene(size=(960, 540), scale=2),
 }
 
 
@@ -93,7 +104,7 @@ def start_applications(desktop):
 def take_scene(photographer, name, scene):
     photographer.scale = scene.scale
     with Desktop(host="xfce", notifications=scene.notifications, dark=scene.dark,
-                 scale=scene.scale, size=scene.size) as desktop:
+                 contrast=scene.contrast, scale=scene.scale, size=scene.size) as desktop:
         desktop.environment["LC_ALL"] = scene.locale
         desktop.environment["LANGUAGE"] = scene.locale
         figures = desktop.folder / "meminfo"

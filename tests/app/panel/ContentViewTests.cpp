@@ -56,6 +56,7 @@ protected:
 };
 
 TEST_F(PanelContent, MakesRoomForThePromptsThatAreNeeded) {
+    constexpr int laptopHeight = 768 - 28; // below a bar
     const auto prompts = content.findChildren<QPushButton*>();
     ASSERT_EQ(prompts.size(), 2);
     auto* const allow = prompts[0];
@@ -71,7 +72,8 @@ TEST_F(PanelContent, MakesRoomForThePromptsThatAreNeeded) {
         EXPECT_EQ(allow->isVisible(), !allowed);
         EXPECT_EQ(update->isVisible(), available);
         EXPECT_EQ(first<ShowItemList>()->height(), height);
-        EXPECT_LE(content.minimumSizeHint().height(), panelHeight) << "all of it is seen";
+        const bool isUsual = allowed && !available;
+        EXPECT_LE(content.minimumSizeHint().height(), isUsual ? laptopHeight : panelHeight);
         content.hide();
     }
     EXPECT_EQ(updater->silentChecks, 4) << "one at each appearance";

@@ -75,11 +75,16 @@ TEST_F(DesktopSettings, GiveAppearanceByThePortalThenXfcesThemeThenThePalette) {
     set(u"xsettings"_s, u"/Net/ThemeName"_s, u"Arc-Darker"_s);
     set(u"xfce4-panel"_s, u"/panels/dark-mode"_s, true);
     EXPECT_TRUE(becomes(light, dark));
+    set(u"xsettings"_s, u"/Net/ThemeName"_s, u"HighContrastInverse"_s);
+    EXPECT_TRUE(becomes(Appearance::highContrastDark, dark));
+    set(u"org.freedesktop.appearance"_s, u"contrast"_s, 1U);
     set(u"xsettings"_s, u"/Net/ThemeName"_s, {});
     set(u"xfce4-panel"_s, u"/panels/dark-mode"_s, {});
+    EXPECT_TRUE(becomes(Appearance::highContrastLight, light));
+    set(u"org.freedesktop.appearance"_s, u"contrast"_s, 0U);
     EXPECT_TRUE(becomes(light, light));
     const QPalette usual = QGuiApplication::palette();
-    QGuiApplication::setPalette(QPalette(Qt::black));
+    QGuiApplication::setPalette(QPalette(QColor(0x202020)));
     EXPECT_TRUE(becomes(dark, dark));
     QGuiApplication::setPalette(usual);
 }
