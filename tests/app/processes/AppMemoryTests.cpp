@@ -62,19 +62,15 @@ TEST_F(WatcherSurroundings, TheProcessWindowCountsItsRowsAndRemarksOnWhoIsInSwap
     source.applications = {{"out", std::nullopt, 30, usage(1, 410)},
                            {"in", std::nullopt, 20, usage(2, 409)},
                            {"gone", std::nullopt, std::nullopt, usage(3, 4096)}};
-    const auto manager =
-        std::make_shared<MemoryManager>(MemoryManager::Environment{.applications = source,
-                                                                   .defaults = defaults,
-                                                                   .mainThread = mainThread,
-                                                                   .clock = clock,
-                                                                   .log = log});
+    const auto manager = std::make_shared<MemoryManager>(
+        MemoryManager::Environment{source, defaults, mainThread, clock, log});
     probes.swap = SwapUsage{.total = 8192, .used = 4096, .free = 4096};
     watcher->updateSwapUsage();
-    AppMemoryView view({.memoryManager = manager,
-                        .memoryWatcher = watcher,
-                        .defaults = defaults,
-                        .dismissWindow = [] {},
-                        .panelWidth = 350});
+    const auto environment = [&](bool processesAreHidden) {
+        return AppMemoryView::Environment{manager, watcher, defaults,
+                                          [] {},   350,     processesAreHidden};
+    };
+    AppMemoryView view(environment(false));
     const auto title = [&view] {
         for (const QWidget* widget : view.findChildren<QWidget*>()) {
             if (const auto* const box = dynamic_cast<const TitledBox*>(widget)) {
@@ -94,12 +90,7 @@ TEST_F(WatcherSurroundings, TheProcessWindowCountsItsRowsAndRemarksOnWhoIsInSwap
     view.hide();
     EXPECT_FALSE(manager->isRunning());
 
-    AppMemoryView inSandbox({.memoryManager = manager,
-                             .memoryWatcher = watcher,
-                             .defaults = defaults,
-                             .dismissWindow = [] {},
-                             .panelWidth = 350,
-                             .processesAreHidden = true});
+    AppMemoryView inSandbox(environment(true));
     inSandbox.show();
     EXPECT_FALSE(manager->isRunning());
     EXPECT_EQ(inSandbox.findChild<ShowItemList*>(), nullptr);

@@ -14,10 +14,11 @@ TEST(DesktopEntry, IsReadWithTheNameOfTheUsersLanguage) {
     EXPECT_THAT(entryLanguages("sr_RS.UTF-8@latin"),
                 ElementsAre("sr_RS@latin", "sr_RS", "sr@latin", "sr"));
     EXPECT_THAT(entryLanguages("C.UTF-8"), ElementsAre());
-    const std::string text = "# a comment\n[Desktop Entry]\nType=Application\nName[de]=Datei\\sen\n"
-                             "Name=Files\nName[de_AT]=\nIcon=files.png\n"
-                             "Exec=\"/opt/my \\\\\"files\" %U\nNoDisplay=true\n"
-                             "[Desktop Action new]\nName[de]=Neu\n";
+    const std::string text =
+        "# a comment\n[Desktop Entry]\nType=Application\nIcon[de]=x\nName[de]=Datei\\sen\n"
+        "Name=Files\nName[de_AT]=\nIcon=files.png\n"
+        "Exec=\"/opt/my \\\\\"files\" %U\nNoDisplay=true\n"
+        "[Desktop Action new]\nName[de]=Neu\n";
     EXPECT_EQ(parseDesktopEntry(text, entryLanguages("de_AT.UTF-8"))->name, "Datei en");
     const auto entry = parseDesktopEntry(text, {});
     EXPECT_EQ(entry->name, "Files");
@@ -41,7 +42,7 @@ TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {
          {Case{"firefox %u", {"firefox"}},
           Case{"env -i A=b /usr/bin/x --new", {"/usr/bin/x", false, true}},
           Case{"nice -n 10 nohup x", {"x"}},
-          Case{"sh -c \"LANG=C exec x --y\"", {"x", false, true}},
+          Case{"sh -c \"LANG=C exec x --y\"", {"x", false, true}}, Case{"bash --norc -ec x", {"x"}},
           Case{"python3 -O /opt/a/main.py %F", {"/opt/a/main.py", true}},
           Case{"python3 -m thing", {"thing", true}},
           Case{"java -Xmx1g -jar /opt/a.jar", {"/opt/a.jar", true}},

@@ -202,8 +202,9 @@ TEST_F(LinuxApplicationSourceTest, PutsTheProcessesOfAnApplicationIntoOneRow) {
           {"maps", 13, "/app/bin/maps", 11, maps},
           {"bwrap", 14, "/bin/bwrap|z", 1, unlisted},
           {"z", 15, "/app/bin/z", 14, unlisted},
-          {"maps", 16, "/usr/bin/maps"}},
-         {"Maps*4 maps", "z*2", "The Host's Maps"}},
+          {"maps", 16, "/usr/bin/maps"},
+          {"w", 17, "/app/bin/w", 1, "app-flatpak-org.w.Unlisted-3.scope"}},
+         {"Maps*4 maps", "z*2", "The Host's Maps", "w"}},
         {"Snap", {{"a", 10, "/snap/a", 1, spot}, {"top", 11, "/snap/top", 10, spot}}, {"Spot*2"}},
         {"a terminal with what was started in it",
          {{"konsole", 10, "/bin/konsole", 1, konsole},
@@ -220,10 +221,10 @@ TEST_F(LinuxApplicationSourceTest, PutsTheProcessesOfAnApplicationIntoOneRow) {
         {"an application's unit with its wrapper, its helper and a guest",
          {{"sh", 10, "/bin/sh|-c|xfiles; true", 1, files},
           {"xfiles", 11, "/bin/xfiles", 10, files},
-          {"xfiles-thumb", 12, "/usr/lib/th", 1, files},
-          {"web", 13, "/opt/web/web", 11, files},
+          {"xfiles-thumb", 8, "/usr/lib/th", 1, files},
+          {"web", 9, "/opt/web/web", 11, files},
           {"xfiles", 14, "/bin/xfiles", 1, "app-gnome-org.x.Files-78.scope"}},
-         {"Dateien*4 files", "Web /opt/web.png"}},
+         {"Web /opt/web.png", "Dateien*4 files"}},
         {"a unit without an entry",
          {{"env", 10, "/bin/env|x", 1, "app-none-1.scope"},
           {"top", 11, "/bin/topper", 10, "app-none-1.scope"}},
@@ -287,13 +288,14 @@ TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
     writeEntry("kde/f", "Name=Deep\nExec=deep\n");
     writeEntry("g", "Name=\xe2\x80\x8b\nExec=blank\n");
     writeEntry("h", "Name=Gone\nExec=x\n");
+    writeEntry("i", "Name=Python\nExec=python3\n");
     writeEntry("h", "Hidden=true\n", "home/share");
     writeEntry("large", "Name=Large\nExec=x\n#" + std::string(1 << 20, ' '));
     const auto entries = folder.path() / "usr/applications";
     std::filesystem::create_directory_symlink(entries, entries / "loop");
     ::mkfifo((entries / "pipe.desktop").c_str(), 0600);
 
-    run({.name = "edit", .id = 11, .command = "/opt/edit"});
+    run({.name = "GUI Thread", .id = 11, .command = "/opt/edit"});
     run({.name = "python3", .id = 13, .command = "/usr/bin/python3|/opt/a/main.py"});
     run({.name = "python3", .id = 14, .command = "/usr/bin/python3|/opt/b/main.py"});
     run({.name = "its-window", .id = 15, .command = "/opt/other"});
@@ -396,6 +398,11 @@ TEST_F(LinuxApplicationSourceTest, CountsSharedMemoryOnceAndFollowsWhatChanges) 
     use(11, {600, 267});
     use(13, {500, 166});
     EXPECT_EQ(memoryOf(0), 600U) << "and with more";
+    use(11, {600, 300});
+    for (int looks = 0; looks < 3; ++looks) {
+        look();
+    }
+    EXPECT_EQ(memoryOf(0), 633U) << "which nothing tells of: in turn";
 }
 
 TEST_F(LinuxApplicationSourceTest, ReadsSharesAsFarAsItsCreditGoesTheLargestFirst) {

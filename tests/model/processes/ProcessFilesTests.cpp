@@ -28,7 +28,8 @@ TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
     const auto rollup = "5-f ---p 0 00:00 0 [rollup]\nRss: 9 kB\nPss:\t  3 kB\nPss_Anon: 1 kB\n";
     EXPECT_EQ(bytesBehind("Pss:", rollup), 3072U);
     EXPECT_EQ(bytesBehind("SwapPss:", rollup), std::nullopt);
-    EXPECT_EQ(bytesBehind("Pss:", "Pss: 99999999999999999 kB\n"), std::nullopt) << "2^64 and more";
+    EXPECT_EQ(bytesBehind("Pss:", "Pss: 18014398509481983 kB\n"), ~std::uint64_t{0} - 1023);
+    EXPECT_EQ(bytesBehind("Pss:", "Pss: 18014398509481984 kB\n"), std::nullopt) << "2^64";
     const auto environment = "AB=1\0A\0A=x=y\0A=2\0"s;
     EXPECT_EQ(environmentVariable("A", environment), "x=y");
     EXPECT_EQ(environmentVariable("B", environment), "");

@@ -62,6 +62,10 @@ TEST_F(SparkleModelTest, ChecksAtOnceAndAgainAfterTheIntervalThatHeldAtItsStart)
     model->scheduleUpdateChecks();
     EXPECT_EQ(checksIn(0), 1) << "one loop only";
     EXPECT_EQ(checksIn(60), 1);
+    updater->checks = false;
+    model->scheduleUpdateChecks();
+    EXPECT_EQ(checksIn(60), 1) << "and no loop any more";
+    EXPECT_EQ(checksIn(60), 0);
 
     for (const double interval : {-1.0, 1e300, std::nan("")}) {
         updater->interval = interval;
