@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ports/Log.h"
+#include "base/runtime/PromptReading.h"
 #include "base/values/Result.h"
 #include "model/memory/probes/SystemProbes.h"
 #include "model/memory/probes/linux/MemInfo.h"
@@ -16,6 +17,10 @@ namespace tidewell {
 /// A sampling step asks for the percentage, then for physical memory and the counters. All three
 /// tell of the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read,
 /// getPhysicalMemory() looks at it, and each reads afresh when there is nothing.
+///
+/// The kernel has the contents of /proc/meminfo and arcstats at hand: reading them does not block.
+/// But nobody reads the figures of a zram device that is being reset until all its memory is free,
+/// which may take seconds.
 class LinuxProbes final : public SystemProbes {
 public:
     /// `proc` and `sys` are the directories where the kernel's files are mounted, "/proc" and
@@ -36,7 +41,7 @@ private:
     };
 
     Result<MemInfo> readMemInfo();
-    UnlistedMemory readUnlistedMemory() const;
+    UnlistedMemory readUnlistedMemory();
     std::optional<Reading> read();
     std::uint64_t readZram() const;
 
@@ -49,6 +54,7 @@ private:
     std::optional<Reading> unused_; // read for the percentage, not yet for the counters
     bool isUnreadable_ = false;     // the file, at the last attempt
     bool hasToldOfTooLarge_ = false;
+    PromptReading zram_{[this] { return readZram(); }};
 };
 
 } // namespace tidewell
