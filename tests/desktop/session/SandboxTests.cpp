@@ -19,9 +19,12 @@ protected:
                    {bus.address(), QString::fromStdString(socket), u"--filter"_s,
                     u"--talk=org.kde.StatusNotifierWatcher"_s,
                     u"--talk=org.freedesktop.portal.*"_s});
-        EXPECT_TRUE(comesTrue([&socket] { return std::filesystem::exists(socket); }));
-        inside = QDBusConnection::connectToBus(u"unix:path="_s + QString::fromStdString(socket),
-                                               u"inside"_s);
+        // The socket is there a moment before anybody listens at it.
+        EXPECT_TRUE(comesTrue([this, address = u"unix:path="_s + QString::fromStdString(socket)] {
+            QDBusConnection::disconnectFromBus(u"inside"_s);
+            inside = QDBusConnection::connectToBus(address, u"inside"_s);
+            return inside.isConnected();
+        }));
     }
     ~SandboxedBus() override {
         QDBusConnection::disconnectFromBus(u"inside"_s);
