@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """single_file.py APPIMAGE SIGN_UPDATE: an AppImage learns from a server on the loopback, over https, of
 a newer one and is replaced by it through the windows that the user sees: killed at twenty points of
-that, then to the end. Run in bare trees, by tools/packages-in-bare-trees; takes a minute."""
+that, then to the end. Run in bare trees, by tools/packages-in-bare-trees; takes a minute, on a busy machine
+three."""
 
 import hashlib
 import json
@@ -27,7 +28,8 @@ POINTS = 20
 
 def image_offset(file):
     """Where the image begins, behind the ELF program."""
-    header = file.open("rb").read(64)
+    with file.open("rb") as program:
+        header = program.read(64)
     sections, = struct.unpack_from("<Q", header, 0x28)
     size, count = struct.unpack_from("<HH", header, 0x3A)
     return sections + size * count
@@ -77,6 +79,10 @@ class SingleFile(UpdateWindows):
         file.chmod(0o755)
         return file
 
+    def put_old(self):
+        self.place.unlink(missing_ok=True)  # what ran may run for a moment yet
+        shutil.copy(self.old, self.place)
+
     def start_installing(self):
         tidewell = self.start_with_panel(
             environment={"SSL_CERT_FILE": str(self.folder / "server.pem")})
@@ -107,7 +113,7 @@ class SingleFile(UpdateWindows):
         enable_automatic_checks(self.desktop)
         found, begin = [], time.monotonic()
         for point in range(POINTS):
-            shutil.copy(self.old, self.place)
+            self.put_old()
             self.kill_at(self.start_installing(), point)
             version = known[digest(self.place)]
             self.assertIn(version, subprocess.run(
@@ -118,7 +124,7 @@ class SingleFile(UpdateWindows):
                           for each in sorted(set(found))))
         self.assertEqual({version for version, _ in found}, {"0.1.0", "0.2.0"})
 
-        shutil.copy(self.old, self.place)
+        self.put_old()
         tidewell = self.start_installing()
         begin = time.monotonic()
         self.wait_for_button("Restart Now")

@@ -379,7 +379,13 @@ TEST_F(FeedUpdaterTest, FetchesInAProcessThatCanDoNothingElse) {
     EXPECT_EXIT(std::_Exit(abilitiesWhenConfined(folder.path()) == 0 ? 0 : 1),
                 testing::ExitedWithCode(0), "");
 
-    const ScopedEnvironment environment({{"SECRET", "word"}, {"no_proxy", "here"}});
+    const ScopedEnvironment environment(
+        {{"SECRET", "word"}, {"no_proxy", "here"}, {"SSL_CERT_FILE", certificate.toStdString()}});
+    settings.authorities.clear();
+    putFeed("");
+    startUpdater();
+    checkSilently();
+    EXPECT_THAT(std::exchange(answers, {}), ElementsAre("none"));
     const auto script = folder.path() / "program";
     const auto seen = folder.path() / "environment";
     writeText(script, "#!/bin/sh\n/usr/bin/env >" + seen.string() + "\n");
@@ -391,7 +397,6 @@ TEST_F(FeedUpdaterTest, FetchesInAProcessThatCanDoNothingElse) {
                 AllOf(HasSubstr("no_proxy=here"), Not(HasSubstr("word")), Not(HasSubstr("HOME="))));
 
     log.takeLines();
-    putFeed("");
     writeText(script, "#!/bin/sh\necho 'fetches without Landlock' >&2\nexec cat " +
                           (folder.path() / "files/feed.xml").string() + "\n");
     checkSilently();

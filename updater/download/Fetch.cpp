@@ -25,9 +25,8 @@ QProcessEnvironment environmentForFetching() {
     QProcessEnvironment environment;
     environment.insert(QStringLiteral("KRB5CCNAME"), QStringLiteral("MEMORY:"));
     environment.insert(QStringLiteral("KRB5_CONFIG"), QStringLiteral("/dev/null"));
-    for (const char* name :
-         {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY",
-          "no_proxy", "NO_PROXY", "SSL_CERT_FILE", "SSL_CERT_DIR"}) {
+    for (const char* name : {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy",
+                             "ALL_PROXY", "no_proxy", "NO_PROXY", "SSL_CERT_FILE"}) {
         if (qEnvironmentVariableIsSet(name)) {
             environment.insert(QString::fromLatin1(name), qEnvironmentVariable(name));
         }

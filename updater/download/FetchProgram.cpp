@@ -3,7 +3,7 @@
 // Writes what is found at an address to standard output, and says with its exit status what became
 // of that. Gives up when nothing came for so many milliseconds, and ends with PARENT, the process
 // that started it. AUTHORITIES is a file of certificates in PEM form that are trusted besides the
-// system's.
+// system's, as is the one that SSL_CERT_FILE names.
 //
 // A program of its own, since the network and TLS libraries take 2 MB of private memory that a
 // process does not get rid of any more, nearly as much as all of Tidewell: so it goes with them.
@@ -79,10 +79,13 @@ public:
         }
         // Nothing that swells when it is unpacked.
         request_.setRawHeader("Accept-Encoding", "identity");
-        if (!authorities.isEmpty()) {
-            QSslConfiguration security = QSslConfiguration::defaultConfiguration();
-            security.addCaCertificates(QSslCertificate::fromPath(authorities));
-            request_.setSslConfiguration(security);
+        // Qt itself knows the system's only.
+        for (const QString& file : {authorities, qEnvironmentVariable("SSL_CERT_FILE")}) {
+            if (!file.isEmpty()) {
+                QSslConfiguration security = request_.sslConfiguration();
+                security.addCaCertificates(QSslCertificate::fromPath(file));
+                request_.setSslConfiguration(security);
+            }
         }
     }
 
@@ -161,10 +164,9 @@ std::vector<std::string> readablePaths(const char* authorities) {
                                    (folder / "../../lib").string(),
                                    (folder / "../../plugins").string(),
                                    authorities};
-    for (const char* name : {"SSL_CERT_FILE", "SSL_CERT_DIR"}) {
-        if (const char* path = std::getenv(name)) { // NOLINT(concurrency-mt-unsafe): one thread
-            paths.emplace_back(path);
-        }
+    if (const char* path =
+            std::getenv("SSL_CERT_FILE")) { // NOLINT(concurrency-mt-unsafe): one thread
+        paths.emplace_back(path);
     }
     return paths;
 }
