@@ -8,17 +8,11 @@
 
 namespace tidewell {
 
-struct DesktopLook::Setting {
-    enum class Meaning { font, icons, noAnimations };
-
-    const SettingsService& service;
-    const char* group;
-    const char* key;
-    Meaning meaning;
-    QVariant denial; ///< the value that switches animations off
-};
-
 namespace {
+
+// Where several tell the font or the icons, the highest prevails: portals tell GNOME's settings on
+// other desktops, too.
+enum Rank : int { gnome, local, kde, xfce };
 
 /// Of a font as Qt ("Noto Sans,10,-1") or Pango ("Noto Sans Bold 10") writes it; empty where it is
 /// not installed.
@@ -43,62 +37,51 @@ bool isValue(const QVariant& value, const QVariant& expected) {
 
 } // namespace
 
-DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& local)
-    : animationsAreWanted_(local.animations.value_or(true)) {
+DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& localSettings)
+    : animationsAreWanted_(localSettings.animations.value_or(true)) {
     useCompleteIconTheme();
-    // Portals tell GNOME's settings on other desktops, too: those of the desktop itself prevail.
-    constexpr std::size_t rowsOfGnome = 2;
-    takeFont(local.font, rowsOfGnome);
-    takeIcons(local.iconTheme, rowsOfGnome);
-    using enum Setting::Meaning;
-    const std::array settings{
-        Setting{portalSettings, "org.gnome.desktop.interface", "font-name", font, {}},
-        Setting{portalSettings, "org.gnome.desktop.interface", "icon-theme", icons, {}},
-        Setting{portalSettings, "org.kde.kdeglobals.General", "font", font, {}},
-        Setting{portalSettings, "org.kde.kdeglobals.Icons", "Theme", icons, {}},
-        Setting{xfceSettings, "xsettings", "/Gtk/FontName", font, {}},
-        Setting{xfceSettings, "xsettings", "/Net/IconThemeName", icons, {}},
-        Setting{portalSettings, "org.freedesktop.appearance", "reduced-motion", noAnimations, 1},
-        Setting{portalSettings, "org.gnome.desktop.interface", "enable-animations", noAnimations,
-                false},
-        Setting{portalSettings, "org.kde.kdeglobals.KDE", "AnimationDurationFactor", noAnimations,
-                0},
-        Setting{xfceSettings, "xsettings", "/Gtk/EnableAnimations", noAnimations, false},
+    takeFont(localSettings.font, local);
+    takeIcons(localSettings.iconTheme, local);
+    const auto ask = [&](const SettingsService& service, const char* group, const char* key,
+                         std::function<void(const QVariant& value)> take) {
+        askForSetting(bus, service, QString::fromLatin1(group), QString::fromLatin1(key), *this,
+                      std::move(take));
     };
-    for (std::size_t row = 0; row < settings.size(); ++row) {
-        const Setting& setting = settings.at(row);
-        askForSetting(bus, setting.service, QString::fromLatin1(setting.group),
-                      QString::fromLatin1(setting.key), *this,
-                      [this, setting, row](const QVariant& value) { take(setting, row, value); });
-    }
+    const auto font = [this](Rank rank) {
+        return [this, rank](const QVariant& value) { takeFont(value.toString(), rank); };
+    };
+    const auto icons = [this](Rank rank) {
+        return [this, rank](const QVariant& value) { takeIcons(value.toString(), rank); };
+    };
+    const auto animations = [this](const QVariant& denial) {
+        return [this, denial](const QVariant& value) {
+            animationsAreWanted_ = animationsAreWanted_ && !isValue(value, denial);
+        };
+    };
+    ask(portalSettings, "org.gnome.desktop.interface", "font-name", font(gnome));
+    ask(portalSettings, "org.gnome.desktop.interface", "icon-theme", icons(gnome));
+    ask(portalSettings, "org.kde.kdeglobals.General", "font", font(kde));
+    ask(portalSettings, "org.kde.kdeglobals.Icons", "Theme", icons(kde));
+    ask(xfceSettings, "xsettings", "/Gtk/FontName", font(xfce));
+    ask(xfceSettings, "xsettings", "/Net/IconThemeName", icons(xfce));
+    ask(portalSettings, "org.freedesktop.appearance", "reduced-motion", animations(1));
+    ask(portalSettings, "org.gnome.desktop.interface", "enable-animations", animations(false));
+    ask(portalSettings, "org.kde.kdeglobals.KDE", "AnimationDurationFactor", animations(0));
+    ask(xfceSettings, "xsettings", "/Gtk/EnableAnimations", animations(false));
 }
 
-void DesktopLook::take(const Setting& setting, std::size_t row, const QVariant& value) {
-    switch (setting.meaning) {
-    case Setting::Meaning::font:
-        takeFont(value.toString(), row);
-        break;
-    case Setting::Meaning::icons:
-        takeIcons(value.toString(), row);
-        break;
-    case Setting::Meaning::noAnimations:
-        animationsAreWanted_ = animationsAreWanted_ && !isValue(value, setting.denial);
-        break;
-    }
-}
-
-void DesktopLook::takeFont(const QString& font, std::size_t row) {
-    if (const QString family = installedFamily(font); row >= fontRow_ && !family.isEmpty()) {
-        fontRow_ = row;
+void DesktopLook::takeFont(const QString& font, int rank) {
+    if (const QString family = installedFamily(font); rank >= fontRank_ && !family.isEmpty()) {
+        fontRank_ = rank;
         QFont changed = QApplication::font();
         changed.setFamily(family);
         QApplication::setFont(changed);
     }
 }
 
-void DesktopLook::takeIcons(const QString& theme, std::size_t row) {
-    if (row >= iconsRow_ && useIconTheme(theme)) {
-        iconsRow_ = row;
+void DesktopLook::takeIcons(const QString& theme, int rank) {
+    if (rank >= iconsRank_ && useIconTheme(theme)) {
+        iconsRank_ = rank;
     }
 }
 

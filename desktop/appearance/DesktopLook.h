@@ -4,9 +4,6 @@
 
 #include <QDBusConnection>
 #include <QObject>
-#include <QVariant>
-
-#include <cstddef>
 
 namespace tidewell {
 
@@ -17,21 +14,17 @@ namespace tidewell {
 class DesktopLook final : public QObject {
 public:
     /// After the application object, whose font this sets. Sets QIcon's themes as well.
-    DesktopLook(const QDBusConnection& bus, const LookSettings& local);
+    DesktopLook(const QDBusConnection& bus, const LookSettings& localSettings);
 
     bool animationsAreWanted() const { return animationsAreWanted_; }
 
 private:
-    struct Setting;
-
-    void take(const Setting& setting, std::size_t row, const QVariant& value);
-    void takeFont(const QString& font, std::size_t row);
-    void takeIcons(const QString& theme, std::size_t row);
+    void takeFont(const QString& font, int rank);
+    void takeIcons(const QString& theme, int rank);
 
     bool animationsAreWanted_ = true;
-    // The rows of the table of settings that are in use: a later one prevails.
-    std::size_t fontRow_ = 0;
-    std::size_t iconsRow_ = 0;
+    int fontRank_ = 0; // of the sources that they are from
+    int iconsRank_ = 0;
 };
 
 } // namespace tidewell
