@@ -51,8 +51,7 @@ double gaugeFraction(double value, double minimum, double maximum) {
     return (std::clamp(value, minimum, maximum) - minimum) / range;
 }
 
-Gauge::Gauge(QWidget* parent)
-    : QWidget(parent) {
+Gauge::Gauge() {
     makeAccessible<Gauge, AccessibleGauge>();
 }
 

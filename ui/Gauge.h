@@ -24,7 +24,7 @@ public:
     virtual Reading reading() const = 0;
 
 protected:
-    explicit Gauge(QWidget* parent);
+    Gauge();
 
     /// To be called after the content changed, with what `reading` gave before.
     void contentChanged(const Reading& before);
@@ -49,8 +49,6 @@ public:
     }
 
 protected:
-    using Gauge::Gauge;
-
 private:
     Content content_;
 };

@@ -18,8 +18,7 @@ constexpr double lineDistance = 16; // from the track's middle to that of the va
 
 } // namespace
 
-LinearGauge::LinearGauge(QWidget* parent)
-    : GaugeOf(parent) {
+LinearGauge::LinearGauge() {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

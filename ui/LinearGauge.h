@@ -22,7 +22,7 @@ struct LinearGaugeContent {
 /// the range stand at its nearer end.
 class LinearGauge final : public GaugeOf<LinearGaugeContent> {
 public:
-    explicit LinearGauge(QWidget* parent = nullptr);
+    LinearGauge();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -100,9 +100,8 @@ void drawNoWarning(QPainter& painter, const QRectF& square) {
     painter.restore();
 }
 
-PictureView::PictureView(DrawPicture draw, QWidget* parent)
-    : QWidget(parent)
-    , draw_(draw) {
+PictureView::PictureView(DrawPicture draw)
+    : draw_(draw) {
     makeAccessible<PictureView, AccessibleAs<QAccessible::Graphic>>();
 }
 

@@ -23,7 +23,7 @@ void drawNoWarning(QPainter& painter, const QRectF& square);
 /// with the widget's accessible name. Main thread.
 class PictureView final : public QWidget {
 public:
-    explicit PictureView(DrawPicture draw, QWidget* parent = nullptr);
+    explicit PictureView(DrawPicture draw);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

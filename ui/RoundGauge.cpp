@@ -94,14 +94,9 @@ QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
     return image;
 }
 
-RoundGauge::RoundGauge(QWidget* parent)
-    : GaugeOf(parent) {
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+RoundGauge::RoundGauge() {
+    setFixedSize(gaugeSize);
     setAutoFillBackground(true); // opaque, so that what is below is not painted again
-}
-
-QSize RoundGauge::sizeHint() const {
-    return gaugeSize;
 }
 
 const QImage& RoundGauge::arc(Appearance appearance) {

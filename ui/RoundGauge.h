@@ -31,9 +31,7 @@ struct RoundGaugeContent {
 /// It turns clockwise in right-to-left layouts, too, as clocks and dials do there.
 class RoundGauge final : public GaugeOf<RoundGaugeContent> {
 public:
-    explicit RoundGauge(QWidget* parent = nullptr);
-
-    QSize sizeHint() const override;
+    RoundGauge();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

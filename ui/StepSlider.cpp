@@ -17,8 +17,8 @@ constexpr double markDistance = 10; // below the track's middle
 
 } // namespace
 
-StepSlider::StepSlider(int minimum, int maximum, QWidget* parent)
-    : QSlider(Qt::Horizontal, parent) {
+StepSlider::StepSlider(int minimum, int maximum)
+    : QSlider(Qt::Horizontal) {
     setRange(minimum, maximum);
     setPageStep(1);
     setFocusPolicy(Qt::StrongFocus);

@@ -8,8 +8,6 @@
 #include <QPainter>
 #include <QVariantAnimation>
 
-#include <utility>
-
 namespace tidewell {
 
 namespace {
@@ -18,17 +16,11 @@ constexpr double cornerRadius = 5;
 
 } // namespace
 
-SymbolButton::SymbolButton(std::string_view symbol, const QString& name, int symbolSize,
-                           QWidget* parent)
-    : QAbstractButton(parent)
-    , symbol_(symbol, symbolSize) {
+SymbolButton::SymbolButton(std::string_view symbol, const QString& name, int symbolSize)
+    : symbol_(symbol, symbolSize) {
     setAccessibleName(name);
     setFocusPolicy(Qt::TabFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-}
-
-QSize SymbolButton::sizeHint() const {
-    return {symbol_.size() + 6, symbol_.size() + 4};
+    setFixedSize(symbolSize + 6, symbolSize + 4);
 }
 
 void SymbolButton::paintEvent(QPaintEvent*) {
@@ -74,17 +66,13 @@ void SymbolButton::bounce() {
         jump_->setKeyValueAt(0.6, 0.0);
         jump_->setKeyValueAt(0.8, 1.0);
         jump_->setEndValue(0.0);
-        connect(jump_, &QVariantAnimation::valueChanged, this,
-                [this](const QVariant& height) { setHeight(height.toDouble()); });
+        connect(jump_, &QVariantAnimation::valueChanged, this, [this](const QVariant& height) {
+            height_ = height.toDouble();
+            update();
+        });
     }
     jump_->stop();
     jump_->start();
-}
-
-void SymbolButton::setHeight(double height) {
-    if (std::exchange(height_, height) != height) {
-        update();
-    }
 }
 
 } // namespace tidewell

@@ -16,10 +16,7 @@ class SymbolButton final : public QAbstractButton {
 public:
     /// `symbol` is a name that `hasSymbol` knows; `name` is what assistive technology says. The
     /// symbol is drawn in a square of `symbolSize` points.
-    SymbolButton(std::string_view symbol, const QString& name, int symbolSize = 20,
-                 QWidget* parent = nullptr);
-
-    QSize sizeHint() const override;
+    SymbolButton(std::string_view symbol, const QString& name, int symbolSize = 20);
 
     /// Lets the symbol jump up once.
     void bounce();
@@ -31,8 +28,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void setHeight(double height);
-
     SymbolPicture symbol_;
     double height_ = 0;                 ///< points that the symbol jumps above its place just now
     QVariantAnimation* jump_ = nullptr; ///< made for the first one; owned by the button

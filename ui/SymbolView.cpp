@@ -6,9 +6,8 @@
 
 namespace tidewell {
 
-SymbolView::SymbolView(std::string_view symbol, Colour colour, int size, QWidget* parent)
-    : QWidget(parent)
-    , symbol_(symbol, size)
+SymbolView::SymbolView(std::string_view symbol, Colour colour, int size)
+    : symbol_(symbol, size)
     , colour_(colour) {
     setFixedSize(size, size);
 }

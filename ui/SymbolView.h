@@ -13,7 +13,7 @@ namespace tidewell {
 /// nothing to read aloud. Main thread.
 class SymbolView final : public QWidget {
 public:
-    SymbolView(std::string_view symbol, Colour colour, int size, QWidget* parent = nullptr);
+    SymbolView(std::string_view symbol, Colour colour, int size);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

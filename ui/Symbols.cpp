@@ -36,9 +36,12 @@ double fromDisc(QPointF point, int pixels) {
     return length(point) - outerRadius(pixels);
 }
 
-double fromRing(QPointF point, int pixels) {
-    const double stroke = std::max(1.0, std::round(pixels / 14.0));
+double fromCircle(QPointF point, int pixels, double stroke) {
     return std::abs(length(point) - outerRadius(pixels) + stroke / 2) - stroke / 2;
+}
+
+double fromRing(QPointF point, int pixels) {
+    return fromCircle(point, pixels, std::max(1.0, std::round(pixels / 14.0)));
 }
 
 double fromDottedRing(QPointF point, int pixels) {
@@ -110,13 +113,12 @@ double lineWidth(int pixels) {
 }
 
 double fromInformationSign(QPointF point, int pixels) {
-    const double stroke = lineWidth(pixels);
     const double radius = outerRadius(pixels);
-    const double ring = std::abs(length(point) - radius + stroke / 2) - stroke / 2;
     const double width = std::max(2 - pixels % 2, centredLength(1 / 11.0, pixels));
     const double dotTop = std::round(-radius * 0.56 + pixels / 2.0) - pixels / 2.0;
     const double barTop = dotTop + width + std::max(1.0, std::round(pixels / 20.0));
-    return std::min({ring, fromBar(point, dotTop, dotTop + width, width),
+    return std::min({fromCircle(point, pixels, lineWidth(pixels)),
+                     fromBar(point, dotTop, dotTop + width, width),
                      fromBar(point, barTop, std::max(radius * 0.54, barTop + 2), width)});
 }
 

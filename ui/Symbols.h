@@ -41,8 +41,6 @@ public:
     /// In a square of `size` points.
     SymbolPicture(std::string_view name, int size);
 
-    int size() const { return size_; }
-
     /// Draws it around `middle`, on whole pixels of the painter's device.
     void draw(QPainter& painter, const QColor& colour, QPointF middle);
 

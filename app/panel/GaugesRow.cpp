@@ -65,9 +65,9 @@ GaugesRow::GaugesRow(int width, std::function<void()> entered)
 
 RoundGauge* GaugesRow::addGauge(int side, const QString& caption) {
     const int centre = width() / 2 + side * toGauge;
-    auto* gauge = new RoundGauge(this);
+    auto* gauge = new RoundGauge;
+    gauge->setParent(this);
     gauge->setAccessibleName(caption);
-    gauge->resize(gauge->sizeHint());
     gauge->move(centre - gauge->width() / 2, 0);
     QLabel* label = makeLabel(caption, TextStyle::body);
     label->setParent(this);
