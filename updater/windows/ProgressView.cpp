@@ -34,16 +34,13 @@ QString bytes(qint64 count) {
 ProgressBar::ProgressBar(Waiting waiting)
     : waiting_(waiting) {
     setTextVisible(false);
+    setFixedHeight(thickness);
     setRange(0, 0);
     movement_.setStartValue(-movingPart);
     movement_.setEndValue(1.0);
     movement_.setDuration(millisecondsThere);
     movement_.setLoopCount(-1);
     connect(&movement_, &QVariantAnimation::valueChanged, this, [this] { update(); });
-}
-
-QSize ProgressBar::sizeHint() const {
-    return {thickness, thickness};
 }
 
 void ProgressBar::showEvent(QShowEvent* event) {

@@ -18,9 +18,6 @@ public:
     enum class Waiting { moves, standsStill };
     explicit ProgressBar(Waiting waiting);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
-
 protected:
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
