@@ -18,7 +18,12 @@ QtMessages::QtMessages(Log& log)
     : log_(log) {
     assert(current == nullptr);
     current = this;
-    qInstallMessageHandler(&QtMessages::handle);
+    qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+            if (QtMessages* const messages = current) {
+                messages->take(type, message);
+            }
+        });
 }
 
 QtMessages::~QtMessages() {
@@ -31,13 +36,6 @@ void QtMessages::started() {
     isStarting_ = false;
     if (!last_.isEmpty()) {
         log(last_);
-    }
-}
-
-void QtMessages::handle(QtMsgType type, const QMessageLogContext& /*context*/,
-                        const QString& message) {
-    if (QtMessages* const messages = current) {
-        messages->take(type, message);
     }
 }
 

@@ -23,7 +23,6 @@ public:
     void started();
 
 private:
-    static void handle(QtMsgType type, const QMessageLogContext& context, const QString& message);
     void take(QtMsgType type, const QString& message);
     void log(const QString& message);
 

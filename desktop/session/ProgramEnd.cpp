@@ -21,7 +21,13 @@ ProgramEnd::ProgramEnd(std::function<void()> ends)
     : ends_(std::move(ends)) {
     assert(current == nullptr);
     current = this;
-    static const int registered = std::atexit(&ProgramEnd::atExit);
+    static const int registered = std::atexit([] {
+        ProgramEnd* const programEnd = current;
+        // Called from another thread, exit() leaves the main thread running.
+        if (programEnd != nullptr && programEnd->thread_ == std::this_thread::get_id()) {
+            programEnd->end();
+        }
+    });
     static_cast<void>(registered);
 
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &context_, [this] { end(); });
@@ -29,14 +35,6 @@ ProgramEnd::ProgramEnd(std::function<void()> ends)
 
 ProgramEnd::~ProgramEnd() {
     current = nullptr;
-}
-
-void ProgramEnd::atExit() {
-    ProgramEnd* const programEnd = current;
-    // Called from another thread, exit() leaves the main thread running.
-    if (programEnd != nullptr && programEnd->thread_ == std::this_thread::get_id()) {
-        programEnd->end();
-    }
 }
 
 void ProgramEnd::end() {

@@ -22,7 +22,6 @@ public:
     ~ProgramEnd();
 
 private:
-    static void atExit();
     void end();
 
     std::function<void()> ends_;

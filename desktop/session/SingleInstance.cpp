@@ -16,8 +16,6 @@ namespace tidewell {
 
 namespace {
 
-const QString interfaceName = QStringLiteral("org.freedesktop.Application");
-
 /// Whether the first program went away between two questions, so that asking anew makes sense.
 bool isGone(const QDBusMessage& reply) {
     const QDBusError::ErrorType type = QDBusError(reply).type();
@@ -60,6 +58,11 @@ SingleInstance::~SingleInstance() {
 std::optional<int> SingleInstance::start() {
     // The object before the name: a caller may come as soon as there is the name.
     registered_ = bus_.registerObject(objectPath_, this, QDBusConnection::ExportAllSlots);
+    auto activate = QDBusMessage::createMethodCall(identifier_, objectPath_,
+                                                   QStringLiteral("org.freedesktop.Application"),
+                                                   QStringLiteral("Activate"));
+    activate.setAutoStartService(false); // this is the start
+    activate << QVariantMap();
     const QDeadlineTimer deadline(patience_);
     QDBusMessage reply;
     do {
@@ -69,7 +72,7 @@ std::optional<int> SingleInstance::start() {
         if (!isNameTaken(left())) {
             return startLocked();
         }
-        reply = bus_.call(activateCall(), QDBus::Block, static_cast<int>(left().count()));
+        reply = bus_.call(activate, QDBus::Block, static_cast<int>(left().count()));
         if (reply.type() == QDBusMessage::ReplyMessage) {
             return EXIT_SUCCESS;
         }
@@ -105,13 +108,6 @@ std::optional<int> SingleInstance::startLocked() {
                    lockFile_.string() + ": " + std::generic_category().message(errno),
                "general", __FILE__, "startLocked()", __LINE__, LogLevel::error);
     return std::nullopt;
-}
-
-QDBusMessage SingleInstance::activateCall() const {
-    auto activate = QDBusMessage::createMethodCall(identifier_, objectPath_, interfaceName,
-                                                   QStringLiteral("Activate"));
-    activate.setAutoStartService(false); // this is the start
-    return activate << QVariantMap();
 }
 
 void SingleInstance::onActivate(std::function<void()> activated) {

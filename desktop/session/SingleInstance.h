@@ -54,7 +54,6 @@ private:
     /// Claims it. False also where there is no bus to ask.
     bool isNameTaken(std::chrono::milliseconds limit);
     std::optional<int> startLocked();
-    QDBusMessage activateCall() const;
 
     QDBusConnection bus_;
     QString identifier_;

@@ -25,9 +25,7 @@ StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, Log& log)
     }
     connect(&owner_, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& newOwner) {
-                ++question_;
-                ++ownerNumber_;
-                setState(HostState::absent);
+                forgetOwner();
                 if (!newOwner.isEmpty()) {
                     ask();
                 }
@@ -39,11 +37,11 @@ StatusNotifierHost::StatusNotifierHost(const QDBusConnection& bus, Log& log)
     }
     bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                 SLOT(loseBus()));
+                 SLOT(forgetOwner()));
     ask();
 }
 
-void StatusNotifierHost::loseBus() {
+void StatusNotifierHost::forgetOwner() {
     ++question_;
     ++ownerNumber_;
     setState(HostState::absent);

@@ -26,7 +26,7 @@ public:
 
 private:
     Q_SLOT void ask();
-    Q_SLOT void loseBus();
+    Q_SLOT void forgetOwner();
     void setState(HostState state);
 
     QDBusConnection bus_;
