@@ -47,11 +47,11 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , makeContent_(std::move(makeContent))
     , itemPlace_(std::move(itemPlace))
-    , outsideClicks_([this](const QPoint& pointer) {
+    , outsideClicks_([this](std::optional<QPoint> passed) {
         const auto item = itemPlace_();
-        if (!item) {
+        if (passed && !item) {
             closeByItself();
-        } else if (!item->marginsAdded(aroundItem).contains(pointer)) {
+        } else if (!passed || !item->marginsAdded(aroundItem).contains(*passed)) {
             close(); // a click on the item is told by its host
         }
     }) {

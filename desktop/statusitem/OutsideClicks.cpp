@@ -25,10 +25,14 @@ bool isOverOurWindows(const QPoint& pointer) {
 
 } // namespace
 
-OutsideClicks::OutsideClicks(std::function<void(const QPoint& pointer)> clicked)
+OutsideClicks::OutsideClicks(std::function<void(std::optional<QPoint> passed)> clicked)
     : clicked_(std::move(clicked)) {
     xcb_connection_t* const server = x11::connection();
     if (server == nullptr) {
+        return;
+    }
+    if (x11::isXWayland()) {
+        catcher_.emplace([this] { clicked_(std::nullopt); });
         return;
     }
     const xcb_query_extension_reply_t* const input = xcb_get_extension_data(server, &xcb_input_id);
@@ -42,6 +46,9 @@ OutsideClicks::~OutsideClicks() {
 }
 
 void OutsideClicks::setOn(bool isOn) {
+    if (catcher_) {
+        catcher_->setOn(isOn);
+    }
     if (extension_ == 0) {
         return;
     }

@@ -1,21 +1,24 @@
 #pragma once
 
+#include "desktop/statusitem/ClickCatcher.h"
+
 #include <QAbstractNativeEventFilter>
+#include <QPoint>
 
 #include <cstdint>
 #include <functional>
-
-class QPoint;
+#include <optional>
 
 namespace tidewell {
 
 /// Tells of mouse buttons that are pressed outside this program's windows, by raw events of XInput
 /// 2: bars and bare desktops take clicks, but not the focus. The clicks still reach whom they are
-/// for. Silent without X11, and under XWayland for clicks on windows of Wayland. Main thread.
+/// for; under XWayland a `ClickCatcher` takes them instead. Silent without X11. Main thread.
 class OutsideClicks final : private QAbstractNativeEventFilter {
 public:
-    /// `clicked` gets the pointer's place. After the application object.
-    explicit OutsideClicks(std::function<void(const QPoint& pointer)> clicked);
+    /// `clicked` gets the place of a click that reaches somebody else, too. After the application
+    /// object.
+    explicit OutsideClicks(std::function<void(std::optional<QPoint> passed)> clicked);
     OutsideClicks(const OutsideClicks&) = delete;
     OutsideClicks& operator=(const OutsideClicks&) = delete;
     ~OutsideClicks() override;
@@ -26,7 +29,8 @@ public:
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
-    std::function<void(const QPoint& pointer)> clicked_;
+    std::function<void(std::optional<QPoint> passed)> clicked_;
+    std::optional<ClickCatcher> catcher_;
     std::uint8_t extension_ = 0; // XInput's major opcode; 0 where there is none
 };
 

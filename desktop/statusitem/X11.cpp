@@ -177,6 +177,17 @@ void showOnAllWorkspaces(QWidget& window) {
                    reinterpret_cast<const char*>(&message));
 }
 
+void makeTransparent(QWindow& window) {
+    xcb_connection_t* const server = connection();
+    if (server == nullptr) {
+        return;
+    }
+    const auto number = static_cast<xcb_window_t>(window.winId());
+    constexpr std::uint32_t nothing = 0;
+    xcb_change_window_attributes(server, number, XCB_CW_BACK_PIXEL, &nothing);
+    xcb_clear_area(server, 0, number, 0, 0, 0, 0);
+}
+
 void useActivationToken(QWidget& window) {
     const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
     xcb_connection_t* const server = connection();

@@ -10,6 +10,7 @@
 
 class QPoint;
 class QWidget;
+class QWindow;
 
 /// What this program asks of the X server beside what Qt does. Main thread.
 namespace tidewell::x11 {
@@ -66,6 +67,9 @@ void leaveOutOfTaskBars(QWidget& window);
 /// Puts the window on all workspaces. To be told after each showing: not every window manager asks
 /// for it before.
 void showOnAllWorkspaces(QWidget& window);
+
+/// Fills the mapped window, which has an alpha channel, with nothing.
+void makeTransparent(QWindow& window);
 
 /// Starts the window, not mapped yet, with the focus that XDG_ACTIVATION_TOKEN grants, if that is
 /// set, and removes the variable.

@@ -10,7 +10,7 @@ from screens import Area, Window, XScreen
 
 # KWin runs it, and writes the answer to its log.
 LIST_WINDOWS = """console.info("WINDOWS " + JSON.stringify(
-    workspace.windowList().filter(w => !w.minimized && !w.hidden && !w.deleted).map(w => (
+    workspace.windowList().filter(w => w.managed && !w.minimized && !w.hidden && !w.deleted).map(w => (
         {title: w.caption, process: w.pid, listed: !w.skipTaskbar, focus: w.active,
          area: [w.frameGeometry.x, w.frameGeometry.y, w.frameGeometry.width,
                 w.frameGeometry.height]}))));

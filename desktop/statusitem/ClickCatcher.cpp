@@ -1,0 +1,67 @@
+#include "desktop/statusitem/ClickCatcher.h"
+
+#include "desktop/statusitem/X11.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QWidget>
+
+namespace tidewell {
+
+ClickCatcher::ClickCatcher(std::function<void()> clicked)
+    : clicked_(std::move(clicked)) {
+    // As a tool tip: the window manager leaves it where it is, and never gives it the focus.
+    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    QSurfaceFormat translucent = format();
+    translucent.setAlphaBufferSize(8);
+    setFormat(translucent);
+}
+
+void ClickCatcher::setOn(bool isOn) {
+    if (isOn == isVisible()) {
+        return;
+    }
+    if (!isOn) {
+        qApp->removeEventFilter(this);
+        hide();
+        return;
+    }
+    setGeometry(QGuiApplication::primaryScreen()->virtualGeometry());
+    leaveHoles();
+    show();
+    x11::makeTransparent(*this);
+    qApp->installEventFilter(this);
+}
+
+bool ClickCatcher::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::Move:
+    case QEvent::Resize:
+        if (const auto* const widget = qobject_cast<const QWidget*>(watched);
+            widget != nullptr && widget->isWindow()) {
+            leaveHoles();
+        }
+        break;
+    default:
+        break;
+    }
+    return QWindow::eventFilter(watched, event);
+}
+
+void ClickCatcher::mousePressEvent(QMouseEvent*) {
+    clicked_();
+}
+
+void ClickCatcher::leaveHoles() {
+    QRegion region(geometry());
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible()) {
+            region -= window->frameGeometry();
+        }
+    }
+    setMask(region.translated(-position()));
+}
+
+} // namespace tidewell
