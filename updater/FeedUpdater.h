@@ -24,8 +24,8 @@ namespace tidewell {
 /// ("SUFeedPublicEDKey"), and installs nothing but files that are signed with the other
 /// ("SUPublicEDKey").
 ///
-/// Main thread. What waits for the network or the disk runs on threads of its own; whatever is
-/// under way when this is destroyed is called off, and waited for.
+/// Main thread. What blocks on the network or the disk runs on threads of its own; destroying this
+/// cancels what is under way and waits for its threads.
 class FeedUpdater final : public SPUUpdater {
 public:
     /// How the updater reaches the outside. What is referred to must outlive it.

@@ -5,11 +5,11 @@
 
 namespace tidewell {
 
-/// Takes from this process what a program that only fetches does not need, for good and for all of
-/// its threads: gaining rights, writing to files, reading what is not below one of `readable`,
-/// starting programs and processes, looking into others, and more than `memory`, file descriptors
-/// and processor time. Before the first thread. Gives what this kernel cannot do of it, empty where
-/// it can do all.
+/// Confines this process for good to what fetching needs, by no_new_privs, Landlock, seccomp and
+/// resource limits: no new privileges, no writing to files, no reading outside of `readable`, no
+/// exec, fork or ptrace, and little memory, processor time and few file descriptors. To be called
+/// before the first thread is started. Gives the names of those that this kernel lacks, empty where
+/// it has all.
 std::string confine(const std::vector<std::string>& readable);
 
 } // namespace tidewell

@@ -15,20 +15,20 @@ bool isLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
-/// One step of a version. Compared as it stands: first the kind, then a number's length, then the
-/// text. So the end of a version's numbers is less than a further number, and less again before a
-/// pre-release; a list that ends earlier is less.
+/// An element of a version. Versions are compared as lists of these: by kind, then numbers by their
+/// count of digits and their digits, words by their letters. `release` or `preRelease` ends the
+/// numbers, and is less than a further number.
 struct Part {
     enum class Kind { preRelease, release, number, word };
 
     Kind kind;
-    std::size_t length = 0; ///< of a number
-    std::string_view text;  ///< of a number without leading zeros, so that 0 is empty
+    std::size_t digits = 0; ///< of a number
+    std::string_view text;  ///< a number's without leading zeros, so that 0 is empty
 
     auto operator<=>(const Part&) const = default;
 };
 
-/// Cuts the longest beginning off whose characters all are `ofKind`.
+/// Removes the longest prefix whose characters all are `ofKind`, and returns it.
 template <typename Kind>
 std::string_view takeRun(std::string_view& text, Kind ofKind) {
     const auto end = std::ranges::find_if_not(text, ofKind);

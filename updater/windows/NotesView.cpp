@@ -22,7 +22,7 @@ NotesView::NotesView(const QString& markdown, const QString& accessibleName) {
     setFont(textFont(TextStyle::callout, font()));
     setFixedHeight(fixedHeight);
     setOpenLinks(false);
-    setContextMenuPolicy(Qt::NoContextMenu); // it speaks the toolkit's language
+    setContextMenuPolicy(Qt::NoContextMenu); // its texts are Qt's, in Qt's own language
     setAccessibleName(accessibleName);
     connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& address) {
         if (isSafeLink(address)) {

@@ -22,8 +22,8 @@ namespace {
 constexpr int steps = 1000;
 constexpr int thickness = 8;
 constexpr double movingPart = 0.3;
-constexpr int millisecondsThere = 1600;
-constexpr std::chrono::milliseconds timeBetweenLooks{100};
+constexpr int cycleMilliseconds = 1600;
+constexpr std::chrono::milliseconds updateInterval{100};
 
 QString bytes(qint64 count) {
     return isolated(QString::fromStdString(byteText(count)));
@@ -38,13 +38,13 @@ ProgressBar::ProgressBar(Waiting waiting)
     setRange(0, 0);
     movement_.setStartValue(-movingPart);
     movement_.setEndValue(1.0);
-    movement_.setDuration(millisecondsThere);
+    movement_.setDuration(cycleMilliseconds);
     movement_.setLoopCount(-1);
     connect(&movement_, &QVariantAnimation::valueChanged, this, [this] { update(); });
 }
 
 void ProgressBar::showEvent(QShowEvent* event) {
-    // A style that moves nothing has no animations of its own to time.
+    // The duration is 0 in a style without animations.
     if (waiting_ == Waiting::moves && maximum() == minimum() &&
         style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) != 0) {
         movement_.start();
@@ -102,7 +102,7 @@ void ProgressView::follow(std::shared_ptr<const std::atomic<qint64>> received, q
     auto* timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this,
             [this, received = std::move(received), length] { setProgress(*received, length); });
-    timer->start(timeBetweenLooks);
+    timer->start(updateInterval);
 }
 
 void ProgressView::setProgress(qint64 received, qint64 length) {

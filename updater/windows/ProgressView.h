@@ -11,8 +11,8 @@ class QLabel;
 
 namespace tidewell {
 
-/// A slim bar that fills in the direction of the layout. As long as nothing is known of the
-/// progress a part of it moves along, or stands still.
+/// A slim progress bar that fills in the layout's direction. While the progress is indeterminate, a
+/// part of it moves along, or stands still where animations are switched off.
 class ProgressBar final : public QProgressBar {
 public:
     enum class Waiting { moves, standsStill };
@@ -27,15 +27,14 @@ private:
     QVariantAnimation movement_;
 };
 
-/// What is going on: a bar, and below it the bytes that are there and those that there will be.
-/// Main thread.
+/// A progress bar, and below it the bytes downloaded so far and in all. Main thread.
 class ProgressView final : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(ProgressView)
 
 public:
     explicit ProgressView(ProgressBar::Waiting waiting);
 
-    /// Shows how many bytes of `length` there are, now and from time to time.
+    /// Shows from now on how many bytes of `length` are there, by reading `received` at intervals.
     void follow(std::shared_ptr<const std::atomic<qint64>> received, qint64 length);
 
 private:

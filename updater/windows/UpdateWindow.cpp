@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto untilPlaced = 200ms; // by the window manager
+constexpr auto untilPlaced = 200ms; // what a window manager takes to map a window
 constexpr int margin = 20;
 constexpr int iconSize = 56;
 constexpr int textWidth = 440;
@@ -74,8 +74,8 @@ void UpdateWindow::setContent(Content content) {
     }
     layout_->addWidget(body_);
     body_->show();
-    // Only now: before, there is no window that would remember the button. Where another has the
-    // focus, there are desktops on which Return presses that and not the default one.
+    // Only now: setDefault() and setFocus() need the button to be in its dialog. It gets the focus,
+    // too, since with some platform themes Return presses the focused button, not the default one.
     for (QPushButton* button : body_->findChildren<QPushButton*>()) {
         if (button->autoDefault()) {
             button->setDefault(true);

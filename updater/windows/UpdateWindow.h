@@ -10,22 +10,22 @@ class QHBoxLayout;
 
 namespace tidewell {
 
-/// A window with the program's icon, a headline, a text, perhaps something more, and buttons. It
-/// is as large as its content, which is set as a whole. Main thread.
+/// A dialog with the program's icon, a headline, a text, perhaps another widget, and a row of
+/// buttons. Its size follows from its content, which is replaced as a whole. Main thread.
 class UpdateWindow final : public QDialog {
 public:
     enum class Role {
         confirm, ///< the default button
         dismiss, ///< also what Escape and closing the window do
-        other,   ///< stands apart
+        other,   ///< at the other end of the row
     };
     struct Button {
         QString text;
         Role role;
         std::function<void()> action;
     };
-    /// Without a button that confirms or dismisses, the window cannot be closed. A single button
-    /// may confirm only: closing the window does the same then.
+    /// Closing the window does what the button that dismisses does, or else the one that confirms.
+    /// Without either it cannot be closed.
     struct Content {
         QString headline;
         QString text;   ///< may be empty
@@ -42,8 +42,8 @@ public:
 
 private:
     void act(std::size_t button);
-    /// What is below may have grown past the screen's edge. A window manager that is told a new
-    /// size while it still places the window may put it there, too.
+    /// Moves the window back onto its screen: new content may have made it larger, and a window
+    /// manager may misplace a window that is resized while it is being mapped.
     void stayOnScreen();
     QWidget* makeButtons();
 
