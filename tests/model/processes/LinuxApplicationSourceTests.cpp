@@ -182,6 +182,7 @@ TEST_F(LinuxApplicationSourceTest, PutsTheProcessesOfAnApplicationIntoOneRow) {
     writeEntry("org.kde.konsole", "Name=Konsole\nExec=konsole\nCategories=X;TerminalEmulator;\n");
     writeEntry("top", "Name=Top\nExec=top\nTerminal=true\n");
     writeEntry("org.x.Files", "Name=Files\nName[de]=Dateien\nIcon=files\nExec=xfiles\n");
+    writeEntry("copy", "Name=Copy\nExec=xfiles\n"); // of another unit
     writeEntry("web", "Name=Web\nIcon=/opt/web.png\nExec=/opt/web/start %u\nStartupWMClass=Web\n");
     writeEntry("shell", "Name=Shell\nExec=desktop-shell\nNoDisplay=true\n");
     writeEntry("kde/tides", "Name=Tides\nExec=/opt/tides-wrapper\n");
