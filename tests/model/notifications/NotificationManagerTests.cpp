@@ -24,12 +24,16 @@ protected:
 
 TEST_F(NotificationManagerTest, LogsWhyNothingIsShown) {
     const std::string showing = "error general show(title:subtitle:body:): ";
-    center.authorization = false;
-    show(std::nullopt);
-    mainThread.drain();
-    EXPECT_THAT(log.takeLines(),
-                ElementsAre("error general requestPermission(): Notification permission denied.",
-                            showing + "Notification authorization denied"));
+    using Case = std::pair<Result<bool>, std::string>;
+    for (const auto& [answer, reason] :
+         {Case{false, "Notification permission denied."},
+          Case{failure("no bus"), "Error requesting notification authorization: no bus"}}) {
+        center.authorization = answer;
+        show(std::nullopt);
+        mainThread.drain();
+        EXPECT_THAT(log.takeLines(), ElementsAre("error general requestPermission(): " + reason,
+                                                 showing + "Notification authorization denied"));
+    }
     EXPECT_EQ(center.requests.size(), 0U);
     center.authorization = true;
     center.delivery = failure("gone");
