@@ -83,10 +83,6 @@ void fillStandardStreams() {
     }
 }
 
-void logError(Log& log, std::string_view message, std::string_view function, std::int64_t line) {
-    logMessage(log, message, "general", __FILE__, function, line, LogLevel::error);
-}
-
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle) {
     std::unique_ptr<QApplication> application;
     {
@@ -121,7 +117,7 @@ void endWithoutMainThread(HistorySaving& saving, Log& log) {
     }
     if (const auto history = saving.rescue()) {
         logError(log, "The display does not answer: the program is ended without it",
-                 "endWithoutMainThread()", __LINE__);
+                 "endWithoutMainThread()");
         if (auto document = encodeDataContainer(*history)) {
             FileUserDefaults defaults(defaultPreferencesFile(), log);
             write(defaults, preferences::dataContainer, std::move(*document));
@@ -204,7 +200,7 @@ int startNext(const std::string& program, Log& log) {
     alarm(0); // it would be inherited
     execl(program.c_str(), program.c_str(), nullptr);
     logError(log, program + " cannot be started: " + std::system_category().message(errno),
-             "startNext()", __LINE__);
+             "startNext()");
     return EXIT_FAILURE;
 }
 
@@ -229,7 +225,7 @@ int main(int argc, char** argv) {
         logError(log,
                  "There is no display to show anything on: neither DISPLAY nor "
                  "WAYLAND_DISPLAY leads to one",
-                 "main()", __LINE__);
+                 "main()");
         return EXIT_FAILURE;
     }
     leaveOutUnusableBuses(1s, log);

@@ -197,7 +197,8 @@ Task<void> FeedUpdater::checkSilently() {
     // Over before the delegate is told: it may want to have the next check made.
     endSession();
     if (!found) {
-        log("The check for updates failed: " + found.error().text, "checkSilently()", __LINE__);
+        logError(environment_.log, "The check for updates failed: " + found.error().text,
+                 "checkSilently()");
         co_return;
     }
     const auto& update = *found;
@@ -305,7 +306,7 @@ Task<Result<std::optional<AppcastItem>>> FeedUpdater::lookForUpdate() {
         co_return tl::unexpected(answer.error());
     }
     if (answer->remark != std::exchange(remark_, answer->remark) && !remark_.empty()) {
-        log("The fetching program " + remark_, "lookForUpdate()", __LINE__);
+        logError(environment_.log, "The fetching program " + remark_, "lookForUpdate()");
     }
     if (answer->serial > highestSerial) {
         write(environment_.defaults, preference, static_cast<double>(answer->serial));
@@ -339,7 +340,8 @@ Task<void> FeedUpdater::fetchFile(AppcastItem item, std::shared_ptr<std::atomic<
     if (whenDone) {
         whenDone(std::move(file));
     } else if (!file) {
-        log("Could not download an update: " + file.error().text, "fetchFile()", __LINE__);
+        logError(environment_.log, "Could not download an update: " + file.error().text,
+                 "fetchFile()");
     }
 }
 
@@ -372,23 +374,20 @@ Task<Result<>> FeedUpdater::install(AppcastItem item, QString file) {
 void FeedUpdater::openFolder() {
     endSession();
     if (!environment_.open(environment_.downloadFolder)) {
-        log("nothing opens " + environment_.downloadFolder.toStdString(), "openFolder()", __LINE__);
+        logError(environment_.log, "nothing opens " + environment_.downloadFolder.toStdString(),
+                 "openFolder()");
     }
 }
 
 /// Ends the user's check with what went wrong.
 void FeedUpdater::fail(const std::string& what, const Error& error) {
-    log(what + error.text, "fail()", __LINE__);
+    logError(environment_.log, what + error.text, "fail()");
     const auto show = [this] { openFolder(); };
     const auto problem = static_cast<UpdateProblem>(error.cause.value());
     userDriver_->showFailure(
         problem,
         problem == UpdateProblem::noHandler ? SPUStandardUserDriver::Action(show) : nullptr,
         [this] { endSession(); });
-}
-
-void FeedUpdater::log(const std::string& message, const char* function, int line) const {
-    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::error);
 }
 
 } // namespace tidewell

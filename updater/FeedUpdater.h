@@ -88,7 +88,6 @@ private:
     void openFolder();
     void fail(const std::string& what, const Error& error);
     void setCanCheck();
-    void log(const std::string& message, const char* function, int line) const;
 
     Environment environment_;
     std::shared_ptr<SPUStandardUserDriver> userDriver_;

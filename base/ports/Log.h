@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <source_location>
 #include <string_view>
 
 namespace tidewell {
@@ -33,12 +34,24 @@ public:
     virtual void write(const LogRecord& record) = 0;
 };
 
-/// The one way to log. `file` is the caller's own source path, of which the last component
-/// is logged; `function` is the caller's signature as text, for example
-/// "show(title:subtitle:body:)"; `line` the caller's own. Does nothing more than asking the log
-/// when the level is off. Any thread.
+/// Logs a message. `file` is a source path, of which the last component is logged; `function` is
+/// the caller's signature as text, for example "show(title:subtitle:body:)". Does nothing more than
+/// asking the log when the level is off. Any thread.
 void logMessage(Log& log, std::string_view message, std::string_view category,
                 std::string_view file, std::string_view function, std::int64_t line,
                 LogLevel level);
+
+// The same with the file and the line of the call.
+
+inline void logInfo(Log& log, std::string_view message, std::string_view function,
+                    std::string_view category = "general",
+                    std::source_location call = std::source_location::current()) {
+    logMessage(log, message, category, call.file_name(), function, call.line(), LogLevel::info);
+}
+inline void logError(Log& log, std::string_view message, std::string_view function,
+                     std::string_view category = "general",
+                     std::source_location call = std::source_location::current()) {
+    logMessage(log, message, category, call.file_name(), function, call.line(), LogLevel::error);
+}
 
 } // namespace tidewell

@@ -26,10 +26,10 @@ Bundle readBundle(const std::filesystem::path& infoFile, Log& log) {
     const auto content = readFile(AT_FDCWD, infoFile.c_str(), largestFile);
     const auto document = nlohmann::json::parse(content.value_or(""), nullptr, false);
     if (!document.is_object()) {
-        logMessage(log,
-                   content ? infoFile.string() + " is not a JSON object"
-                           : content.error().description(),
-                   "general", __FILE__, "readBundle()", __LINE__, LogLevel::error);
+        logError(log,
+                 content ? infoFile.string() + " is not a JSON object"
+                         : content.error().description(),
+                 "readBundle()");
         return Bundle({});
     }
     for (const auto& [key, value] : document.items()) {

@@ -212,7 +212,7 @@ void FileUserDefaults::save() {
 
 void FileUserDefaults::report(const std::string& problem, std::string_view function) {
     if (std::exchange(reported_, problem) != problem) {
-        logMessage(log_, problem, "general", __FILE__, function, __LINE__, LogLevel::error);
+        logError(log_, problem, function);
     }
 }
 

@@ -57,8 +57,7 @@ void QtMessages::take(QtMsgType type, const QString& message) {
 }
 
 void QtMessages::log(const QString& message) {
-    logMessage(log_, "Qt: " + message.toStdString(), "general", __FILE__, "log()", __LINE__,
-               LogLevel::error);
+    logError(log_, "Qt: " + message.toStdString(), "log()");
 }
 
 } // namespace tidewell

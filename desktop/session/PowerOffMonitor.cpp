@@ -34,11 +34,10 @@ PowerOffMonitor::PowerOffMonitor(QDBusConnection systemBus, QString applicationN
                     if (reply.type() == QDBusMessage::ReplyMessage) {
                         ownerChanged(reply.arguments().value(0).toString());
                     } else if (owner_.isEmpty()) {
-                        logMessage(log_,
-                                   "No login manager tells of the machine's power-off (" +
-                                       errorText(reply) + ").",
-                                   "general", __FILE__, "PowerOffMonitor()", __LINE__,
-                                   LogLevel::info);
+                        logInfo(log_,
+                                "No login manager tells of the machine's power-off (" +
+                                    errorText(reply) + ").",
+                                "PowerOffMonitor()");
                     }
                 });
 }
@@ -68,8 +67,8 @@ void PowerOffMonitor::takeInhibitor() {
             return;
         }
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            logMessage(log_, "Could not delay the machine's power-off: " + errorText(reply),
-                       "general", __FILE__, "takeInhibitor()", __LINE__, LogLevel::error);
+            logError(log_, "Could not delay the machine's power-off: " + errorText(reply),
+                     "takeInhibitor()");
         } else if (!poweringOff_) {
             inhibitor_ = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
         }

@@ -25,8 +25,8 @@ SessionBusReturn::SessionBusReturn(QDBusConnection sessionBus, std::function<voi
 }
 
 void SessionBusReturn::lost() {
-    logMessage(log_, "The session bus is gone: going on without it until there is one again.",
-               "general", __FILE__, "lost()", __LINE__, LogLevel::error);
+    logError(log_, "The session bus is gone: going on without it until there is one again.",
+             "lost()");
     nextLook_.start(1s);
 }
 

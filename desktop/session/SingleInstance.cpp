@@ -77,8 +77,8 @@ std::optional<int> SingleInstance::start() {
             return EXIT_SUCCESS;
         }
     } while (isGone(reply) && !deadline.hasExpired());
-    logMessage(log_, "The program is running already, but does not answer: " + errorText(reply),
-               "general", __FILE__, "start()", __LINE__, LogLevel::error);
+    logError(log_, "The program is running already, but does not answer: " + errorText(reply),
+             "start()");
     return EXIT_FAILURE;
 }
 
@@ -98,15 +98,15 @@ std::optional<int> SingleInstance::startLocked() {
         return std::nullopt;
     }
     if (errno == EWOULDBLOCK) {
-        logMessage(log_, "The program is running already, out of reach of this session.", "general",
-                   __FILE__, "startLocked()", __LINE__, LogLevel::error);
+        logError(log_, "The program is running already, out of reach of this session.",
+                 "startLocked()");
         return EXIT_FAILURE;
     }
     // A program that cannot be kept from starting twice is still better than none.
-    logMessage(log_,
-               "Could not find out whether the program is running already: locking " +
-                   lockFile_.string() + ": " + std::generic_category().message(errno),
-               "general", __FILE__, "startLocked()", __LINE__, LogLevel::error);
+    logError(log_,
+             "Could not find out whether the program is running already: locking " +
+                 lockFile_.string() + ": " + std::generic_category().message(errno),
+             "startLocked()");
     return std::nullopt;
 }
 

@@ -78,8 +78,8 @@ void leaveOutUnusableBuses(Milliseconds patience, Log& log) {
     for (const Bus& bus : {Bus{"session", sd_bus_open_user, sessionVariable},
                            Bus{"system", sd_bus_open_system, "DBUS_SYSTEM_BUS_ADDRESS"}}) {
         if (hangs(bus.open, patience)) {
-            logMessage(log, "The " + bus.name + " bus does not answer: going on without it.",
-                       "general", __FILE__, "leaveOutUnusableBuses()", __LINE__, LogLevel::error);
+            logError(log, "The " + bus.name + " bus does not answer: going on without it.",
+                     "leaveOutUnusableBuses()");
             setenv(bus.variable, nowhere, 1);
         }
     }

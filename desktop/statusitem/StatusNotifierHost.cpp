@@ -73,8 +73,7 @@ void StatusNotifierHost::registerItem(const QString& item) {
     call.setAutoStartService(false);
     callService(bus_, call, timeout, *this, [this, owner = ownerNumber_](const auto& reply) {
         if (owner == ownerNumber_ && reply.type() == QDBusMessage::ErrorMessage) {
-            logMessage(log_, "Status item refused: " + errorText(reply), "general", __FILE__,
-                       "registerItem(item:)", __LINE__, LogLevel::error);
+            logError(log_, "Status item refused: " + errorText(reply), "registerItem(item:)");
             setState(HostState::absent);
         }
     });

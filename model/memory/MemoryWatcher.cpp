@@ -24,7 +24,8 @@ void MemoryWatcher::startPeriodicTask() {
     if (const auto physical = environment_.probes.getPhysicalMemory()) {
         physical_ = *physical;
     } else {
-        logError("Failed to retrieve total physical memory.", "startPeriodicTask()", __LINE__);
+        logError(environment_.log, "Failed to retrieve total physical memory.",
+                 "startPeriodicTask()");
     }
     updateSwapUsage();
     startScheduler();
@@ -58,7 +59,7 @@ void MemoryWatcher::performWork() {
         memoryPressure_ = pressure;
         append(memoryPressureArray_, pressure);
     } else {
-        logError("Cannot read the free memory percentage", "performWork()", __LINE__);
+        logError(environment_.log, "Cannot read the free memory percentage", "performWork()");
     }
     updateMemoryUsage();
 }
@@ -143,11 +144,6 @@ void MemoryWatcher::append(Published<std::vector<Item>>& history, std::int64_t v
             items.erase(items.begin(), items.begin() + excess);
         });
     }
-}
-
-void MemoryWatcher::logError(std::string_view message, std::string_view function,
-                             std::int64_t line) const {
-    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::error);
 }
 
 } // namespace tidewell

@@ -96,7 +96,6 @@ private:
     void startScheduler();
     template <typename Item>
     void append(Published<std::vector<Item>>& history, std::int64_t value);
-    void logError(std::string_view message, std::string_view function, std::int64_t line) const;
 
     Environment environment_;
     std::shared_ptr<NotificationManager> notificationManager_;

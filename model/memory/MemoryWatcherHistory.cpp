@@ -8,18 +8,11 @@
 
 namespace tidewell {
 
-namespace {
-
-constexpr auto category = "file";
-
-} // namespace
-
 void MemoryWatcher::writeData() {
     auto document = encodeDataContainer(
         {.memoryPressureArray = memoryPressureArray(), .swapUsedArray = swapUsedArray()});
     if (!document) {
-        logMessage(environment_.log, "Could not save data", category, __FILE__, "writeData()",
-                   __LINE__, LogLevel::error);
+        logError(environment_.log, "Could not save data", "writeData()", "file");
         return;
     }
     write(environment_.defaults, preferences::dataContainer, std::move(*document));
@@ -31,14 +24,12 @@ void MemoryWatcher::readData() {
     if (const auto document = stored(environment_.defaults, preferences::dataContainer)) {
         auto decoded = decodeDataContainer(*document);
         if (!decoded) {
-            logMessage(environment_.log, decoded.error().description(), category, __FILE__,
-                       function, __LINE__, LogLevel::error);
+            logError(environment_.log, decoded.error().description(), function, "file");
         } else {
             loaded = std::move(*decoded);
         }
     } else {
-        logMessage(environment_.log, "No data available yet...", category, __FILE__, function,
-                   __LINE__, LogLevel::info);
+        logInfo(environment_.log, "No data available yet...", function, "file");
     }
     memoryPressureArray_ = std::move(loaded.memoryPressureArray);
     swapUsedArray_ = std::move(loaded.swapUsedArray);

@@ -32,19 +32,16 @@ Task<bool> NotificationManager::requestPermission(Self self) {
 
     constexpr auto function = "requestPermission()";
     if (!permitted) {
-        logMessage(self->log_,
-                   "Error requesting notification authorization: " +
-                       permitted.error().description(),
-                   "general", __FILE__, function, __LINE__, LogLevel::error);
+        logError(self->log_,
+                 "Error requesting notification authorization: " + permitted.error().description(),
+                 function);
         co_return false;
     }
     if (!*permitted) {
-        logMessage(self->log_, "Notification permission denied.", "general", __FILE__, function,
-                   __LINE__, LogLevel::error);
+        logError(self->log_, "Notification permission denied.", function);
         co_return false;
     }
-    logMessage(self->log_, "Notification permission granted.", "general", __FILE__, function,
-               __LINE__, LogLevel::info);
+    logInfo(self->log_, "Notification permission granted.", function);
     co_return true;
 }
 
@@ -53,8 +50,7 @@ Task<void> NotificationManager::show(Self self, std::string title,
     constexpr auto function = "show(title:subtitle:body:)";
     const bool permitted = co_await requestPermission(self);
     if (!permitted) {
-        logMessage(self->log_, "Notification authorization denied", "general", __FILE__, function,
-                   __LINE__, LogLevel::error);
+        logError(self->log_, "Notification authorization denied", function);
         co_return;
     }
 
@@ -65,8 +61,8 @@ Task<void> NotificationManager::show(Self self, std::string title,
     });
     const Result<> shown = co_await answer;
     if (!shown) {
-        logMessage(self->log_, "Error showing notification: " + shown.error().description(),
-                   "general", __FILE__, function, __LINE__, LogLevel::error);
+        logError(self->log_, "Error showing notification: " + shown.error().description(),
+                 function);
     }
 }
 

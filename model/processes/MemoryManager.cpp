@@ -13,14 +13,15 @@ MemoryManager::MemoryManager(Environment environment)
 
 void MemoryManager::startPeriodicTask() {
     stopPeriodicTask();
-    logInfo("MemoryManager started", "startPeriodicTask()", __LINE__);
+    logInfo(environment_.log, "MemoryManager started", "startPeriodicTask()");
     periodicTask_ = OwnedTask(environment_.mainThread, survey(shared_from_this()));
 }
 
 void MemoryManager::stopPeriodicTask() {
     if (!allProcesses().empty()) {
-        logInfo("MemoryManager reset [" + std::to_string(allProcesses().size()) + "]",
-                "stopPeriodicTask()", __LINE__);
+        logInfo(environment_.log,
+                "MemoryManager reset [" + std::to_string(allProcesses().size()) + "]",
+                "stopPeriodicTask()");
     }
     periodicTask_.cancel();
     environment_.applications.rest();
@@ -46,8 +47,9 @@ Task<void> MemoryManager::getAllProcessesMemoryUsage(Self self) {
     std::vector<RunningApplication*> readable;
     for (RunningApplication& application : applications) {
         if (!application.icon) {
-            self->logInfo("No icon available for " + application.localizedName.value_or(""),
-                          "getAllProcessesMemoryUsage()", __LINE__);
+            logInfo(self->environment_.log,
+                    "No icon available for " + application.localizedName.value_or(""),
+                    "getAllProcessesMemoryUsage()");
         }
         if (application.memory) {
             readable.push_back(&application);
@@ -66,11 +68,6 @@ Task<void> MemoryManager::getAllProcessesMemoryUsage(Self self) {
                         .usage = std::move(application->usage)});
     }
     self->allProcesses_ = std::move(rows);
-}
-
-void MemoryManager::logInfo(std::string_view message, std::string_view function,
-                            std::int64_t line) const {
-    logMessage(environment_.log, message, "general", __FILE__, function, line, LogLevel::info);
 }
 
 } // namespace tidewell

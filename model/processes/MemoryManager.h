@@ -54,8 +54,6 @@ private:
     static Task<void> survey(Self self);
     static Task<void> getAllProcessesMemoryUsage(Self self);
 
-    void logInfo(std::string_view message, std::string_view function, std::int64_t line) const;
-
     Environment environment_;
     Published<std::vector<DisplayContainer>> allProcesses_{*this};
     OwnedTask periodicTask_;

@@ -14,9 +14,8 @@ SparkleModel::SparkleModel(Environment environment)
         [this](bool canCheck) { canCheckForUpdates_ = canCheck; });
     if (stored(environment_.defaults, preferences::updater.automaticallyChecks).value_or(false)) {
         if (const auto started = updater->startUpdater(); !started) {
-            logMessage(environment_.log,
-                       "Failed to start updater: " + started.error().description(), "general",
-                       __FILE__, "init()", __LINE__, LogLevel::error);
+            logError(environment_.log, "Failed to start updater: " + started.error().description(),
+                     "init()");
             return;
         }
     }
@@ -58,14 +57,13 @@ Task<void> SparkleModel::checkPeriodically(std::weak_ptr<SPUUpdater> updater, do
 }
 
 void SparkleModel::updaterDidFindValidUpdate(SPUUpdater& /*updater*/, const SUAppcastItem& item) {
-    logMessage(environment_.log, "Update available: " + item.versionString, "general", __FILE__,
-               "updater(_:didFindValidUpdate:)", __LINE__, LogLevel::info);
+    logInfo(environment_.log, "Update available: " + item.versionString,
+            "updater(_:didFindValidUpdate:)");
     isUpdateAvailable_ = true;
 }
 
 void SparkleModel::updaterDidNotFindUpdate(SPUUpdater& /*updater*/) {
-    logMessage(environment_.log, "No update found.", "general", __FILE__,
-               "updaterDidNotFindUpdate(_:)", __LINE__, LogLevel::info);
+    logInfo(environment_.log, "No update found.", "updaterDidNotFindUpdate(_:)");
     isUpdateAvailable_ = false;
 }
 

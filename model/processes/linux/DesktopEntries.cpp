@@ -63,7 +63,8 @@ bool DesktopEntries::refresh() {
         readFolder({.path = folder + "/applications", .identifierPrefix = "", .depth = 0});
     }
     if (!watch_->isWorking()) {
-        logUnwatched();
+        logError(log_, "Changes of the desktop entries will not be noticed before the next start",
+                 "refresh()");
     }
     index();
     return true;
@@ -159,11 +160,6 @@ const DesktopEntry* DesktopEntries::running(const RunProgram& program) const {
         }
     }
     return nullptr;
-}
-
-void DesktopEntries::logUnwatched() const {
-    logMessage(log_, "Changes of the desktop entries will not be noticed before the next start",
-               "general", __FILE__, "refresh()", __LINE__, LogLevel::error);
 }
 
 bool isRunBy(const DesktopEntry& entry, const RunProgram& program) {

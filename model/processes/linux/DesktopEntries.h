@@ -52,7 +52,6 @@ private:
     void readFolder(const Folder& folder);
     void readEntry(int folder, const std::string& file, const std::string& identifier);
     void index();
-    void logUnwatched() const;
 
     std::vector<std::string> dataFolders_;
     std::vector<std::string> languages_;

@@ -13,18 +13,17 @@ std::optional<std::int64_t> DarwinProbes::getFreeMemoryPercentage() {
     constexpr std::string_view function = "getFreeMemoryPercentage()";
     const auto result = host_.runMemoryPressure();
     if (!result) {
-        logError("Failed to run memory_pressure: " + result.error().description(), function,
-                 __LINE__);
+        logError(log_, "Failed to run memory_pressure: " + result.error().description(), function);
         return std::nullopt;
     }
     if (result->status != 0) {
         if (isUtf8(result->standardError)) {
-            logError("Error running memory_pressure: " + result->standardError, function, __LINE__);
+            logError(log_, "Error running memory_pressure: " + result->standardError, function);
         }
         return std::nullopt;
     }
     if (!isUtf8(result->standardOutput)) {
-        logError("Failed to decode memory_pressure output", function, __LINE__);
+        logError(log_, "Failed to decode memory_pressure output", function);
         return std::nullopt;
     }
     return parseFreeMemoryPercentage(result->standardOutput);
@@ -35,7 +34,7 @@ std::optional<SwapUsage> DarwinProbes::getSwapUsage() {
     constexpr const char* variable = "vm.swapusage";
     const auto size = host_.sizeOfVariable(variable);
     if (size < 1) {
-        logError("Error: Could not determine size for vm.swapusage", function, __LINE__);
+        logError(log_, "Error: Could not determine size for vm.swapusage", function);
         return std::nullopt;
     }
     std::vector<std::byte> record(size);
@@ -46,8 +45,7 @@ std::optional<SwapUsage> DarwinProbes::getSwapUsage() {
     if (!usage) {
         // A record that is too short counts as a failed read, of which the kernel knows nothing.
         const int error = read.error != 0 ? read.error : EINVAL;
-        logError("Error getting swap usage (errno: " + std::to_string(error) + ")", function,
-                 __LINE__);
+        logError(log_, "Error getting swap usage (errno: " + std::to_string(error) + ")", function);
     }
     return usage;
 }
@@ -66,11 +64,6 @@ std::optional<MemoryCounters> DarwinProbes::getMemoryCounters() {
     }
     const auto statistics = host_.vmStatistics();
     return statistics ? std::optional(decodeMemoryCounters(*pageSize, *statistics)) : std::nullopt;
-}
-
-void DarwinProbes::logError(std::string_view message, std::string_view function,
-                            std::int64_t line) {
-    logMessage(log_, message, "general", __FILE__, function, line, LogLevel::error);
 }
 
 } // namespace tidewell

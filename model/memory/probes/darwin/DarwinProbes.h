@@ -23,8 +23,6 @@ public:
     std::optional<MemoryCounters> getMemoryCounters() override;
 
 private:
-    void logError(std::string_view message, std::string_view function, std::int64_t line);
-
     DarwinHost& host_;
     Log& log_;
 };

@@ -45,16 +45,16 @@ std::optional<std::int64_t> LinuxProbes::getFreeMemoryPercentage() {
 std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
     const auto info = readMemInfo();
     if (!info) {
-        logMessage(
-            log_,
-            "Error getting swap usage (errno: " + std::to_string(info.error().cause.value()) + ")",
-            "general", __FILE__, "getSwapUsage()", __LINE__, LogLevel::error);
+        logError(log_,
+                 "Error getting swap usage (errno: " + std::to_string(info.error().cause.value()) +
+                     ")",
+                 "getSwapUsage()");
         return std::nullopt;
     }
     const auto usage = swapUsage(*info);
     if (!usage) {
-        logMessage(log_, "Error: Could not find the swap totals in " + memInfoPath_, "general",
-                   __FILE__, "getSwapUsage()", __LINE__, LogLevel::error);
+        logError(log_, "Error: Could not find the swap totals in " + memInfoPath_,
+                 "getSwapUsage()");
     }
     return usage;
 }
@@ -83,14 +83,13 @@ Result<MemInfo> LinuxProbes::readMemInfo() {
     Buffer buffer;
     auto info = readText(AT_FDCWD, memInfoPath_.c_str(), buffer).map(parseMemInfo);
     if (!std::exchange(isUnreadable_, !info.has_value()) && !info) {
-        logMessage(log_, info.error().description(), "general", __FILE__, "readMemInfo()", __LINE__,
-                   LogLevel::error);
+        logError(log_, info.error().description(), "readMemInfo()");
     }
     if (info && !info->tooLarge.empty() && !std::exchange(hasToldOfTooLarge_, true)) {
-        logMessage(log_,
-                   std::string(info->tooLarge) + " in " + memInfoPath_ +
-                       " is larger than MemTotal and left out",
-                   "general", __FILE__, "readMemInfo()", __LINE__, LogLevel::error);
+        logError(log_,
+                 std::string(info->tooLarge) + " in " + memInfoPath_ +
+                     " is larger than MemTotal and left out",
+                 "readMemInfo()");
     }
     return info;
 }
