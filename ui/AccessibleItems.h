@@ -2,13 +2,18 @@
 
 #include "ui/Accessible.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
 
 namespace tidewell {
 
 /// A widget that paints a list of items, none of which is a widget.
 class PaintedItems {
 public:
+    /// Tells an item from the others, also when it moves to another place.
+    using ItemKey = std::int64_t;
+
     PaintedItems() = default;
     PaintedItems(const PaintedItems&) = delete;
     PaintedItems& operator=(const PaintedItems&) = delete;
@@ -18,14 +23,26 @@ public:
     virtual QString itemText(std::size_t index) const = 0;
     /// In the widget's coordinates, which it may lie outside of.
     virtual QRectF itemFrame(std::size_t index) const = 0;
+    virtual QString itemDescription(std::size_t /*index*/) const { return {}; }
+    virtual ItemKey itemKey(std::size_t index) const { return static_cast<ItemKey>(index); }
+    /// The one that the keyboard marks, if it does.
+    virtual std::optional<std::size_t> currentItem() const = 0;
+    /// What the list as a whole says beyond its name.
+    virtual QString summary() const { return {}; }
+
+    /// Where the item with that key is now.
+    std::optional<std::size_t> itemWithKey(ItemKey key) const;
 };
 
 /// What assistive technology is told of it: a list of named items, which are made when they are
 /// asked for. Main thread.
-class AccessibleItems : public QAccessibleWidget {
+class AccessibleItems final : public QAccessibleWidget {
 public:
-    /// `items` is the same object as `widget`.
-    AccessibleItems(QWidget* widget, const PaintedItems& items);
+    template <std::derived_from<PaintedItems> Widget>
+    explicit AccessibleItems(Widget* widget)
+        : QAccessibleWidget(widget, QAccessible::List)
+        , items_(*widget)
+        , names_(names()) {}
     AccessibleItems(const AccessibleItems&) = delete;
     AccessibleItems& operator=(const AccessibleItems&) = delete;
     ~AccessibleItems() override;
@@ -34,18 +51,27 @@ public:
     QAccessibleInterface* child(int index) const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
+    QAccessibleInterface* focusChild() const override;
+    QString text(QAccessible::Text kind) const override;
 
     /// Sends an event of an item.
-    void tell(std::size_t index, QAccessible::Event kind) const;
+    void tell(PaintedItems::ItemKey key, QAccessible::Event kind) const;
+    /// Sends what came, went or has another name since this was made or called last.
+    void tellChanges();
 
 private:
-    QAccessibleInterface* item(std::size_t index) const;
+    std::map<PaintedItems::ItemKey, QString> names() const;
+    QAccessibleInterface* item(PaintedItems::ItemKey key) const;
 
     const PaintedItems& items_;
-    mutable std::map<std::size_t, QAccessible::Id> ids_;
+    std::map<PaintedItems::ItemKey, QString> names_;
+    mutable std::map<PaintedItems::ItemKey, QAccessible::Id> ids_;
 };
 
-/// Sends an event of an item, if anyone listens. `widget` is read through an `AccessibleItems`.
+// If anyone listens, send what `AccessibleItems` sends. `widget` is read through one.
+
+/// An event of an item, which is there.
 void tellOfItem(QWidget& widget, std::size_t index, QAccessible::Event kind);
+void tellOfChanges(QWidget& widget);
 
 } // namespace tidewell

@@ -1,6 +1,5 @@
 #include "app/lists/ShowItemList.h"
 
-#include "app/lists/AccessibleList.h"
 #include "app/lists/HeaderView.h"
 #include "app/lists/RowTip.h"
 #include "app/lists/ShowItemView.h"
@@ -50,7 +49,7 @@ bool looksLike(const DisplayContainer& one, const DisplayContainer& other) {
 
 ShowItemList::ShowItemList(Kind kind)
     : kind_(kind) {
-    makeListsAccessible();
+    makeAccessible<ShowItemList, AccessibleItems>();
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::TabFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -64,38 +63,44 @@ ShowItemList::~ShowItemList() = default;
 
 void ShowItemList::setItems(std::vector<DisplayContainer> items) {
     const bool looksTheSame = std::ranges::equal(items_, items, looksLike);
-    const auto before = std::exchange(items_, std::move(items));
+    const auto current = current_;
+    const ItemKey key = current ? itemKey(*current) : 0;
+    items_ = std::move(items);
     updateTip();
     if (looksTheSame) {
         return;
     }
     updateScrollBar();
     viewport()->update();
-    tellChangedRows(*this, before);
-    keepCurrent(before);
-}
-
-ShowItemList::RowKey ShowItemList::keyOf(const std::vector<DisplayContainer>& items,
-                                         std::size_t index) {
-    const auto& usage = items[index].usage;
-    return usage ? usage->leader : -1 - static_cast<RowKey>(index);
-}
-
-std::optional<std::size_t> ShowItemList::rowOf(RowKey key) const {
-    for (std::size_t row = 0; row < items_.size(); ++row) {
-        if (keyOf(items_, row) == key) {
-            return row;
-        }
+    tellOfChanges(*this);
+    if (current) {
+        keepCurrent(*current, key);
     }
-    return std::nullopt;
 }
 
-void ShowItemList::keepCurrent(const std::vector<DisplayContainer>& before) {
-    if (!current_) {
-        return;
-    }
-    const std::size_t old = *current_;
-    const auto found = rowOf(keyOf(before, old));
+QString ShowItemList::itemText(std::size_t index) const {
+    const ShowItemView view = row(index);
+    const QString remark = view.remark();
+    return QString::fromStdString(items_[index].showItem.label) + u' ' + view.valueText() +
+           (remark.isEmpty() ? remark : QStringLiteral(", ") + remark);
+}
+
+QString ShowItemList::itemDescription(std::size_t index) const {
+    const auto& usage = items_[index].usage;
+    return usage ? UsageText::of(*usage) : QString();
+}
+
+QRectF ShowItemList::itemFrame(std::size_t index) const {
+    return rowFrame(index).translated(viewport()->pos());
+}
+
+PaintedItems::ItemKey ShowItemList::itemKey(std::size_t index) const {
+    const auto& usage = items_[index].usage;
+    return usage ? usage->leader : -1 - static_cast<ItemKey>(index);
+}
+
+void ShowItemList::keepCurrent(std::size_t old, ItemKey key) {
+    const auto found = itemWithKey(key);
     if (items_.empty()) {
         current_.reset();
     } else if (!found) {
@@ -109,7 +114,7 @@ void ShowItemList::setCurrentRow(std::size_t row) {
     current_ = row;
     scrollToRow(row);
     viewport()->update();
-    tellFocusedRow(*this);
+    tellOfItem(*this, row, QAccessible::Focus);
 }
 
 void ShowItemList::scrollToRow(std::size_t row) {
@@ -139,7 +144,7 @@ void ShowItemList::updateTip() {
         return;
     }
     const auto row = rowAt(viewport()->mapFromGlobal(tipPlace_));
-    if (row && items_[*row].usage && keyOf(items_, *row) == tipRow_) {
+    if (row && items_[*row].usage && itemKey(*row) == tipRow_) {
         tip_->showText(UsageText::of(*items_[*row].usage), tipPlace_);
     } else {
         tip_->hide();
@@ -152,7 +157,7 @@ bool ShowItemList::viewportEvent(QEvent* event) {
         const auto row = rowAt(help->pos());
         if (row && items_[*row].usage) {
             tip_ = tip_ == nullptr ? new RowTip(this) : tip_;
-            tipRow_ = keyOf(items_, *row);
+            tipRow_ = itemKey(*row);
             tipPlace_ = help->globalPos();
             tip_->showText(UsageText::of(*items_[*row].usage), tipPlace_);
         }
@@ -162,7 +167,7 @@ bool ShowItemList::viewportEvent(QEvent* event) {
         if (event->type() == QEvent::MouseMove) {
             tipPlace_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
             const auto row = rowAt(viewport()->mapFromGlobal(tipPlace_));
-            tip_->setVisible(row && keyOf(items_, *row) == tipRow_);
+            tip_->setVisible(row && itemKey(*row) == tipRow_);
         } else if (event->type() == QEvent::Leave || event->type() == QEvent::Wheel) {
             tip_->hide();
         }

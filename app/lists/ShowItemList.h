@@ -2,10 +2,10 @@
 
 #include "app/lists/IconPictures.h"
 #include "app/lists/ShowItemView.h"
+#include "ui/AccessibleItems.h"
 
 #include <QAbstractScrollArea>
 
-#include <optional>
 #include <vector>
 
 namespace tidewell {
@@ -17,7 +17,7 @@ class RowTip;
 /// arrow keys move a focus mark from row to row, which stays with its application when the items
 /// change. Pointing at an application tells what it uses. Only the rows that are to be seen are
 /// formatted and painted. Assistive technology reads it as a list. Main thread.
-class ShowItemList final : public QAbstractScrollArea {
+class ShowItemList final : public QAbstractScrollArea, public PaintedItems {
     Q_OBJECT
 
 public:
@@ -32,7 +32,6 @@ public:
     /// Replaces the rows. Nothing is repainted when they look as they did: rows made anew have new
     /// identifiers, so those do not count.
     void setItems(std::vector<DisplayContainer> items);
-    const std::vector<DisplayContainer>& items() const { return items_; }
 
     /// Which of the rows that are set from now on have a remark on swap.
     void setSwapMark(const SwapMark& mark) { swapMark_ = mark; }
@@ -40,17 +39,19 @@ public:
     /// Whether the list stands on a coloured ground, as the mark of what the pointer opened.
     void setHighlighted(bool isHighlighted);
 
-    ShowItemView row(std::size_t index) const { return {items_[index], swapMark_}; }
     /// Where a row is, scrolled as the list is; on the viewport.
     QRectF rowFrame(std::size_t index) const;
-    /// The row with the focus mark.
-    std::optional<std::size_t> currentRow() const { return current_; }
 
-    /// What a row has in common with the one in its place after the items have changed: the
-    /// application, or the row's number where there is none.
-    using RowKey = std::int64_t;
-    static RowKey keyOf(const std::vector<DisplayContainer>& items, std::size_t index);
-    std::optional<std::size_t> rowOf(RowKey key) const;
+    std::size_t itemCount() const override { return items_.size(); }
+    /// The label and the byte count.
+    QString itemText(std::size_t index) const override;
+    /// What the application uses.
+    QString itemDescription(std::size_t index) const override;
+    QRectF itemFrame(std::size_t index) const override;
+    /// The application, or the row's number where there is none.
+    ItemKey itemKey(std::size_t index) const override;
+    /// The row with the focus mark.
+    std::optional<std::size_t> currentItem() const override { return current_; }
 
 protected:
     bool event(QEvent* event) override;
@@ -65,7 +66,8 @@ private:
     std::optional<std::size_t> rowAt(QPointF position) const;
     void setCurrentRow(std::size_t row);
     void scrollToRow(std::size_t row);
-    void keepCurrent(const std::vector<DisplayContainer>& before);
+    void keepCurrent(std::size_t old, ItemKey key);
+    ShowItemView row(std::size_t index) const { return {items_[index], swapMark_}; }
     void updateTip();
 
     Kind kind_;
@@ -73,7 +75,7 @@ private:
     SwapMark swapMark_;
     std::optional<std::size_t> current_;
     RowTip* tip_ = nullptr; // owned by the list, made when it is first asked for
-    RowKey tipRow_ = 0;
+    ItemKey tipRow_ = 0;
     QPoint tipPlace_;
     bool isHighlighted_ = false;
     IconPictures icons_{[this] { viewport()->update(); }};

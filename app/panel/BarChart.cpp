@@ -14,37 +14,16 @@
 
 namespace tidewell {
 
-namespace {
-
-class AccessibleChart final : public AccessibleItems {
-public:
-    explicit AccessibleChart(BarChart* chart)
-        : AccessibleItems(chart, *chart)
-        , chart_(chart) {}
-
-    QString text(QAccessible::Text kind) const override {
-        if (kind == QAccessible::Description || kind == QAccessible::Value) {
-            return chart_->newestSampleText();
-        }
-        return AccessibleItems::text(kind);
-    }
-
-private:
-    const BarChart* chart_;
-};
-
-} // namespace
-
 BarChart::BarChart(double barWidth, double spacing)
     : barWidth_(barWidth)
     , spacing_(spacing) {
-    makeAccessible<BarChart, AccessibleChart>();
+    makeAccessible<BarChart, AccessibleItems>();
     setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
     setAutoFillBackground(true); // opaque, so that the box below is not painted again
 }
 
-QString BarChart::newestSampleText() const {
+QString BarChart::summary() const {
     return itemCount() == 0 ? tr("No samples yet") : itemText(itemCount() - 1);
 }
 

@@ -18,12 +18,15 @@ class BarChart : public QWidget, public PaintedItems {
 
 public:
     /// The newest sample; says so when there is none.
-    QString newestSampleText() const;
+    QString summary() const override;
     /// How far the bars that are to be seen reach back. Empty below two of them.
     QString spanText() const;
 
     QString itemText(std::size_t index) const override;
     QRectF itemFrame(std::size_t index) const override;
+    std::optional<std::size_t> currentItem() const override {
+        return isMarkedByKey_ ? marked_ : std::nullopt;
+    }
 
 protected:
     BarChart(double barWidth, double spacing);

@@ -49,7 +49,7 @@ TEST_F(ShowItemListTest, IsWalkedByKeyboardAndStaysWhereItWas) {
           Case{Qt::Key_Down, 29, end}, Case{Qt::Key_PageUp, 22, end}, Case{Qt::Key_Home, 0, 0},
           Case{Qt::Key_Up, 0, 0}}) {
         QTest::keyClick(&list, key);
-        EXPECT_EQ(list.currentRow(), row) << key;
+        EXPECT_EQ(list.currentItem(), row) << key;
         EXPECT_EQ(bar.value(), scrolled) << key;
     }
     bar.setValue(228);
@@ -87,15 +87,15 @@ TEST_F(ShowItemListTest, KeepsTheFocusOnItsApplicationAndReadsItAloud) {
 
     std::ranges::rotate(items, items.begin() + 2);
     list.setItems(items);
-    EXPECT_EQ(list.currentRow(), 0U);
+    EXPECT_EQ(list.currentItem(), 0U);
     EXPECT_EQ(spoken->indexOfChild(row), 0) << "still the same";
     items.erase(items.begin());
     list.setItems(items);
-    EXPECT_EQ(list.currentRow(), 0U) << "its neighbour";
+    EXPECT_EQ(list.currentItem(), 0U) << "its neighbour";
     list.setItems({});
-    EXPECT_EQ(list.currentRow(), std::nullopt);
+    EXPECT_EQ(list.currentItem(), std::nullopt);
     QTest::keyClick(&list, Qt::Key_Down);
-    EXPECT_EQ(list.currentRow(), std::nullopt) << "nothing to walk";
+    EXPECT_EQ(list.currentItem(), std::nullopt) << "nothing to walk";
 }
 
 TEST_F(ShowItemListTest, TellsWhatAnApplicationUsesWhileThePointerIsOnItsRow) {
