@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/values/Interface.h"
 #include "ui/Accessible.h"
 
 #include <cstdint>
@@ -9,15 +10,10 @@
 namespace tidewell {
 
 /// A widget that paints a list of items, none of which is a widget.
-class PaintedItems {
+class PaintedItems : public Interface {
 public:
     /// Tells an item from the others, also when it moves to another place.
     using ItemKey = std::int64_t;
-
-    PaintedItems() = default;
-    PaintedItems(const PaintedItems&) = delete;
-    PaintedItems& operator=(const PaintedItems&) = delete;
-    virtual ~PaintedItems() = default;
 
     virtual std::size_t itemCount() const = 0;
     virtual QString itemText(std::size_t index) const = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/values/Interface.h"
+
 #include <cstdint>
 #include <source_location>
 #include <string_view>
@@ -22,13 +24,8 @@ struct LogRecord {
 };
 
 /// Where diagnostics go. Any thread; never fails visibly.
-class Log {
+class Log : public Interface {
 public:
-    Log() = default;
-    Log(const Log&) = delete;
-    Log& operator=(const Log&) = delete;
-    virtual ~Log() = default;
-
     virtual bool isEnabled(LogLevel level) const = 0;
     /// Called only for enabled levels.
     virtual void write(const LogRecord& record) = 0;

@@ -2,6 +2,7 @@
 
 #include "base/observable/Subscription.h"
 #include "base/ports/StoredPreference.h"
+#include "base/values/Interface.h"
 #include "base/values/Result.h"
 
 #include <functional>
@@ -43,13 +44,8 @@ protected:
 
 /// Looks for new versions of the program and, when the user wants it, installs them. Main thread;
 /// nothing here blocks.
-class SPUUpdater {
+class SPUUpdater : public Interface {
 public:
-    SPUUpdater() = default;
-    SPUUpdater(const SPUUpdater&) = delete;
-    SPUUpdater& operator=(const SPUUpdater&) = delete;
-    virtual ~SPUUpdater() = default;
-
     /// Makes the updater ready for checks, or says why it cannot be. Does nothing, successfully, on
     /// one that is started already.
     [[nodiscard]] virtual Result<> startUpdater() = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/values/Interface.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,13 +18,8 @@ using DefaultsValue = std::variant<bool, double, std::string, Data>;
 
 /// The user's preferences of this program: a persistent key-value store. Main thread.
 /// `StoredPreference` is the typed access to it.
-class UserDefaults {
+class UserDefaults : public Interface {
 public:
-    UserDefaults() = default;
-    UserDefaults(const UserDefaults&) = delete;
-    UserDefaults& operator=(const UserDefaults&) = delete;
-    virtual ~UserDefaults() = default;
-
     /// What is stored under `key`; empty when it was never written.
     virtual std::optional<DefaultsValue> value(std::string_view key) const = 0;
 

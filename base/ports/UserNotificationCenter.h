@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/values/Interface.h"
 #include "base/values/Result.h"
 
 #include <chrono>
@@ -26,13 +27,8 @@ struct NotificationRequest {
 
 /// The desktop's notifications. Main thread; nothing here blocks. The answers come later on the
 /// main thread, exactly once, within a bounded time even where a service hangs.
-class UserNotificationCenter {
+class UserNotificationCenter : public Interface {
 public:
-    UserNotificationCenter() = default;
-    UserNotificationCenter(const UserNotificationCenter&) = delete;
-    UserNotificationCenter& operator=(const UserNotificationCenter&) = delete;
-    virtual ~UserNotificationCenter() = default;
-
     /// Answers whether the user lets this program notify, or why that could not be found out.
     virtual void requestAuthorization(AuthorizationOptions options,
                                       std::function<void(Result<bool>)> answer) = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/runtime/Waiting.h"
+#include "base/values/Interface.h"
 
 #include <chrono>
 #include <cstdint>
@@ -9,17 +10,12 @@ namespace tidewell {
 
 /// A monotonic clock that goes on counting while the machine is suspended. It must outlive the
 /// tasks that sleep on it. All operations may be called from any thread.
-class ContinuousClock {
+class ContinuousClock : public Interface {
 public:
     using Duration = std::chrono::nanoseconds;
     /// Time since some fixed moment of this machine's uptime.
     using Instant = std::chrono::time_point<ContinuousClock, Duration>;
     using AlarmId = std::uint64_t;
-
-    ContinuousClock() = default;
-    ContinuousClock(const ContinuousClock&) = delete;
-    ContinuousClock& operator=(const ContinuousClock&) = delete;
-    virtual ~ContinuousClock() = default;
 
     virtual Instant now() const = 0;
 

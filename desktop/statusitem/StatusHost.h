@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/observable/ObserverList.h"
+#include "base/values/Interface.h"
 
 namespace tidewell {
 
@@ -14,13 +15,8 @@ enum class HostState {
 ///
 /// A new kind of host is a subclass of this, a form of the `StatusItem` for it, a `Maker` in
 /// `StatusItemForms`, and a line in `StatusItemSwitcher::wanted()`.
-class StatusHost {
+class StatusHost : public Interface {
 public:
-    StatusHost() = default;
-    StatusHost(const StatusHost&) = delete;
-    StatusHost& operator=(const StatusHost&) = delete;
-    virtual ~StatusHost() = default;
-
     virtual HostState state() const = 0;
 
     /// Calls `observer` after every change. A host that replaces another is two changes, absent

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/values/Colour.h"
+#include "base/values/Interface.h"
 
 #include <array>
 #include <functional>
@@ -38,13 +39,8 @@ struct StatusItemBehaviour {
 };
 
 /// The program's item in the desktop's status area, shown until this is destroyed. Main thread.
-class StatusItem {
+class StatusItem : public Interface {
 public:
-    StatusItem() = default;
-    StatusItem(const StatusItem&) = delete;
-    StatusItem& operator=(const StatusItem&) = delete;
-    virtual ~StatusItem() = default;
-
     /// Shows `content` from now on. Does nothing when it is shown already.
     virtual void setContent(const StatusItemContent& content) = 0;
 };

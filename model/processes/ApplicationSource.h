@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/runtime/Task.h"
+#include "base/values/Interface.h"
 #include "base/values/ThemeIcon.h"
 #include "model/processes/ApplicationUsage.h"
 
@@ -24,13 +25,8 @@ using ApplicationList = std::vector<RunningApplication>;
 
 /// What runs on the machine on behalf of the logged-in user, and how much memory it takes.
 /// Must outlive the tasks that it made.
-class ApplicationSource {
+class ApplicationSource : public Interface {
 public:
-    ApplicationSource() = default;
-    ApplicationSource(const ApplicationSource&) = delete;
-    ApplicationSource& operator=(const ApplicationSource&) = delete;
-    virtual ~ApplicationSource() = default;
-
     /// Every application that runs, in the platform's order. A task of the main thread, which it
     /// leaves free meanwhile; cancelling it does not interrupt that.
     virtual Task<ApplicationList> runningApplications() = 0;

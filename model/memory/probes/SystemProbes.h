@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/values/Interface.h"
+
 #include <cstdint>
 #include <optional>
 
@@ -28,13 +30,8 @@ struct MemoryCounters {
 
 /// The four readings of the operating system. Main thread; each blocks until it has its figure.
 /// A reading that cannot be had is empty; the next sampling step simply asks again.
-class SystemProbes {
+class SystemProbes : public Interface {
 public:
-    SystemProbes() = default;
-    SystemProbes(const SystemProbes&) = delete;
-    SystemProbes& operator=(const SystemProbes&) = delete;
-    virtual ~SystemProbes() = default;
-
     /// Free memory of the whole system, percent.
     virtual std::optional<std::int64_t> getFreeMemoryPercentage() = 0;
     virtual std::optional<SwapUsage> getSwapUsage() = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/values/Interface.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -16,13 +18,8 @@ using TaskInformation = std::array<std::byte, 96>;
 inline constexpr std::size_t residentSizeOffset = 8;
 
 /// What the reading of processes asks of a Darwin machine's system library. Main thread.
-class DarwinProcessHost {
+class DarwinProcessHost : public Interface {
 public:
-    DarwinProcessHost() = default;
-    DarwinProcessHost(const DarwinProcessHost&) = delete;
-    DarwinProcessHost& operator=(const DarwinProcessHost&) = delete;
-    virtual ~DarwinProcessHost() = default;
-
     /// Fills in the task information of a process and returns how many bytes were filled in.
     virtual int readTaskInformation(std::int32_t process, std::span<std::byte> record) = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/values/Interface.h"
 #include "model/memory/probes/darwin/KernelRecords.h"
 #include "model/memory/probes/darwin/ToolRunner.h"
 
@@ -7,13 +8,8 @@ namespace tidewell {
 
 /// What the probes of a Darwin machine ask of its system library. Main thread; each call blocks
 /// until it has its answer.
-class DarwinHost {
+class DarwinHost : public Interface {
 public:
-    DarwinHost() = default;
-    DarwinHost(const DarwinHost&) = delete;
-    DarwinHost& operator=(const DarwinHost&) = delete;
-    virtual ~DarwinHost() = default;
-
     virtual Result<ToolResult> runMemoryPressure() = 0;
 
     /// Bytes of the value of a kernel variable; 0 when there is no such variable.
