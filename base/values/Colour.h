@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstddef>
+#include "base/values/Hash.h"
+
 #include <cstdint>
-#include <functional>
 
 namespace tidewell {
 
@@ -29,6 +29,7 @@ struct Colour {
     constexpr std::uint32_t in(Appearance appearance) const {
         return isDark(appearance) ? dark : light;
     }
+    auto fields() const { return std::tie(light, dark); }
     bool operator==(const Colour&) const = default;
 };
 
@@ -43,10 +44,3 @@ inline constexpr Colour lightGray{0xaaaaaa, 0xaaaaaa};
 } // namespace colours
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::Colour> {
-    std::size_t operator()(const tidewell::Colour& colour) const noexcept {
-        return std::hash<std::uint64_t>()(std::uint64_t{colour.light} << 32U | colour.dark);
-    }
-};

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <tuple>
 
 namespace tidewell {
 
@@ -16,4 +17,16 @@ std::size_t hashOfFields(const Fields&... fields) noexcept {
     return result;
 }
 
+/// A value that gives what tells it from others, by `fields()`, as a tuple.
+template <typename Value>
+concept HasFields = requires(const Value& value) { value.fields(); };
+
 } // namespace tidewell
+
+template <tidewell::HasFields Value>
+struct std::hash<Value> {
+    std::size_t operator()(const Value& value) const noexcept {
+        return std::apply([](const auto&... fields) { return tidewell::hashOfFields(fields...); },
+                          value.fields());
+    }
+};

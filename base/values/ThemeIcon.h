@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "base/values/Hash.h"
+
 #include <memory>
 #include <string>
 #include <utility>
@@ -21,19 +22,11 @@ public:
 
     const std::string& name() const { return *name_; }
 
+    auto fields() const { return std::tie(name_); }
     bool operator==(const ThemeIcon&) const = default;
 
 private:
-    friend struct std::hash<ThemeIcon>;
-
     std::shared_ptr<const std::string> name_;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::ThemeIcon> {
-    std::size_t operator()(const tidewell::ThemeIcon& icon) const noexcept {
-        return std::hash<const void*>()(icon.name_.get());
-    }
-};

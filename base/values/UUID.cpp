@@ -1,5 +1,6 @@
 #include "base/values/UUID.h"
 
+#include <charconv>
 #include <random>
 
 namespace tidewell {
@@ -9,14 +10,6 @@ namespace {
 // Whether the canonical form has a hyphen before this byte.
 constexpr bool hyphenBefore(std::size_t byte) {
     return byte == 4 || byte == 6 || byte == 8 || byte == 10;
-}
-
-int hexDigit(char character) {
-    if (character >= '0' && character <= '9') {
-        return character - '0';
-    }
-    const char upper = static_cast<char>(character & ~0x20);
-    return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
 }
 
 // The figure list takes 18 identifiers a second: a generator seeded once from the system is a
@@ -57,12 +50,11 @@ std::optional<UUID> UUID::parse(std::string_view text) {
         if (hyphenBefore(i) && text[at++] != '-') {
             return std::nullopt;
         }
-        const int high = hexDigit(text[at++]);
-        const int low = hexDigit(text[at++]);
-        if (high < 0 || low < 0) {
+        const char* const end = text.data() + at + 2;
+        if (std::from_chars(text.data() + at, end, bytes[i], 16).ptr != end) {
             return std::nullopt;
         }
-        bytes[i] = static_cast<std::uint8_t>(high * 16 + low);
+        at += 2;
     }
     return UUID(bytes);
 }
@@ -82,8 +74,3 @@ std::string UUID::text() const {
 }
 
 } // namespace tidewell
-
-std::size_t std::hash<tidewell::UUID>::operator()(const tidewell::UUID& uuid) const noexcept {
-    return std::hash<std::string_view>()(
-        {reinterpret_cast<const char*>(uuid.bytes_.data()), uuid.bytes_.size()});
-}

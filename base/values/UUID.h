@@ -1,10 +1,11 @@
 #pragma once
 
+#include "base/values/Hash.h"
+
 #include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,20 +23,15 @@ public:
     /// The canonical form: 8-4-4-4-12 upper-case hexadecimal digits.
     std::string text() const;
 
+    auto fields() const { return std::tuple(text()); }
     auto operator<=>(const UUID&) const = default;
 
 private:
     using Bytes = std::array<std::uint8_t, 16>;
     explicit UUID(const Bytes& bytes)
         : bytes_(bytes) {}
-    friend struct std::hash<UUID>;
 
     Bytes bytes_;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::UUID> {
-    std::size_t operator()(const tidewell::UUID& uuid) const noexcept;
-};

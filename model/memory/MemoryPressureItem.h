@@ -11,14 +11,8 @@ struct MemoryPressureItem {
     std::int64_t value; ///< percent, 0 to 100; −1 marks "no sample" in the views
     double timestamp;   ///< seconds since 1970-01-01 00:00:00 UTC
 
+    auto fields() const { return std::tie(value, timestamp); }
     bool operator==(const MemoryPressureItem&) const = default;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::MemoryPressureItem> {
-    std::size_t operator()(const tidewell::MemoryPressureItem& item) const noexcept {
-        return tidewell::hashOfFields(item.value, item.timestamp);
-    }
-};

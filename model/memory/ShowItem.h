@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/values/Colour.h"
-#include "base/values/Hash.h"
 #include "base/values/UUID.h"
 
 #include <cstdint>
@@ -16,14 +15,8 @@ struct ShowItem {
     std::uint64_t value = 0; ///< bytes
     Colour color = colours::primary;
 
+    auto fields() const { return std::tie(id, label, value, color); }
     bool operator==(const ShowItem&) const = default;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::ShowItem> {
-    std::size_t operator()(const tidewell::ShowItem& item) const noexcept {
-        return tidewell::hashOfFields(item.id, item.label, item.value, item.color);
-    }
-};

@@ -11,14 +11,8 @@ struct SwapItem {
     std::int64_t value; ///< bytes
     double timestamp;   ///< seconds since 1970-01-01 00:00:00 UTC
 
+    auto fields() const { return std::tie(value, timestamp); }
     bool operator==(const SwapItem&) const = default;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::SwapItem> {
-    std::size_t operator()(const tidewell::SwapItem& item) const noexcept {
-        return tidewell::hashOfFields(item.value, item.timestamp);
-    }
-};

@@ -16,20 +16,9 @@ struct DisplayContainer {
     std::optional<ThemeIcon> image;
     std::shared_ptr<const ApplicationUsage> usage = nullptr; ///< null but for applications
 
+    auto fields() const { return std::tie(id, showItem, image, usage); }
     /// Images and usages are equal when they are the same object.
     bool operator==(const DisplayContainer&) const = default;
 };
 
 } // namespace tidewell
-
-template <>
-struct std::hash<tidewell::DisplayContainer> {
-    std::size_t operator()(const tidewell::DisplayContainer& row) const noexcept {
-        using tidewell::hashOfFields;
-        const auto& item = row.showItem;
-        return row.image ? hashOfFields(row.id, item.id, item.label, item.value, item.color, 1,
-                                        *row.image, row.usage)
-                         : hashOfFields(row.id, item.id, item.label, item.value, item.color, 0,
-                                        row.usage);
-    }
-};
