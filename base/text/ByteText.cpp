@@ -1,7 +1,6 @@
 #include "base/text/ByteText.h"
 
 #include "base/text/CachedNumberFormatter.h"
-#include "base/text/UserLocale.h"
 
 #include <algorithm>
 #include <array>
@@ -32,10 +31,6 @@ std::uint64_t partsOf(std::uint64_t magnitude, const Unit& unit) {
 }
 
 } // namespace
-
-std::string byteText(std::int64_t count) {
-    return byteText(count, userLocale(LocaleCategory::numbers));
-}
 
 std::string sizeText(std::uint64_t size) {
     constexpr std::uint64_t largest = std::numeric_limits<std::int64_t>::max();

@@ -1,13 +1,8 @@
 #include "base/text/IntegerText.h"
 
 #include "base/text/CachedNumberFormatter.h"
-#include "base/text/UserLocale.h"
 
 namespace tidewell {
-
-std::string integerText(std::int64_t value) {
-    return integerText(value, userLocale(LocaleCategory::numbers));
-}
 
 std::string integerText(std::int64_t value, const std::string& localeIdentifier) {
     static thread_local CachedNumberFormatter formatter(

@@ -1,7 +1,5 @@
 #include "base/text/TimeOfDay.h"
 
-#include "base/text/UserLocale.h"
-
 #include <unicode/datefmt.h>
 #include <unicode/simpletz.h>
 
@@ -31,10 +29,6 @@ std::optional<std::int32_t> localOffset(double timestamp) {
 }
 
 } // namespace
-
-std::string timeOfDayString(double timestamp) {
-    return timeOfDayString(timestamp, userLocale(LocaleCategory::time));
-}
 
 std::string timeOfDayString(double timestamp, const std::string& localeIdentifier) {
     if (!(std::abs(timestamp) <= lastSecond)) {
