@@ -1,7 +1,6 @@
 #include "model/memory/DataContainerJson.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -32,168 +31,59 @@ std::optional<json> jsonOf(const std::vector<Item>& items) {
     return result;
 }
 
-/// Takes the history out of the document's events: as a tree, a long one would take twenty times
-/// its memory. Every handler gives false once the document is refused.
-class HistoryReader final : public nlohmann::json_sax<json> {
-public:
-    explicit HistoryReader(std::size_t limit)
-        : limit_(limit) {}
+std::string missing(std::string_view key) {
+    return "'" + std::string(key) + "' not found";
+}
 
-    bool null() override { return isIgnored() || refuseType(); }
-    bool boolean(bool /*value*/) override { return isIgnored() || refuseType(); }
-    bool binary(json::binary_t& /*value*/) override { return isIgnored() || refuseType(); }
-    bool number_integer(std::int64_t value) override {
-        return takeNumber(value, static_cast<double>(value));
-    }
-    bool number_unsigned(std::uint64_t value) override {
-        return takeNumber(std::in_range<std::int64_t>(value)
-                              ? std::optional(static_cast<std::int64_t>(value))
-                              : std::nullopt,
-                          static_cast<double>(value));
-    }
-    bool number_float(double value, const std::string& /*text*/) override {
-        return takeNumber(std::nullopt, value);
-    }
+std::string wrongType(std::string_view key) {
+    return "wrong type in '" + std::string(key) + "'";
+}
 
-    bool string(std::string& text) override {
-        if (depth_ != 1 || member_ != idKey) {
-            return isIgnored() || refuseType();
+template <typename Item>
+void dropOldest(std::vector<Item>& items, std::size_t limit) {
+    const auto excess = items.size() - std::min(items.size(), limit);
+    items.erase(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(excess));
+}
+
+/// Takes a sample over into `items`; what is wrong with it, if anything is.
+template <typename Item>
+std::string takeItem(const json& sample, std::vector<Item>& items, std::size_t limit) {
+    const auto value = sample.find(valueKey);
+    const auto timestamp = sample.find(timestampKey);
+    if (value == sample.end() || timestamp == sample.end()) {
+        return missing(value == sample.end() ? valueKey : timestampKey);
+    }
+    if (!value->is_number_integer() ||
+        (value->is_number_unsigned() &&
+         !std::in_range<std::int64_t>(value->get<std::uint64_t>()))) {
+        return wrongType(valueKey);
+    }
+    if (!timestamp->is_number()) {
+        return wrongType(timestampKey);
+    }
+    if (items.size() >= 2 * limit) { // seldom, since it moves all that stay
+        dropOldest(items, limit);
+    }
+    items.push_back({value->get<std::int64_t>(), timestamp->get<double>()});
+    return {};
+}
+
+/// What is wrong with a document of which the samples were taken out, if anything is.
+std::string faultOf(const json& document) {
+    if (!document.is_object()) {
+        return document.is_discarded() ? "it is not valid JSON" : wrongType("the document");
+    }
+    for (const auto key : {idKey, memoryPressureKey, swapUsedKey}) {
+        const auto member = document.find(key);
+        if (member == document.end()) {
+            return missing(key);
         }
-        id_ = UUID::parse(text);
-        return id_ || refuse("\"id\" is not a UUID");
-    }
-
-    bool key(std::string& name) override {
-        if (depth_ == 1) {
-            const auto* const known = std::ranges::find(members, name);
-            member_ = known == members.end() ? "" : *known;
-        } else if (depth_ == 3 && isInList()) {
-            field_ = name == valueKey ? valueKey : name == timestampKey ? timestampKey : "";
+        if (key == idKey ? !member->is_string() : !member->is_array() || !member->empty()) {
+            return wrongType(key);
         }
-        return true;
     }
-
-    bool start_object(std::size_t /*size*/) override {
-        if (depth_ == 2 && isInList()) {
-            value_.reset();
-            timestamp_.reset();
-        }
-        return open(depth_ == 0 || depth_ == 2);
-    }
-    bool start_array(std::size_t /*size*/) override {
-        if (depth_ == 1 && member_ == memoryPressureKey) {
-            pressures_.emplace();
-        } else if (depth_ == 1 && member_ == swapUsedKey) {
-            swaps_.emplace();
-        }
-        return open(depth_ == 1 && isInList());
-    }
-    bool end_object() override {
-        --depth_;
-        return depth_ != 2 || !isInList() ||
-               (member_ == memoryPressureKey ? takeItem(*pressures_) : takeItem(*swaps_));
-    }
-    bool end_array() override {
-        --depth_;
-        return true;
-    }
-    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
-                     const json::exception& /*error*/) override {
-        return refuse("it is not valid JSON");
-    }
-
-    /// Always false.
-    bool refuse(std::string_view reason) {
-        refusal_ = "The saved history cannot be read: " + std::string(reason);
-        return false;
-    }
-
-    /// The history, after the last event.
-    Result<DataContainer> take() {
-        if (refusal_.empty() && !(id_ && pressures_ && swaps_)) {
-            refuseMissing(!id_ ? idKey : !pressures_ ? memoryPressureKey : swapUsedKey);
-        }
-        if (!refusal_.empty()) {
-            return failure(refusal_);
-        }
-        dropOldest(*pressures_);
-        dropOldest(*swaps_);
-        return DataContainer{*id_, std::move(*pressures_), std::move(*swaps_)};
-    }
-
-private:
-    static constexpr std::array<std::string_view, 3> members{idKey, memoryPressureKey, swapUsedKey};
-
-    bool isInList() const { return member_ == memoryPressureKey || member_ == swapUsedKey; }
-
-    /// Whether what comes next belongs to a member of another name.
-    bool isIgnored() const {
-        return depth_ > 0 && (member_.empty() || depth_ > 3 || (depth_ == 3 && field_.empty()));
-    }
-
-    bool open(bool isExpected) {
-        if (depth_ == maximumDocumentDepth) {
-            return refuse("it is nested too deeply");
-        }
-        if (!isIgnored() && !isExpected) {
-            return refuseType();
-        }
-        ++depth_;
-        return true;
-    }
-
-    bool takeNumber(std::optional<std::int64_t> integer, double number) {
-        if (isIgnored()) {
-            return true;
-        }
-        if (depth_ != 3 || (field_ == valueKey && !integer)) {
-            return refuseType();
-        }
-        if (field_ == valueKey) {
-            value_ = integer;
-        } else {
-            timestamp_ = number;
-        }
-        return true;
-    }
-
-    template <typename Item>
-    bool takeItem(std::vector<Item>& items) {
-        if (!value_ || !timestamp_) {
-            return refuseMissing(value_ ? timestampKey : valueKey);
-        }
-        if (items.size() >= 2 * limit_) { // seldom, since it moves all that stay
-            dropOldest(items);
-        }
-        items.push_back({*value_, *timestamp_});
-        return true;
-    }
-
-    template <typename Item>
-    void dropOldest(std::vector<Item>& items) const {
-        const auto excess = items.size() - std::min(items.size(), limit_);
-        items.erase(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(excess));
-    }
-
-    bool refuseType() {
-        const std::string_view name = depth_ == 0 ? "the document" : depth_ == 3 ? field_ : member_;
-        return refuse("wrong type in '" + std::string(name) + "'");
-    }
-    bool refuseMissing(std::string_view name) {
-        return refuse("'" + std::string(name) + "' not found");
-    }
-
-    std::size_t limit_;       // of samples of each kind
-    int depth_ = 0;           // of the objects and arrays that are open
-    std::string_view member_; // of the document, the last one; empty for one of another name
-    std::string_view field_;  // of the item, likewise
-    std::optional<UUID> id_;
-    std::optional<std::vector<MemoryPressureItem>> pressures_;
-    std::optional<std::vector<SwapItem>> swaps_;
-    std::optional<std::int64_t> value_; // of the item, as the next
-    std::optional<double> timestamp_;
-    std::string refusal_;
-};
+    return UUID::parse(document[idKey].get_ref<const std::string&>()) ? "" : "\"id\" is not a UUID";
+}
 
 } // namespace
 
@@ -211,14 +101,41 @@ std::optional<Data> encodeDataContainer(const DataContainer& container) {
 }
 
 Result<DataContainer> decodeDataContainer(const Data& data, std::size_t limit) {
-    HistoryReader reader(limit);
+    DataContainer history;
+    std::string member; // of the document, the last one
+    std::string fault;
+    // Takes each sample out of the document's tree, in which a long history would take twenty times
+    // its memory.
+    const auto take = [&](int depth, json::parse_event_t event, const json& parsed) {
+        using enum json::parse_event_t;
+        if (depth == maximumDocumentDepth && (event == object_start || event == array_start)) {
+            fault = "it is nested too deeply";
+        }
+        if (depth == 1 && event == key) {
+            member = parsed.get_ref<const std::string&>();
+        }
+        const bool isPressure = member == memoryPressureKey;
+        const bool isSample =
+            depth == 2 && event == object_end && (isPressure || member == swapUsedKey);
+        if (isSample && fault.empty()) {
+            fault = isPressure ? takeItem(parsed, history.memoryPressureArray, limit)
+                               : takeItem(parsed, history.swapUsedArray, limit);
+        }
+        return !isSample && fault.empty();
+    };
     // A NUL byte is JSON nowhere, but to the parser it is the end, whatever follows.
-    if (std::ranges::find(data, 0) != data.end()) {
-        reader.refuse("it is not valid JSON");
-    } else {
-        json::sax_parse(data.begin(), data.end(), &reader);
+    const bool hasNul = std::ranges::find(data, 0) != data.end();
+    const json document = hasNul ? json(json::value_t::discarded) : json::parse(data, take, false);
+    if (fault.empty()) {
+        fault = faultOf(document);
     }
-    return reader.take();
+    if (!fault.empty()) {
+        return failure("The saved history cannot be read: " + fault);
+    }
+    history.id = *UUID::parse(document[idKey].get_ref<const std::string&>());
+    dropOldest(history.memoryPressureArray, limit);
+    dropOldest(history.swapUsedArray, limit);
+    return history;
 }
 
 } // namespace tidewell

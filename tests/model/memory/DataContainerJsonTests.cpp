@@ -85,7 +85,7 @@ TEST(DataContainerJson, IsRejectedAsAWholeForAnyFault) {
     ASSERT_EQ(errorOf(withDepth(512)), "");
     const std::vector<std::pair<const char*, std::vector<std::string>>> faults{
         {"JSON",
-         {"", empty + "{}", empty + std::string(1, '\0'), "/**/" + empty,
+         {"", "[[", empty + "{}", empty + std::string(1, '\0'), "/**/" + empty,
           documentOf(good + ",", ""), members(R"("value":1,"timestamp":1e999)"),
           members(R"("value":1,"timestamp":NaN)"),
           members("\"x\":\"\xff\",\"value\":1,\"timestamp\":1"),
@@ -96,7 +96,7 @@ TEST(DataContainerJson, IsRejectedAsAWholeForAnyFault) {
         {"'timestamp' not found", {documentOf("", good + R"(,{"value":1})")}},
         {"UUID", {withId(R"("0188AD5E")"), withId("\"" + id + "0\"")}},
         {"type",
-         {"null", "[]", "[[", withId("7"), withId("null"), documentOf("1", ""),
+         {"null", "[]", withId("7"), withId("null"), documentOf("1", ""),
           documentOf("[" + good + "]", ""), documentOf("", "null"),
           members(R"("value":1.0,"timestamp":1)"), members(R"("value":"1","timestamp":1)"),
           members(R"("value":9223372036854775808,"timestamp":1)"),
