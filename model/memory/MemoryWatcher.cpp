@@ -112,23 +112,22 @@ void MemoryWatcher::checkSwapUsage() {
     if (physical_ == 0) {
         return;
     }
-    const WarningLevel previous = warningLevel();
-    const WarningLevel next = classifySwap(physical_, swapUsed());
-    if (next == WarningLevel::low && previous == WarningLevel::low) {
-        return;
+    const WarningLevel level = classifySwap(physical_, swapUsed());
+    if (level == WarningLevel::low && warningLevel() == WarningLevel::low) {
+        return; // the upper levels alert at every check, the low one when it is entered
     }
-    warningLevel_ = next;
-    if (const auto alert = swapAlertFor(previous, next)) {
-        spawn(environment_.mainThread, post(shared_from_this(), *alert));
+    warningLevel_ = level;
+    if (level != WarningLevel::none) {
+        spawn(environment_.mainThread, post(shared_from_this(), level));
     }
 }
 
-Task<void> MemoryWatcher::post(Self self, SwapAlert alert) {
+Task<void> MemoryWatcher::post(Self self, WarningLevel level) {
     const auto manager = self->notificationManager_;
     if (manager == nullptr) {
         co_return;
     }
-    SwapAlertText text = textOf(alert, self->swapUsed(), self->environment_.translated);
+    SwapAlertText text = textOf(level, self->swapUsed(), self->environment_.translated);
     self.reset(); // not held while the desktop takes its time
     co_await manager->show(std::move(text.title), std::move(text.subtitle), std::move(text.body));
 }

@@ -91,7 +91,7 @@ public:
 private:
     using Self = std::shared_ptr<MemoryWatcher>;
     static Task<void> sample(Self self);
-    static Task<void> post(Self self, SwapAlert alert);
+    static Task<void> post(Self self, WarningLevel level);
 
     void startScheduler();
     template <typename Item>

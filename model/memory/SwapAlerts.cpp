@@ -38,32 +38,13 @@ WarningLevel classifySwap(std::uint64_t physical, std::uint64_t swapUsed) {
     return swapUsed == 0 ? WarningLevel::none : WarningLevel::low;
 }
 
-std::optional<SwapAlert> swapAlertFor(WarningLevel previous, WarningLevel next) {
-    switch (next) {
-    case WarningLevel::none:
-        return std::nullopt;
-    case WarningLevel::low:
-        return previous == WarningLevel::low ? std::nullopt : std::optional(SwapAlert::low);
-    case WarningLevel::warn:
-        return SwapAlert::warning;
-    case WarningLevel::high:
-        return SwapAlert::high;
-    }
-    return std::nullopt;
-}
-
-SwapAlertText textOf(SwapAlert alert, std::uint64_t swapUsed,
+SwapAlertText textOf(WarningLevel level, std::uint64_t swapUsed,
                      const std::function<std::string(const char* text)>& translated) {
-    switch (alert) {
-    case SwapAlert::low:
-        return {title, translated(lowSubtitle), withAmount(translated(bodyWithAmount), swapUsed)};
-    case SwapAlert::warning:
-        return {title, translated(warningSubtitle),
-                withAmount(translated(bodyWithAmount), swapUsed)};
-    case SwapAlert::high:
-        break;
+    if (level == WarningLevel::high) {
+        return {title, translated(highSubtitle), translated(highBody)};
     }
-    return {title, translated(highSubtitle), translated(highBody)};
+    return {title, translated(level == WarningLevel::warn ? warningSubtitle : lowSubtitle),
+            withAmount(translated(bodyWithAmount), swapUsed)};
 }
 
 } // namespace tidewell
