@@ -455,49 +455,7 @@
     </message>
 </context>
 <context>
-    <name>tidewell::ScrollingBarChart</name>
-    <message>
-        <source>Swap Usage</source>
-        <translation>استخدام المبادلة</translation>
-    </message>
-</context>
-<context>
-    <name>tidewell::ScrollingBarChartFixed</name>
-    <message>
-        <source>Memory Pressure</source>
-        <translation>ضغط الذاكرة</translation>
-    </message>
-</context>
-<context>
-    <name>tidewell::SettingsView</name>
-    <message>
-        <source>Hourly</source>
-        <translation>كل ساعة</translation>
-    </message>
-    <message>
-        <source>Daily</source>
-        <translation>كل يوم</translation>
-    </message>
-    <message>
-        <source>Weekly</source>
-        <translation>كل أسبوع</translation>
-    </message>
-    <message>
-        <source>Monthly</source>
-        <translation>كل شهر</translation>
-    </message>
-    <message>
-        <source>Start %1 at login</source>
-        <translation>تشغيل %1 عند تسجيل الدخول</translation>
-    </message>
-    <message>
-        <source>Confirm quit on exit</source>
-        <translation>التأكيد قبل الإنهاء</translation>
-    </message>
-    <message>
-        <source>General</source>
-        <translation>عام</translation>
-    </message>
+    <name>tidewell::PollingSettings</name>
     <message>
         <source>Poll more often</source>
         <translation>القياس أكثر</translation>
@@ -509,26 +467,6 @@
     <message>
         <source>Polling interval in seconds</source>
         <translation>الفاصل بين القياسات بالثواني</translation>
-    </message>
-    <message>
-        <source>Automatically check for updates</source>
-        <translation>البحث عن التحديثات تلقائيًا</translation>
-    </message>
-    <message>
-        <source>Automatically download updates</source>
-        <translation>تنزيل التحديثات تلقائيًا</translation>
-    </message>
-    <message>
-        <source>Update check interval</source>
-        <translation>فترة البحث عن التحديثات</translation>
-    </message>
-    <message>
-        <source>Check for Updates now</source>
-        <translation>البحث عن التحديثات الآن</translation>
-    </message>
-    <message>
-        <source>Updates</source>
-        <translation>التحديثات</translation>
     </message>
     <message numerus="yes">
         <source>Polling interval: %1 secs</source>
@@ -554,6 +492,39 @@
     </message>
 </context>
 <context>
+    <name>tidewell::ScrollingBarChart</name>
+    <message>
+        <source>Swap Usage</source>
+        <translation>استخدام المبادلة</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::ScrollingBarChartFixed</name>
+    <message>
+        <source>Memory Pressure</source>
+        <translation>ضغط الذاكرة</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::SettingsView</name>
+    <message>
+        <source>Start %1 at login</source>
+        <translation>تشغيل %1 عند تسجيل الدخول</translation>
+    </message>
+    <message>
+        <source>Confirm quit on exit</source>
+        <translation>التأكيد قبل الإنهاء</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>عام</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>التحديثات</translation>
+    </message>
+</context>
+<context>
     <name>tidewell::SwapSection</name>
     <message>
         <source>Swap</source>
@@ -570,6 +541,41 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 من %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::UpdateSettings</name>
+    <message>
+        <source>Hourly</source>
+        <translation>كل ساعة</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>كل يوم</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>كل أسبوع</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>كل شهر</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>البحث عن التحديثات تلقائيًا</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>تنزيل التحديثات تلقائيًا</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>فترة البحث عن التحديثات</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>البحث عن التحديثات الآن</translation>
     </message>
 </context>
 </TS>

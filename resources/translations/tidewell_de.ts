@@ -455,6 +455,35 @@
     </message>
 </context>
 <context>
+    <name>tidewell::PollingSettings</name>
+    <message>
+        <source>Poll more often</source>
+        <translation>Öfter messen</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>Seltener messen</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>Messabstand in Sekunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>Messabstand: %1 Sekunde</numerusform>
+            <numerusform>Messabstand: %1 Sekunden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>Messabstand: %1 Sekunde</numerusform>
+            <numerusform>Messabstand: %1 Sekunden</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
@@ -471,22 +500,6 @@
 <context>
     <name>tidewell::SettingsView</name>
     <message>
-        <source>Hourly</source>
-        <translation>Stündlich</translation>
-    </message>
-    <message>
-        <source>Daily</source>
-        <translation>Täglich</translation>
-    </message>
-    <message>
-        <source>Weekly</source>
-        <translation>Wöchentlich</translation>
-    </message>
-    <message>
-        <source>Monthly</source>
-        <translation>Monatlich</translation>
-    </message>
-    <message>
         <source>Start %1 at login</source>
         <translation>%1 bei der Anmeldung starten</translation>
     </message>
@@ -499,50 +512,8 @@
         <translation>Allgemein</translation>
     </message>
     <message>
-        <source>Poll more often</source>
-        <translation>Öfter messen</translation>
-    </message>
-    <message>
-        <source>Poll less often</source>
-        <translation>Seltener messen</translation>
-    </message>
-    <message>
-        <source>Polling interval in seconds</source>
-        <translation>Messabstand in Sekunden</translation>
-    </message>
-    <message>
-        <source>Automatically check for updates</source>
-        <translation>Automatisch nach Updates suchen</translation>
-    </message>
-    <message>
-        <source>Automatically download updates</source>
-        <translation>Updates automatisch laden</translation>
-    </message>
-    <message>
-        <source>Update check interval</source>
-        <translation>Nach Updates suchen</translation>
-    </message>
-    <message>
-        <source>Check for Updates now</source>
-        <translation>Jetzt nach Updates suchen</translation>
-    </message>
-    <message>
         <source>Updates</source>
         <translation>Updates</translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 secs</source>
-        <translation>
-            <numerusform>Messabstand: %1 Sekunde</numerusform>
-            <numerusform>Messabstand: %1 Sekunden</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 sec</source>
-        <translation>
-            <numerusform>Messabstand: %1 Sekunde</numerusform>
-            <numerusform>Messabstand: %1 Sekunden</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -562,6 +533,41 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::UpdateSettings</name>
+    <message>
+        <source>Hourly</source>
+        <translation>Stündlich</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>Täglich</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>Wöchentlich</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>Monatlich</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Automatisch nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>Updates automatisch laden</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>Jetzt nach Updates suchen</translation>
     </message>
 </context>
 </TS>

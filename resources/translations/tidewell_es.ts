@@ -455,6 +455,35 @@
     </message>
 </context>
 <context>
+    <name>tidewell::PollingSettings</name>
+    <message>
+        <source>Poll more often</source>
+        <translation>Medir más a menudo</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>Medir menos a menudo</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>Intervalo de medición en segundos</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>Intervalo de medición: %1 segundo</numerusform>
+            <numerusform>Intervalo de medición: %1 segundos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>Intervalo de medición: %1 segundo</numerusform>
+            <numerusform>Intervalo de medición: %1 segundos</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
@@ -471,22 +500,6 @@
 <context>
     <name>tidewell::SettingsView</name>
     <message>
-        <source>Hourly</source>
-        <translation>Cada hora</translation>
-    </message>
-    <message>
-        <source>Daily</source>
-        <translation>Cada día</translation>
-    </message>
-    <message>
-        <source>Weekly</source>
-        <translation>Cada semana</translation>
-    </message>
-    <message>
-        <source>Monthly</source>
-        <translation>Cada mes</translation>
-    </message>
-    <message>
         <source>Start %1 at login</source>
         <translation>Abrir %1 al iniciar sesión</translation>
     </message>
@@ -499,50 +512,8 @@
         <translation>General</translation>
     </message>
     <message>
-        <source>Poll more often</source>
-        <translation>Medir más a menudo</translation>
-    </message>
-    <message>
-        <source>Poll less often</source>
-        <translation>Medir menos a menudo</translation>
-    </message>
-    <message>
-        <source>Polling interval in seconds</source>
-        <translation>Intervalo de medición en segundos</translation>
-    </message>
-    <message>
-        <source>Automatically check for updates</source>
-        <translation>Buscar actualizaciones automáticamente</translation>
-    </message>
-    <message>
-        <source>Automatically download updates</source>
-        <translation>Descargar actualizaciones automáticamente</translation>
-    </message>
-    <message>
-        <source>Update check interval</source>
-        <translation>Frecuencia de búsqueda</translation>
-    </message>
-    <message>
-        <source>Check for Updates now</source>
-        <translation>Buscar actualizaciones ahora</translation>
-    </message>
-    <message>
         <source>Updates</source>
         <translation>Actualizaciones</translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 secs</source>
-        <translation>
-            <numerusform>Intervalo de medición: %1 segundo</numerusform>
-            <numerusform>Intervalo de medición: %1 segundos</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 sec</source>
-        <translation>
-            <numerusform>Intervalo de medición: %1 segundo</numerusform>
-            <numerusform>Intervalo de medición: %1 segundos</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -562,6 +533,41 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 de %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::UpdateSettings</name>
+    <message>
+        <source>Hourly</source>
+        <translation>Cada hora</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>Cada día</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>Cada semana</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>Cada mes</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Buscar actualizaciones automáticamente</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>Descargar actualizaciones automáticamente</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>Frecuencia de búsqueda</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>Buscar actualizaciones ahora</translation>
     </message>
 </context>
 </TS>

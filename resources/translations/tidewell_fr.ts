@@ -455,6 +455,35 @@
     </message>
 </context>
 <context>
+    <name>tidewell::PollingSettings</name>
+    <message>
+        <source>Poll more often</source>
+        <translation>Mesurer plus souvent</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>Mesurer moins souvent</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>Intervalle de mesure en secondes</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
+            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
+            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
@@ -471,22 +500,6 @@
 <context>
     <name>tidewell::SettingsView</name>
     <message>
-        <source>Hourly</source>
-        <translation>Toutes les heures</translation>
-    </message>
-    <message>
-        <source>Daily</source>
-        <translation>Tous les jours</translation>
-    </message>
-    <message>
-        <source>Weekly</source>
-        <translation>Toutes les semaines</translation>
-    </message>
-    <message>
-        <source>Monthly</source>
-        <translation>Tous les mois</translation>
-    </message>
-    <message>
         <source>Start %1 at login</source>
         <translation>Lancer %1 à l’ouverture de session</translation>
     </message>
@@ -499,50 +512,8 @@
         <translation>Général</translation>
     </message>
     <message>
-        <source>Poll more often</source>
-        <translation>Mesurer plus souvent</translation>
-    </message>
-    <message>
-        <source>Poll less often</source>
-        <translation>Mesurer moins souvent</translation>
-    </message>
-    <message>
-        <source>Polling interval in seconds</source>
-        <translation>Intervalle de mesure en secondes</translation>
-    </message>
-    <message>
-        <source>Automatically check for updates</source>
-        <translation>Rechercher les mises à jour automatiquement</translation>
-    </message>
-    <message>
-        <source>Automatically download updates</source>
-        <translation>Télécharger les mises à jour automatiquement</translation>
-    </message>
-    <message>
-        <source>Update check interval</source>
-        <translation>Fréquence de recherche</translation>
-    </message>
-    <message>
-        <source>Check for Updates now</source>
-        <translation>Rechercher des mises à jour maintenant</translation>
-    </message>
-    <message>
         <source>Updates</source>
         <translation>Mises à jour</translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 secs</source>
-        <translation>
-            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
-            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 sec</source>
-        <translation>
-            <numerusform>Intervalle de mesure : %1 seconde</numerusform>
-            <numerusform>Intervalle de mesure : %1 secondes</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -562,6 +533,41 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 sur %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::UpdateSettings</name>
+    <message>
+        <source>Hourly</source>
+        <translation>Toutes les heures</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>Tous les jours</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>Toutes les semaines</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>Tous les mois</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Rechercher les mises à jour automatiquement</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>Télécharger les mises à jour automatiquement</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>Fréquence de recherche</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>Rechercher des mises à jour maintenant</translation>
     </message>
 </context>
 </TS>

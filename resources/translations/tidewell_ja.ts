@@ -455,6 +455,33 @@
     </message>
 </context>
 <context>
+    <name>tidewell::PollingSettings</name>
+    <message>
+        <source>Poll more often</source>
+        <translation>より頻繁に測定</translation>
+    </message>
+    <message>
+        <source>Poll less often</source>
+        <translation>測定回数を減らす</translation>
+    </message>
+    <message>
+        <source>Polling interval in seconds</source>
+        <translation>測定間隔（秒）</translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 secs</source>
+        <translation>
+            <numerusform>測定間隔: %1秒</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Polling interval: %1 sec</source>
+        <translation>
+            <numerusform>測定間隔: %1秒</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tidewell::ScrollingBarChart</name>
     <message>
         <source>Swap Usage</source>
@@ -471,22 +498,6 @@
 <context>
     <name>tidewell::SettingsView</name>
     <message>
-        <source>Hourly</source>
-        <translation>毎時</translation>
-    </message>
-    <message>
-        <source>Daily</source>
-        <translation>毎日</translation>
-    </message>
-    <message>
-        <source>Weekly</source>
-        <translation>毎週</translation>
-    </message>
-    <message>
-        <source>Monthly</source>
-        <translation>毎月</translation>
-    </message>
-    <message>
         <source>Start %1 at login</source>
         <translation>ログイン時に %1 を起動</translation>
     </message>
@@ -499,48 +510,8 @@
         <translation>一般</translation>
     </message>
     <message>
-        <source>Poll more often</source>
-        <translation>より頻繁に測定</translation>
-    </message>
-    <message>
-        <source>Poll less often</source>
-        <translation>測定回数を減らす</translation>
-    </message>
-    <message>
-        <source>Polling interval in seconds</source>
-        <translation>測定間隔（秒）</translation>
-    </message>
-    <message>
-        <source>Automatically check for updates</source>
-        <translation>アップデートを自動的に確認</translation>
-    </message>
-    <message>
-        <source>Automatically download updates</source>
-        <translation>アップデートを自動的にダウンロード</translation>
-    </message>
-    <message>
-        <source>Update check interval</source>
-        <translation>確認の間隔</translation>
-    </message>
-    <message>
-        <source>Check for Updates now</source>
-        <translation>今すぐアップデートを確認</translation>
-    </message>
-    <message>
         <source>Updates</source>
         <translation>アップデート</translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 secs</source>
-        <translation>
-            <numerusform>測定間隔: %1秒</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>Polling interval: %1 sec</source>
-        <translation>
-            <numerusform>測定間隔: %1秒</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -560,6 +531,41 @@
     <message>
         <source>%1 of %2</source>
         <translation>%1 / %2</translation>
+    </message>
+</context>
+<context>
+    <name>tidewell::UpdateSettings</name>
+    <message>
+        <source>Hourly</source>
+        <translation>毎時</translation>
+    </message>
+    <message>
+        <source>Daily</source>
+        <translation>毎日</translation>
+    </message>
+    <message>
+        <source>Weekly</source>
+        <translation>毎週</translation>
+    </message>
+    <message>
+        <source>Monthly</source>
+        <translation>毎月</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>アップデートを自動的に確認</translation>
+    </message>
+    <message>
+        <source>Automatically download updates</source>
+        <translation>アップデートを自動的にダウンロード</translation>
+    </message>
+    <message>
+        <source>Update check interval</source>
+        <translation>確認の間隔</translation>
+    </message>
+    <message>
+        <source>Check for Updates now</source>
+        <translation>今すぐアップデートを確認</translation>
     </message>
 </context>
 </TS>

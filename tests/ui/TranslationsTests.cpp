@@ -15,7 +15,7 @@ TEST(Translations, SpeakTheUsersLanguageAndRunItsWay) {
          }) {
         const Translations translations(QStringLiteral(TRANSLATIONS),
                                         QLocale(QLatin1String(locale)));
-        const QString text = QCoreApplication::translate("tidewell::SettingsView",
+        const QString text = QCoreApplication::translate("tidewell::PollingSettings",
                                                          "Polling interval: %1 secs", nullptr, 5);
         EXPECT_EQ(text.toStdString(), interval);
         EXPECT_EQ(QGuiApplication::layoutDirection(), direction) << locale;
