@@ -3,7 +3,6 @@
 #include "model/preferences/StoredPreferences.h"
 #include "ui/Pictures.h"
 
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QPushButton>
 #include <QScreen>
@@ -15,10 +14,6 @@ namespace tidewell {
 namespace {
 
 constexpr int leastWidth = 320;
-
-QString translated(const char* sourceText) {
-    return QCoreApplication::translate("QuitConfirmation", sourceText);
-}
 
 } // namespace
 
@@ -35,23 +30,18 @@ void QuitConfirmation::confirmQuit() {
         return;
     }
     if (!question_) {
-        question_ = new QMessageBox(
-            QMessageBox::Warning, applicationName_,
-            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Are you sure you want to quit?")),
-            QMessageBox::NoButton, &window_);
+        question_ =
+            new QMessageBox(QMessageBox::Warning, applicationName_,
+                            tr("Are you sure you want to quit?"), QMessageBox::NoButton, &window_);
         question_->setWindowIcon(applicationIcon());
         question_->setAttribute(Qt::WA_DeleteOnClose);
         question_->setAttribute(Qt::WA_WindowPropagation); // the panel's colours, as they change
         question_->setWindowModality(Qt::ApplicationModal);
         question_->setWindowFlag(Qt::WindowStaysOnTopHint); // as the panel does
-        question_->setInformativeText(
-            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "%1 will terminate immediately."))
-                .arg(applicationName_));
-        QPushButton* quit = question_->addButton(
-            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Quit")), QMessageBox::AcceptRole);
+        question_->setInformativeText(tr("%1 will terminate immediately.").arg(applicationName_));
+        QPushButton* quit = question_->addButton(tr("Quit"), QMessageBox::AcceptRole);
         question_->setDefaultButton(quit);
-        question_->setEscapeButton(question_->addButton(
-            translated(QT_TRANSLATE_NOOP("QuitConfirmation", "Cancel")), QMessageBox::RejectRole));
+        question_->setEscapeButton(question_->addButton(tr("Cancel"), QMessageBox::RejectRole));
         QObject::connect(quit, &QPushButton::clicked, question_.data(), quit_);
         // Else it is so narrow that the second text is broken before its last word.
         if (auto* grid = qobject_cast<QGridLayout*>(question_->layout())) {

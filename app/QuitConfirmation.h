@@ -2,6 +2,7 @@
 
 #include "base/ports/UserDefaults.h"
 
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QPointer>
 #include <QWidget>
@@ -13,6 +14,8 @@ namespace tidewell {
 /// The way out that the user chooses: at once, or after a modal question, as the preference says.
 /// Main thread.
 class QuitConfirmation final {
+    Q_DECLARE_TR_FUNCTIONS(QuitConfirmation)
+
 public:
     /// `quit` ends the program after the current event. The question belongs to `window`. All
     /// must outlive this object.

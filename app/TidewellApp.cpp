@@ -5,6 +5,7 @@
 #include "app/processes/AppMemoryView.h"
 #include "app/settings/SettingsView.h"
 #include "base/ports/BundleInformation.h"
+#include "model/memory/Translatable.h"
 #include "ui/Accessible.h"
 #include "ui/Palette.h"
 
@@ -41,7 +42,7 @@ MemoryWatcher::Environment watcherEnvironment(const ApplicationEnvironment& envi
         .secondsSince1970 = secondsSince1970,
         .translated =
             [](const char* text) {
-                return QCoreApplication::translate("MemoryWatcher", text).toStdString();
+                return QCoreApplication::translate(modelTexts, text).toStdString();
             },
     };
 }
@@ -57,10 +58,6 @@ std::shared_ptr<SparkleModel> makeSparkleModel(const ApplicationEnvironment& env
         .log = environment.log,
         .makeUpdater = environment.makeUpdater,
     });
-}
-
-std::string menuTitle(const char* sourceText) {
-    return QCoreApplication::translate("StatusMenu", sourceText).toStdString();
 }
 
 } // namespace
@@ -97,16 +94,13 @@ StatusItemBehaviour TidewellApp::statusItemBehaviour() {
     behaviour.identifier = "tidewell";
     behaviour.title = applicationName_.toStdString();
     behaviour.activated = [this] { panel_.toggle(); };
-    behaviour.menu.push_back(
-        {menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Open")), [this] { panel_.open(); }});
-    for (const auto& [identifier, title] :
-         {std::pair(SceneIdentifier::settings, QT_TRANSLATE_NOOP("StatusMenu", "Settings")),
-          std::pair(SceneIdentifier::about, QT_TRANSLATE_NOOP("StatusMenu", "About"))}) {
-        behaviour.menu.push_back(
-            {menuTitle(title), [this, identifier] { windows_.openAuxiliaryWindow(identifier); }});
-    }
-    behaviour.menu.push_back({menuTitle(QT_TRANSLATE_NOOP("StatusMenu", "Quit")),
-                              [this] { quitConfirmation_.confirmQuit(); }});
+    const auto opens = [this](SceneIdentifier identifier) {
+        return [this, identifier] { windows_.openAuxiliaryWindow(identifier); };
+    };
+    behaviour.menu = {{tr("Open").toStdString(), [this] { panel_.open(); }},
+                      {tr("Settings").toStdString(), opens(SceneIdentifier::settings)},
+                      {tr("About").toStdString(), opens(SceneIdentifier::about)},
+                      {tr("Quit").toStdString(), [this] { quitConfirmation_.confirmQuit(); }}};
     return behaviour;
 }
 

@@ -15,6 +15,7 @@
 #include "model/processes/MemoryManager.h"
 #include "model/updates/SparkleModel.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QUrl>
 
@@ -51,6 +52,8 @@ struct ApplicationEnvironment {
 /// thread, after the application object. The program runs as long as the event loop does; nothing
 /// is torn down before that.
 class TidewellApp {
+    Q_DECLARE_TR_FUNCTIONS(TidewellApp)
+
 public:
     explicit TidewellApp(ApplicationEnvironment environment);
 

@@ -10,6 +10,7 @@
 #include "app/panel/SwapSection.h"
 #include "app/processes/WindowAndPositionReader.h"
 #include "base/ports/BundleInformation.h"
+#include "model/memory/Translatable.h"
 #include "model/preferences/StoredPreferences.h"
 #include "ui/Labels.h"
 #include "ui/TitledBox.h"
@@ -38,7 +39,7 @@ constexpr int titleBottomPadding(bool checkIfNotificationsAreAllowed) {
 }
 
 std::string translatedFigure(const std::string& name) {
-    return QCoreApplication::translate("MemoryWatcher", name.c_str()).toStdString();
+    return QCoreApplication::translate(modelTexts, name.c_str()).toStdString();
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "model/memory/MemoryWatcher.h"
 
-#include "base/text/Translatable.h"
+#include "model/memory/Translatable.h"
 #include "model/memory/probes/MemoryBreakdown.h"
 #include "model/preferences/StoredPreferences.h"
 

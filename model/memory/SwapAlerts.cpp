@@ -1,7 +1,7 @@
 #include "model/memory/SwapAlerts.h"
 
 #include "base/text/ByteText.h"
-#include "base/text/Translatable.h"
+#include "model/memory/Translatable.h"
 
 #include <string_view>
 

@@ -312,7 +312,7 @@
     </message>
 </context>
 <context>
-    <name>StatusMenu</name>
+    <name>TidewellApp</name>
     <message>
         <source>Open</source>
         <translation>Abrir</translation>
