@@ -11,7 +11,6 @@
 #include "ui/TitledBox.h"
 
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QScreen>
@@ -104,14 +103,6 @@ void AppMemoryView::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
     if (isVisible()) {
         environment_.dismissWindow();
-    }
-}
-
-void AppMemoryView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        environment_.dismissWindow();
-    } else {
-        QWidget::keyPressEvent(event);
     }
 }
 

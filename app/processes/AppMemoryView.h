@@ -17,8 +17,7 @@ class TitledBox;
 
 /// The content of the process window: the running applications by resident memory. Those that hold
 /// more than a tenth of the swap in use say so. The survey runs while it is shown. It puts its
-/// window beside the panel, and asks for its dismissal when the pointer leaves it, or on Escape.
-/// Main thread.
+/// window beside the panel, and asks for its dismissal when the pointer leaves it. Main thread.
 class AppMemoryView final : public QWidget {
     Q_OBJECT
 
@@ -40,7 +39,6 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
