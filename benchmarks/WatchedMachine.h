@@ -12,8 +12,13 @@ namespace tidewell {
 struct WatchedMachine {
     explicit WatchedMachine(SystemProbes& probes)
         : watcher(std::make_shared<MemoryWatcher>(
-              MemoryWatcher::Environment{probes, defaults, mainThread, schedulerThread, clock, log,
-                                         [this] { return timestamp += 1; }},
+              MemoryWatcher::Environment{.probes = probes,
+                                         .defaults = defaults,
+                                         .mainThread = mainThread,
+                                         .schedulerThread = schedulerThread,
+                                         .clock = clock,
+                                         .log = log,
+                                         .secondsSince1970 = [this] { return timestamp += 1; }},
               nullptr)) {
         watcher->startPeriodicTask();
         settle(mainThread, schedulerThread);

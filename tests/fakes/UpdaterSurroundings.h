@@ -10,12 +10,16 @@ namespace tidewell {
 class UpdaterSurroundings : public Surroundings {
 protected:
     std::shared_ptr<SparkleModel> makeUpdates(Result<> start = {}) {
-        return std::make_shared<SparkleModel>(SparkleModel::Environment{
-            defaults, mainThread, clock, log, [this, start](SPUUpdaterDelegate& delegate) {
-                updater = std::make_shared<FakeUpdater>(delegate);
-                updater->start = start;
-                return updater;
-            }});
+        return std::make_shared<SparkleModel>(
+            SparkleModel::Environment{.defaults = defaults,
+                                      .mainThread = mainThread,
+                                      .clock = clock,
+                                      .log = log,
+                                      .makeUpdater = [this, start](SPUUpdaterDelegate& delegate) {
+                                          updater = std::make_shared<FakeUpdater>(delegate);
+                                          updater->start = start;
+                                          return updater;
+                                      }});
     }
 
     std::shared_ptr<FakeUpdater> updater; ///< of the model made last

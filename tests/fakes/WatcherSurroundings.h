@@ -12,8 +12,14 @@ class WatcherSurroundings : public UpdaterSurroundings {
 protected:
     std::shared_ptr<MemoryWatcher> makeWatcher() {
         return std::make_shared<MemoryWatcher>(
-            MemoryWatcher::Environment{probes, defaults, mainThread, worker, clock, log,
-                                       [this] { return startOfTime + clock.seconds(); }},
+            MemoryWatcher::Environment{
+                .probes = probes,
+                .defaults = defaults,
+                .mainThread = mainThread,
+                .schedulerThread = worker,
+                .clock = clock,
+                .log = log,
+                .secondsSince1970 = [this] { return startOfTime + clock.seconds(); }},
             notificationManager);
     }
 

@@ -25,8 +25,12 @@ public:
 class SettingsViewTest : public UpdaterSurroundings {
 protected:
     void open() {
-        view = std::make_unique<SettingsView>(SettingsView::Environment{
-            defaults, loginItem, "Tidewell", model, [] { return false; }});
+        view = std::make_unique<SettingsView>(
+            SettingsView::Environment{.defaults = defaults,
+                                      .loginItem = loginItem,
+                                      .applicationName = "Tidewell",
+                                      .sparkleModel = model,
+                                      .animationsAreWanted = [] { return false; }});
         view->setPalette(paletteFor(Appearance::light));
         view->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));

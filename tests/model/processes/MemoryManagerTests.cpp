@@ -27,8 +27,12 @@ protected:
 
     ThemeIcon icon{"editor"};
     FakeApplicationSource source{worker};
-    std::shared_ptr<MemoryManager> manager = std::make_shared<MemoryManager>(
-        MemoryManager::Environment{source, defaults, mainThread, clock, log});
+    std::shared_ptr<MemoryManager> manager =
+        std::make_shared<MemoryManager>(MemoryManager::Environment{.applications = source,
+                                                                   .defaults = defaults,
+                                                                   .mainThread = mainThread,
+                                                                   .clock = clock,
+                                                                   .log = log});
 };
 
 TEST_F(MemoryManagerTest, PublishesOnceWhatCanBeReadLargestFirstAndEqualOnesAsListed) {
