@@ -140,7 +140,7 @@ void readTheSameFiles(const std::vector<std::string>& files) {
     std::array<char, 256> buffer{};
     for (const std::string& path : files) {
         const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-        static_cast<void>(read(file.get(), buffer.data(), buffer.size()));
+        [[maybe_unused]] const auto bytes = read(file.get(), buffer.data(), buffer.size());
     }
 }
 
