@@ -37,8 +37,7 @@ std::unique_ptr<LoginItem> Platform::makeLoginItem() const {
 }
 
 ApplicationEnvironment Platform::environment() {
-    const auto animationsAreWanted = [this] { return look_.animationsAreWanted(); };
-    return {
+    ApplicationEnvironment environment{
         .log = log_,
         .bundle = bundle_,
         .defaults = defaults_,
@@ -57,18 +56,13 @@ ApplicationEnvironment Platform::environment() {
                     sessionBus_, clock_, appearance_, itemPlace_,
                     KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_, behaviour);
             },
-        .makeUpdater = programUpdater({.bundle = bundle_,
-                                       .defaults = defaults_,
-                                       .mainThread = mainThread_,
-                                       .log = log_,
-                                       .appearance = appearance_,
-                                       .animationsAreWanted = animationsAreWanted,
-                                       .restart = restart_}),
         .openNotificationSettings = [this] { return openNotificationSettings(desktop_); },
         .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
         .processesAreHidden = sandbox_.hidesProcesses(),
-        .animationsAreWanted = animationsAreWanted,
+        .animationsAreWanted = [this] { return look_.animationsAreWanted(); },
     };
+    environment.makeUpdater = programUpdater(environment, restart_);
+    return environment;
 }
 
 } // namespace tidewell

@@ -1,15 +1,11 @@
 #pragma once
 
+#include "app/ApplicationEnvironment.h"
 #include "app/HistorySaving.h"
 #include "app/QuitConfirmation.h"
 #include "app/SceneWindows.h"
 #include "app/label/BarLabelView.h"
 #include "app/panel/PanelWindow.h"
-#include "base/ports/Bundle.h"
-#include "base/ports/LoginItem.h"
-#include "desktop/appearance/DesktopAppearance.h"
-#include "desktop/statusitem/StatusItem.h"
-#include "desktop/statusitem/StatusItemPlace.h"
 #include "model/memory/MemoryWatcher.h"
 #include "model/notifications/NotificationManager.h"
 #include "model/processes/MemoryManager.h"
@@ -17,36 +13,10 @@
 
 #include <QCoreApplication>
 #include <QString>
-#include <QUrl>
 
-#include <functional>
 #include <memory>
 
 namespace tidewell {
-
-/// How the program reaches the outside. What is referred to must outlive the application root.
-struct ApplicationEnvironment {
-    Log& log;
-    const Bundle& bundle;
-    UserDefaults& defaults;
-    ContinuousClock& clock;
-    Executor& mainThread;
-    Executor& schedulerThread; ///< where the once-a-minute work waits
-    SystemProbes& probes;
-    ApplicationSource& applications;
-    UserNotificationCenter& notificationCenter;
-    LoginItem& loginItem;
-    DesktopAppearance& appearance;
-    const StatusItemPlace& itemPlace;
-    std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
-    MakeUpdater makeUpdater; ///< empty in a program that others keep up to date
-    /// Opens the desktop's notification settings; false where it has none.
-    std::function<bool()> openNotificationSettings;
-    std::function<void(const QUrl& url)> openUrl;
-    bool processesAreHidden; ///< a sandbox keeps other programs out of sight
-    /// Whether the user wants things to move.
-    std::function<bool()> animationsAreWanted;
-};
 
 /// The application root: owns the models and everything the user sees. Created once, on the main
 /// thread, after the application object. The program runs as long as the event loop does; nothing

@@ -2,7 +2,8 @@
 
 namespace tidewell {
 
-MakeUpdater programUpdater(ProgramUpdaterEnvironment /*environment*/) {
+MakeUpdater programUpdater(const ApplicationEnvironment& /*environment*/,
+                           std::function<void(const QString& program)> /*restart*/) {
     return nullptr;
 }
 

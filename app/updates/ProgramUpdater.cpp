@@ -50,13 +50,14 @@ struct DesktopUserDriver {
 
 } // namespace
 
-MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
+MakeUpdater programUpdater(const ApplicationEnvironment& environment,
+                           std::function<void(const QString& program)> restart) {
     for (const char* needed : {"SUFeedURL", "SUFeedPublicEDKey", "SUPublicEDKey"}) {
         if (environment.bundle.infoString(needed).value_or("").empty()) {
             return nullptr;
         }
     }
-    return [environment = std::move(environment)](SPUUpdaterDelegate& delegate) {
+    return [environment, restart = std::move(restart)](SPUUpdaterDelegate& delegate) {
         const auto driver = std::make_shared<DesktopUserDriver>(
             QString::fromStdString(applicationName(environment.bundle)), environment.appearance,
             environment.animationsAreWanted);
@@ -87,7 +88,7 @@ MakeUpdater programUpdater(ProgramUpdaterEnvironment environment) {
                     [](const QString& file) {
                         return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
                     },
-                .restart = environment.restart,
+                .restart = restart,
             },
             std::shared_ptr<SPUStandardUserDriver>(driver, &driver->driver), delegate);
     };
