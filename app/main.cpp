@@ -9,11 +9,13 @@
 #include "desktop/files/UserFolders.h"
 #include "desktop/session/PowerOffMonitor.h"
 #include "desktop/session/ProgramEnd.h"
+#include "desktop/session/QtPlatform.h"
 #include "desktop/session/ScopedVariable.h"
 #include "desktop/session/SessionBusReturn.h"
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
 #include "desktop/session/UsableBuses.h"
+#include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/X11.h"
 #include "model/memory/DataContainerJson.h"
 #include "model/preferences/StoredPreferences.h"
@@ -86,11 +88,13 @@ void fillStandardStreams() {
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle) {
     std::unique_ptr<QApplication> application;
     {
-        // A Wayland client cannot place its windows, so the panel could not lie beside the status
-        // item: X11 where Qt has the choice, unless the user chose.
-        const bool prefersX11 = isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM");
         const ScopedVariable platform("QT_QPA_PLATFORM",
-                                      prefersX11 ? "xcb;wayland" : qgetenv("QT_QPA_PLATFORM"));
+                                      qtPlatform({.x11 = isSet("DISPLAY"),
+                                                  .layerShell = layershell::isOffered(1s),
+                                                  .wanted = qgetenv("QT_QPA_PLATFORM")}));
+        // On Wayland Qt takes all windows to be at (0, 0), unless told otherwise; what opens beside
+        // one then goes astray.
+        const ScopedVariable places("QT_WAYLAND_DISABLE_FIXED_POSITIONS", "1");
         // A session manager that hangs would block the start, and one that crashes would end the
         // program: libICE calls exit(). What it tells, the end of the X server tells as well.
         const ScopedVariable sessionManager("SESSION_MANAGER", {});

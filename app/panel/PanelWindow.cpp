@@ -2,6 +2,7 @@
 
 #include "app/Scenes.h"
 #include "desktop/appearance/RoundedBackground.h"
+#include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/PanelPosition.h"
 #include "desktop/statusitem/X11.h"
 
@@ -47,6 +48,7 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , makeContent_(std::move(makeContent))
     , itemPlace_(std::move(itemPlace))
+    , isAtEdge_(layershell::isUsed())
     , outsideClicks_([this](std::optional<QPoint> passed) {
         const auto item = itemPlace_();
         if (passed && !item) {
@@ -65,6 +67,9 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
         hadFocus_ = hadFocus_ || window != nullptr;
         const bool isOnItsWay = pointerLeft_.isValid() && !pointerLeft_.hasExpired(100);
         awaitFocus(isOnItsWay ? pointersWay : focusChange);
+        if (isAtEdge_ && isVisible() && window != nullptr) {
+            outsideClicks_.setOn(window == windowHandle()); // our other windows lie below covers
+        }
     });
     // Queued: the item may be on its way to another screen.
     connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::place, Qt::QueuedConnection);
@@ -88,6 +93,9 @@ void PanelWindow::open() {
         hadFocus_ = false;
         x11::leaveOutOfTaskBars(*this);
         x11::useActivationToken(*this);
+        if (isAtEdge_) {
+            layershell::putAtEdge(*this, layershell::Layer::aboveBars);
+        }
     }
     setFocus();
     show();
@@ -120,6 +128,10 @@ void PanelWindow::addContent() {
 }
 
 void PanelWindow::adopt(QWidget& window) {
+    if (isAtEdge_) {
+        // Such windows the compositor places beside their parent, as the others cannot be.
+        window.setWindowFlags((window.windowFlags() & ~Qt::WindowType_Mask) | Qt::ToolTip);
+    }
     window.winId(); // creates the handle
     x11::leaveOutOfTaskBars(window);
     window.windowHandle()->setTransientParent(windowHandle());

@@ -54,6 +54,7 @@ private:
 
     MakeContent makeContent_;
     std::function<std::optional<QRect>()> itemPlace_;
+    bool isAtEdge_;                      ///< by the layer shell
     ThumbScrollArea* content_ = nullptr; ///< a child, hidden while the panel is
     bool hadFocus_ = false;              ///< since it opened, one of our windows
     QTimer focusWait_;

@@ -2,6 +2,7 @@
 
 #include "desktop/appearance/RoundedBackground.h"
 #include "desktop/statusitem/FullScreenWatch.h"
+#include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
 #include "ui/Drawing.h"
@@ -42,6 +43,7 @@ public:
         , itemPlace_(itemPlace)
         , position_(position)
         , behaviour_(std::move(behaviour))
+        , isAtEdge_(layershell::isUsed())
         , menu_(behaviour_.menu, appearance)
         , appearanceChanged_(appearance.didChange([this] { followAppearance(); })) {
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
@@ -125,7 +127,9 @@ protected:
         if (isDragged_) {
             setDown(false); // no click any more
             shownAt_ = pointer + pressOffset_;
-            move(shownAt_);
+            if (!isAtEdge_) { // there it moves when the button is released
+                move(shownAt_);
+            }
         }
     }
 
@@ -185,6 +189,9 @@ private:
             shownAt_ = labelPosition(kept.value_or(std::string()), screenAreas(), size);
         }
         setGeometry({shownAt_, size});
+        if (isAtEdge_) {
+            layershell::putAtEdge(*this, layershell::Layer::bars);
+        }
         itemPlace_.isAt(placeShown());
     }
 
@@ -205,6 +212,7 @@ private:
     StatusItemPlace& itemPlace_;
     KeptLabelPosition position_;
     StatusItemBehaviour behaviour_;
+    bool isAtEdge_; // by the layer shell
     StatusMenuPopup menu_;
     StatusItemContent content_;
     QPoint shownAt_;     // as last set, or computed from the last mouse press

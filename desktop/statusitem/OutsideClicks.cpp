@@ -1,9 +1,11 @@
 #include "desktop/statusitem/OutsideClicks.h"
 
+#include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/X11.h"
 
 #include <QApplication>
 #include <QCursor>
+#include <QScreen>
 #include <QWidget>
 
 #include <algorithm>
@@ -26,7 +28,8 @@ bool isOverOurWindows(const QPoint& pointer) {
 } // namespace
 
 OutsideClicks::OutsideClicks(std::function<void(std::optional<QPoint> passed)> clicked)
-    : clicked_(std::move(clicked)) {
+    : clicked_(std::move(clicked))
+    , coversScreens_(layershell::isUsed()) {
     xcb_connection_t* const server = x11::connection();
     if (server == nullptr) {
         return;
@@ -49,6 +52,9 @@ void OutsideClicks::setOn(bool isOn) {
     if (catcher_) {
         catcher_->setOn(isOn);
     }
+    if (coversScreens_) {
+        coverScreens(isOn);
+    }
     if (extension_ == 0) {
         return;
     }
@@ -63,6 +69,24 @@ void OutsideClicks::setOn(bool isOn) {
         qApp->installNativeEventFilter(this);
     } else {
         qApp->removeNativeEventFilter(this);
+    }
+}
+
+void OutsideClicks::coverScreens(bool areCovered) {
+    if (areCovered != covers_.empty()) {
+        return;
+    }
+    for (const auto& cover : covers_) {
+        if (cover) {
+            cover->hide();
+            cover->deleteLater(); // it may be the one that was clicked on
+        }
+    }
+    covers_.clear();
+    if (areCovered) {
+        for (QScreen* screen : QGuiApplication::screens()) {
+            covers_.emplace_back(new ScreenCover(*screen, [this] { clicked_(std::nullopt); }));
+        }
     }
 }
 

@@ -1,19 +1,23 @@
 #pragma once
 
 #include "desktop/statusitem/ClickCatcher.h"
+#include "desktop/statusitem/ScreenCover.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPoint>
+#include <QPointer>
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace tidewell {
 
 /// Tells of mouse buttons that are pressed outside this program's windows, by raw events of XInput
 /// 2: bars and bare desktops take clicks, but not the focus. The clicks still reach whom they are
-/// for; under XWayland a `ClickCatcher` takes them instead. Silent without X11. Main thread.
+/// for; under XWayland a `ClickCatcher` takes them instead, with Wayland's layer shell a
+/// `ScreenCover` on each screen. Silent without any of these. Main thread.
 class OutsideClicks final : private QAbstractNativeEventFilter {
 public:
     /// `clicked` gets the place of a click that reaches somebody else, too. After the application
@@ -24,13 +28,18 @@ public:
     ~OutsideClicks() override;
 
     /// Nothing is told, and nothing asked of the X server, while it is off, as it is at first.
+    /// Covers lie over all of our windows but those above the bars.
     void setOn(bool isOn);
 
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
+    void coverScreens(bool areCovered);
+
     std::function<void(std::optional<QPoint> passed)> clicked_;
     std::optional<ClickCatcher> catcher_;
+    bool coversScreens_;
+    std::vector<QPointer<ScreenCover>> covers_;
     std::uint8_t extension_ = 0; // XInput's major opcode; 0 where there is none
 };
 

@@ -1,5 +1,6 @@
 #include "desktop/statusitem/StatusItemPlace.h"
 
+#include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/X11.h"
 
 #include <QCursor>
@@ -7,6 +8,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <array>
 
 namespace tidewell {
 
@@ -29,6 +31,13 @@ bool isInStrip(const std::vector<ScreenArea>& screens, const QPoint& point) {
     return screen != nullptr &&
            !(screen->available & screen->geometry.adjusted(strip, strip, -strip, -strip))
                 .contains(point);
+}
+
+QPoint atNearestEdge(const QPoint& point, const QRect& screen) {
+    const std::array edges{QPoint(point.x(), screen.top()), QPoint(point.x(), screen.bottom()),
+                           QPoint(screen.left(), point.y()), QPoint(screen.right(), point.y())};
+    return *std::ranges::min_element(
+        edges, {}, [&point](const QPoint& edge) { return (edge - point).manhattanLength(); });
 }
 
 /// Of a point in native pixels. Qt scales each screen from its upper left corner.
@@ -57,12 +66,14 @@ PlaceSources placeSources(const QStringList& desktops) {
     if (x11::connection() != nullptr && !x11::isXWayland()) {
         return {.pointer = [] { return QCursor::pos(); }, .host = HostCoordinates::useless};
     }
+    PlaceSources sources;
+    sources.countsFromBars = layershell::isUsed();
     if (desktops.contains(QStringLiteral("KDE"))) {
-        return {.pointer = {}, .host = HostCoordinates::native};
+        sources.host = HostCoordinates::native;
+    } else if (desktops.contains(QStringLiteral("GNOME"))) {
+        sources.host = HostCoordinates::logical;
     }
-    return {.pointer = {},
-            .host = desktops.contains(QStringLiteral("GNOME")) ? HostCoordinates::logical
-                                                               : HostCoordinates::useless};
+    return sources;
 }
 
 StatusItemPlace::StatusItemPlace(PlaceSources sources,
@@ -102,6 +113,10 @@ void StatusItemPlace::clicked() {
 void StatusItemPlace::believe(const QPoint& click) {
     const auto screens = screens_();
     const ScreenArea* const screen = screenAt(screens, click);
+    if (sources_.countsFromBars && screen != nullptr) {
+        place_ = QRect(atNearestEdge(click, screen->geometry), QSize(1, 1));
+        return;
+    }
     const int margin = screen != nullptr && screen->available.contains(click) ? clickMargin : 0;
     place_ = QRect(click, QSize(1, 1)).adjusted(-margin, -margin, margin, margin);
 }

@@ -32,6 +32,8 @@ struct PlaceSources {
     /// Where the pointer is; empty where nobody knows.
     std::function<QPoint()> pointer;
     HostCoordinates host = HostCoordinates::useless;
+    /// Windows are placed from the bars on, of which nothing more is known.
+    bool countsFromBars = false;
 };
 
 /// Those of this session. `desktops` are the names in XDG_CURRENT_DESKTOP. On X11 the pointer is

@@ -40,7 +40,7 @@ def arguments():
 def try_on(name, trees, results, cases):
     kind = DESKTOPS[name]
     tree = Tree(trees, kind.suite, results)
-    tree.install("build", "trees/common", f"trees/{kind.suite}", *kind.lists)
+    tree.install("build", "trees/common", *kind.lists)
     tree.build()
     status = subprocess.call(tree.command("ann", "/usr/bin/python3", "-B",
                                           "/src/tools/laboratory/run_cases.py", name, *cases))

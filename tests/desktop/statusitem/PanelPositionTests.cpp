@@ -80,6 +80,8 @@ TEST(StatusItemPlace, BelievesWhatLiesInTheStripOfABar) {
     expectAt("Plasma, native pixels", {{}, native}, {1595, 1319}, {scaled}, at(1063, 879));
     expectAt("Plasma, logical pixels", {{}, native}, {1063, 879}, {scaled}, at(1063, 879));
     expectAt("Plasma, on no screen", {{}, native}, {5000, 879}, {scaled}, {});
+    expectAt("bar of unknown breadth", {{}, native, true}, {1063, 860}, {bare}, {});
+    expectAt("bar of unknown breadth", {{}, native, true}, {1063, 1050}, {bare}, at(1063, 1079));
     expectAt("relative to a widget", {{}, useless}, {11, 15}, {topBar}, {});
 }
 

@@ -1,0 +1,67 @@
+#include "desktop/statusitem/LayerShell.h"
+
+#include "desktop/session/WaylandCompositor.h"
+
+#include <LayerShellQt/Window>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+namespace tidewell::layershell {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Surface = LayerShellQt::Window;
+
+Surface::Anchors surfaceAnchors(Qt::Edges edges) {
+    Surface::Anchors found;
+    found.setFlag(Surface::AnchorTop, edges.testFlag(Qt::TopEdge));
+    found.setFlag(Surface::AnchorBottom, edges.testFlag(Qt::BottomEdge));
+    found.setFlag(Surface::AnchorLeft, edges.testFlag(Qt::LeftEdge));
+    found.setFlag(Surface::AnchorRight, edges.testFlag(Qt::RightEdge));
+    return found;
+}
+
+Surface& surfaceOf(QWindow& window) {
+    window.create();
+    if (!window.isVisible()) {
+        // Closing takes the native window away, and what was set for that one is no use any more.
+        delete Surface::get(&window);
+    }
+    return *Surface::get(&window);
+}
+
+} // namespace
+
+bool isOffered(std::chrono::milliseconds patience) {
+    return compositorOffers("zwlr_layer_shell_v1", patience);
+}
+
+bool isUsed() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered(1s);
+}
+
+void putAtEdge(QWidget& window, Layer layer) {
+    window.winId(); // creates the handle
+    const auto [edges, margins] = anchors(window.geometry(), window.screen()->geometry());
+    const bool isAbove = layer == Layer::aboveBars;
+    Surface& surface = surfaceOf(*window.windowHandle());
+    surface.setLayer(isAbove ? Surface::LayerOverlay : Surface::LayerTop);
+    surface.setAnchors(surfaceAnchors(edges));
+    surface.setMargins(margins);
+    surface.setKeyboardInteractivity(isAbove ? Surface::KeyboardInteractivityOnDemand
+                                             : Surface::KeyboardInteractivityNone);
+}
+
+void coverScreen(QWindow& window) {
+    constexpr int barsIncluded = -1;
+    Surface& surface = surfaceOf(window);
+    surface.setLayer(Surface::LayerTop);
+    surface.setAnchors(surfaceAnchors(Qt::TopEdge | Qt::BottomEdge | Qt::LeftEdge | Qt::RightEdge));
+    surface.setExclusiveZone(barsIncluded);
+    surface.setKeyboardInteractivity(Surface::KeyboardInteractivityNone);
+}
+
+} // namespace tidewell::layershell

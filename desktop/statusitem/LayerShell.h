@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QMargins>
+#include <QRect>
+
+#include <chrono>
+
+class QWidget;
+class QWindow;
+
+/// Wayland's way to put windows at an edge of the screen, above others and beside the bars, which
+/// compositors other than GNOME's have. Built in where there is layer-shell-qt. Main thread.
+namespace tidewell::layershell {
+
+/// Whether the compositor has it, and this build uses it. Waits up to `patience` for an answer.
+/// Works before the application object is made.
+bool isOffered(std::chrono::milliseconds patience);
+
+/// Whether the program's windows can be put there: it is offered, and Qt's platform is Wayland.
+bool isUsed();
+
+enum class Layer {
+    bars,      ///< below full-screen windows; never with the keyboard
+    aboveBars, ///< above everything; with the keyboard when it is shown or clicked on
+};
+
+/// The two edges of a screen that a window is nearest to, and how far it lies from them.
+struct Anchors {
+    Qt::Edges edges;
+    QMargins margins;
+
+    bool operator==(const Anchors&) const = default;
+};
+
+/// Pure.
+Anchors anchors(const QRect& window, const QRect& screen);
+
+// To be called only where the layer shell is used, before each showing.
+
+/// Puts a window, not shown yet or open, where its geometry is on its screen. The compositor counts
+/// from the bars, where there are some at the nearest edges.
+void putAtEdge(QWidget& window, Layer layer);
+
+/// Spreads a window over all of its screen, bars included, below those of ours that are shown
+/// later.
+void coverScreen(QWindow& window);
+
+} // namespace tidewell::layershell

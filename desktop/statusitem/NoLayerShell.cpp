@@ -1,0 +1,17 @@
+#include "desktop/statusitem/LayerShell.h"
+
+namespace tidewell::layershell {
+
+bool isOffered(std::chrono::milliseconds) {
+    return false;
+}
+
+bool isUsed() {
+    return false;
+}
+
+void putAtEdge(QWidget&, Layer) {}
+
+void coverScreen(QWindow&) {}
+
+} // namespace tidewell::layershell
