@@ -86,16 +86,16 @@ class LabelWindow(DesktopCase):
         daemon = self.desktop.start("xsettingsd", "-c", str(settings))
         self.desktop.run("xfconf-query", "-c", "xsettings", "-p", "/Net/ThemeName", "-r")
 
-        def becomes(is_dark):
-            wait_for("the label in other colours",
-                     lambda: self.desktop.shows(WINDOW_COLOUR[is_dark], self.label))
-        becomes(True)
-        for theme, is_dark in (("Adwaita", False), ("HighContrastInverse", True)):
+        def becomes(colour):
+            wait_for("the label in other colours", lambda: self.desktop.shows(colour, self.label))
+        light, dark = WINDOW_COLOUR
+        becomes(dark)
+        for theme, colour in (("Adwaita", light), ("HighContrastInverse", (0, 0, 0))):
             settings.write_text(f'Net/ThemeName "{theme}"\n')
             daemon.send_signal(signal.SIGHUP)
-            becomes(is_dark)
+            becomes(colour)
         daemon.kill()
-        becomes(False)
+        becomes(light)
 
 
 class TaskBars(LabelWindow):
