@@ -8,7 +8,7 @@ namespace tidewell {
 struct Displays {
     bool x11 = false;        ///< `DISPLAY` leads to an X server
     bool layerShell = false; ///< Wayland's windows can be put at an edge of the screen
-    QByteArray wanted = {};  ///< by the user, in `QT_QPA_PLATFORM`
+    QByteArray wanted;       ///< by the user, in `QT_QPA_PLATFORM`
 };
 
 /// The value of `QT_QPA_PLATFORM` that brings the panel beside the status item. An ordinary window

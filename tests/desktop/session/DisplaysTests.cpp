@@ -15,11 +15,14 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST(QtPlatform, IsOneThatPutsThePanelBesideItsItem) {
-    EXPECT_EQ(qtPlatform({.x11 = true}), "xcb;wayland");
-    EXPECT_EQ(qtPlatform({.x11 = true, .layerShell = true}), "wayland;xcb");
-    EXPECT_EQ(qtPlatform({.layerShell = true}), "wayland");
-    EXPECT_EQ(qtPlatform({}), QByteArray());
-    EXPECT_EQ(qtPlatform({.x11 = true, .layerShell = true, .wanted = "offscreen"}), "offscreen");
+    const auto expect = [](Displays displays, const QByteArray& platform) {
+        EXPECT_EQ(qtPlatform(displays), platform);
+    };
+    expect({.x11 = true, .layerShell = false, .wanted = {}}, "xcb;wayland");
+    expect({.x11 = true, .layerShell = true, .wanted = {}}, "wayland;xcb");
+    expect({.x11 = false, .layerShell = true, .wanted = {}}, "wayland");
+    expect({.x11 = false, .layerShell = false, .wanted = {}}, {});
+    expect({.x11 = true, .layerShell = true, .wanted = "offscreen"}, "offscreen");
 }
 
 TEST(LayerShell, AnchorsWindowsToTheirNearestCorner) {
