@@ -230,9 +230,8 @@ class ProcessWindow(ScreenReaderCase):
 
     def test_stops_its_work_when_it_closes(self):
         self.need_plain_log()
-        self.open_panel()
-        self.desktop.glide(self.gauge, self.inside)
-        self.wait_until_open()
+        self.open_list()
+        wait_for("the first survey", self.row_texts)
         self.assertNotIn("MemoryManager reset", self.tidewell.log())
         self.desktop.glide(self.inside, self.gauge)
         self.tidewell.wait_for_log("MemoryManager reset")
