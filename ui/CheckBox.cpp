@@ -31,7 +31,9 @@ void CheckBox::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
     const QColor text = palette().color(group, QPalette::WindowText);
-    const QColor accent = toQColor(colours::accent, appearanceOf(palette()));
+    const Appearance appearance = appearanceOf(palette());
+    const bool isStrong = hasHighContrast(appearance);
+    const QColor accent = toQColor(colours::accent, appearance);
     const auto placed = [this](const QRect& place) {
         return QStyle::visualRect(layoutDirection(), rect(), place);
     };
@@ -42,18 +44,18 @@ void CheckBox::paintEvent(QPaintEvent*) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(accent);
         painter.drawRoundedRect(square, cornerRadius, cornerRadius);
-        painter.setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QColor tick = isStrong ? toQColor(colours::box, appearance) : QColor(Qt::white);
+        painter.setPen(QPen(tick, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(
             QPolygonF({{3.5, 7.5}, {6, 10}, {10.5, 4.5}}).translated(square.topLeft()));
     } else {
-        painter.setPen(QPen(withOpacity(text, 0.5), 1));
+        painter.setPen(QPen(isStrong ? text : withOpacity(text, 0.5), 1));
         painter.setBrush(isDown() ? withOpacity(text, 0.16) : Qt::transparent);
         painter.drawRoundedRect(square.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
     }
     painter.setOpacity(1);
     if (showsFocus(*this)) {
-        drawFocusRing(painter, square.adjusted(-2, -2, 2, 2), cornerRadius + 1,
-                      appearanceOf(palette()));
+        drawFocusRing(painter, square.adjusted(-2, -2, 2, 2), cornerRadius + 1, appearance);
     }
     painter.setPen(text);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);

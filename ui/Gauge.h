@@ -48,7 +48,6 @@ public:
         return {content_.value, content_.minimum, content_.maximum, content_.text};
     }
 
-protected:
 private:
     Content content_;
 };

@@ -58,14 +58,16 @@ void LinearGauge::paintEvent(QPaintEvent*) {
     const double end = whole.width() - (maximumWidth > 0 ? maximumWidth + gap : 0);
     const double trackTop = trackMiddle - trackHeight / 2;
     const QRectF track(start, trackTop, std::max(end - start, trackHeight), trackHeight);
+    const Appearance appearance = appearanceOf(palette());
     painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(palette().color(foregroundRole()), 0.12));
+    painter.setBrush(
+        withOpacity(palette().color(foregroundRole()), hasHighContrast(appearance) ? 0.5 : 0.12));
     painter.drawRoundedRect(mirrored(track), trackHeight / 2, trackHeight / 2);
     const double fraction = gaugeFraction(shown.value, shown.minimum, shown.maximum);
     if (fraction > 0) { // however little it is, its ends stay round
         QRectF filled = track;
         filled.setWidth(std::max(fraction * track.width(), trackHeight));
-        painter.setBrush(toQColor(shown.tint, appearanceOf(palette())));
+        painter.setBrush(toQColor(shown.tint, appearance));
         painter.drawRoundedRect(mirrored(filled), trackHeight / 2, trackHeight / 2);
     }
 

@@ -72,8 +72,9 @@ QColor onGround(const QColor& colour, const QColor& ground) {
 }
 
 Appearance appearanceOf(const QPalette& palette) {
-    const float text = palette.color(QPalette::WindowText).lightnessF();
-    const float window = palette.color(QPalette::Window).lightnessF();
+    // Also of a palette whose widget is disabled.
+    const float text = palette.color(QPalette::Active, QPalette::WindowText).lightnessF();
+    const float window = palette.color(QPalette::Active, QPalette::Window).lightnessF();
     if (std::abs(text - window) == 1) {
         return text > window ? Appearance::highContrastDark : Appearance::highContrastLight;
     }

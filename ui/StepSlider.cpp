@@ -51,22 +51,23 @@ void StepSlider::paintEvent(QPaintEvent*) {
     };
 
     const QColor text = palette().color(QPalette::WindowText);
-    const QColor accent = toQColor(colours::accent, appearanceOf(palette()));
+    const Appearance appearance = appearanceOf(palette());
+    const bool isStrong = hasHighContrast(appearance);
+    const QColor accent = toQColor(colours::accent, appearance);
     const QPointF thumb = placeOf(sliderPosition());
-    drawTrack(placeOf(minimum()), placeOf(maximum()), withOpacity(text, 0.12));
+    drawTrack(placeOf(minimum()), placeOf(maximum()), withOpacity(text, isStrong ? 0.6 : 0.12));
     drawTrack(placeOf(minimum()), thumb, accent);
-    painter.setBrush(toQColor(colours::secondaryText, appearanceOf(palette())));
+    painter.setBrush(toQColor(colours::secondaryText, appearance));
     for (int step = minimum(); step <= maximum(); ++step) {
         painter.drawEllipse(placeOf(step) + QPointF(0, markDistance), markRadius, markRadius);
     }
 
     painter.setBrush(isSliderDown() ? QColor(0xe8, 0xe8, 0xea) : Qt::white);
-    painter.setPen(QPen(withOpacity(Qt::black, 0.3), 1));
+    painter.setPen(QPen(withOpacity(Qt::black, isStrong ? 1 : 0.3), 1));
     painter.drawEllipse(thumb, thumbRadius, thumbRadius);
     if (showsFocus(*this)) {
         const QPointF corner(thumbRadius + 1, thumbRadius + 1);
-        drawFocusRing(painter, {thumb - corner, thumb + corner}, thumbRadius,
-                      appearanceOf(palette()));
+        drawFocusRing(painter, {thumb - corner, thumb + corner}, thumbRadius, appearance);
     }
 }
 

@@ -101,7 +101,8 @@ void ShowItemView::paint(QPainter& painter, const QRectF& frame, const QWidget& 
         right = drawBadge(painter, frame, right - spacing, isRightToLeft,
                           {.text = u' ' + text + u' ',
                            .colour = textColour(colour, appearance),
-                           .ground = withOpacity(toQColor(colour, appearance), 0.15)});
+                           .ground = withOpacity(toQColor(colour, appearance),
+                                                 hasHighContrast(appearance) ? 0 : 0.15)});
     }
 
     const auto& [id, label, bytes, color] = displayContainer.showItem;

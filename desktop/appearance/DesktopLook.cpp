@@ -19,7 +19,7 @@ enum Rank : int { gnome, local, kde, xfce };
 QString installedFamily(const QString& font) {
     // Not hasFamily(), which also takes what fontconfig substitutes.
     const QStringList installed = QFontDatabase::families();
-    QString family = font.section(u',', 0, 0);
+    QString family = font.section(u',', 0, 0).left(200); // any program may have set it
     while (!family.isEmpty() && !installed.contains(family)) {
         family = family.section(u' ', 0, -2);
     }

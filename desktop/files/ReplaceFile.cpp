@@ -20,6 +20,11 @@ tl::unexpected<Error> lastError(const char* tried, const std::filesystem::path& 
 
 /// std::filesystem::create_directories, but open to the user alone.
 Result<> createFolders(const std::filesystem::path& folder) {
+    // Not every file system says of a folder above, in which nothing may be made, that it is there.
+    std::error_code error; // it is not there, then
+    if (std::filesystem::is_directory(folder, error)) {
+        return {};
+    }
     std::filesystem::path made;
     for (const auto& name : folder) {
         made /= name;

@@ -10,19 +10,21 @@ std::filesystem::path runningProgram() {
     return std::filesystem::read_symlink("/proc/self/exe", error);
 }
 
-std::filesystem::path runningAppImage() {
-    // Whatever an AppImage starts inherits both variables, so they are ours only where APPDIR is
-    // a folder above this executable.
-    const char* image = std::getenv("APPIMAGE");
-    const char* folder = std::getenv("APPDIR");
-    if (image == nullptr || *image != '/' || folder == nullptr || *folder != '/') {
-        return {};
+bool runsBelow(const char* variable) {
+    const char* const value = std::getenv(variable);
+    if (value == nullptr || *value != '/') {
+        return false;
     }
     std::error_code error; // an empty path says as much
-    const auto mount = std::filesystem::canonical(folder, error);
-    const bool isInside = mount.has_relative_path() && // not the root, where everything lies
-                          std::ranges::mismatch(mount, runningProgram()).in1 == mount.end();
-    return isInside ? std::filesystem::path(image) : std::filesystem::path();
+    const auto folder = std::filesystem::canonical(value, error);
+    return folder.has_relative_path() && // not the root, where everything lies
+           std::ranges::mismatch(folder, runningProgram()).in1 == folder.end();
+}
+
+std::filesystem::path runningAppImage() {
+    const char* const image = std::getenv("APPIMAGE");
+    const bool isOurs = image != nullptr && *image == '/' && runsBelow("APPDIR");
+    return isOurs ? std::filesystem::path(image) : std::filesystem::path();
 }
 
 std::filesystem::path installedProgram() {

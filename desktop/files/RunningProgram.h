@@ -7,6 +7,10 @@ namespace tidewell {
 /// The executable of this process; empty where /proc is missing. Any thread.
 std::filesystem::path runningProgram();
 
+/// Whether that lies below the folder which a variable of the environment names with an absolute
+/// path. Programs inherit such variables from whatever started them.
+bool runsBelow(const char* variable);
+
 /// The AppImage that this program runs from, an absolute path; empty where it runs from none. An
 /// AppImage that merely started this program does not count.
 std::filesystem::path runningAppImage();

@@ -1,6 +1,7 @@
 #include "desktop/session/Sandbox.h"
 
-#include <cstdlib>
+#include "desktop/files/RunningProgram.h"
+
 #include <fstream>
 
 namespace tidewell {
@@ -18,7 +19,7 @@ bool isFile(const std::filesystem::path& path) {
 // but may read those of others only where the user allowed it.
 Sandbox::Sandbox(const std::filesystem::path& root)
     : isFlatpak_(isFile(root / ".flatpak-info"))
-    , isSnap_(std::getenv("SNAP") != nullptr)
+    , isSnap_(runsBelow("SNAP"))
     , hidesProcesses_(isFlatpak_ || (isSnap_ && !std::ifstream(root / "proc/1/stat").is_open())) {}
 
 } // namespace tidewell

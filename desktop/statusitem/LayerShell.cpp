@@ -40,7 +40,10 @@ bool isOffered(std::chrono::milliseconds patience) {
 }
 
 bool isUsed() {
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered(1s);
+    // Asked once: it may take the compositor a moment to answer.
+    static const bool used =
+        QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered(1s);
+    return used;
 }
 
 void putAtEdge(QWidget& window, Layer layer) {

@@ -111,17 +111,36 @@ Result<DataContainer> decodeDataContainer(const Data& data, std::size_t limit) {
         if (depth == maximumDocumentDepth && (event == object_start || event == array_start)) {
             fault = "it is nested too deeply";
         }
-        if (depth == 1 && event == key) {
+        if (event == key && depth == 1) { // of two members of one name, the last one counts
             member = parsed.get_ref<const std::string&>();
+            if (member == memoryPressureKey) {
+                history.memoryPressureArray.clear();
+            } else if (member == swapUsedKey) {
+                history.swapUsedArray.clear();
+            }
         }
         const bool isPressure = member == memoryPressureKey;
-        const bool isSample =
-            depth == 2 && event == object_end && (isPressure || member == swapUsedKey);
-        if (isSample && fault.empty()) {
+        const bool isList = isPressure || member == swapUsedKey;
+        if (isList && depth == 2 && (event == value || event == array_start)) {
+            fault = wrongType(member);
+        } else if (isList && depth == 2 && event == object_end && fault.empty()) {
             fault = isPressure ? takeItem(parsed, history.memoryPressureArray, limit)
                                : takeItem(parsed, history.swapUsedArray, limit);
         }
-        return !isSample && fault.empty();
+        // Nothing else is kept: after each object the parser looks through all that its parent has.
+        switch (depth) {
+        case 0:
+            return fault.empty();
+        case 1:
+            return event == key     ? isList || member == idKey
+                   : event == value ? member == idKey
+                                    : isList && event != object_start;
+        case 2:
+            return isList && event == object_start;
+        default:
+            return depth == 3 && (event == value ||
+                                  (event == key && (parsed == valueKey || parsed == timestampKey)));
+        }
     };
     // A NUL byte is JSON nowhere, but to the parser it is the end, whatever follows.
     const bool hasNul = std::ranges::find(data, 0) != data.end();

@@ -119,6 +119,14 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
     // What others may do with it stays as it was. Synchronised, since the name may reach the disk
     // before the content would: a crash must not leave half a program.
     struct stat status{};
+    struct stat written{};
+    struct stat named{}; // another user of the same AppImage may replace it as well
+    if (::fstat(replacement.handle(), &written) != 0 ||
+        ::lstat(QFile::encodeName(replacement.fileName()).constData(), &named) != 0 ||
+        written.st_ino != named.st_ino || written.st_dev != named.st_dev) {
+        removal.dismiss(); // the file of that name is theirs
+        return failure("somebody else replaces it at the same time", UpdateProblem::cannotReplace);
+    }
     if (::stat(QFile::encodeName(place.filePath()).constData(), &status) != 0 ||
         ::fchmod(replacement.handle(), (status.st_mode & ACCESSPERMS) | S_IRUSR | S_IXUSR) != 0 ||
         ::fsync(replacement.handle()) != 0 ||
@@ -131,7 +139,8 @@ Result<> replaceAppImage(const QString& appImage, const DownloadFolder& folder,
 }
 
 QString interruptedReplacement(const QString& appImage) {
-    const QString file = replacementOf(QFileInfo(QFileInfo(appImage).canonicalFilePath()));
+    const QString path = QFileInfo(appImage).canonicalFilePath(); // empty where there is none
+    const QString file = path.isEmpty() ? QString() : replacementOf(QFileInfo(path));
     return QFileInfo::exists(file) ? file : QString();
 }
 

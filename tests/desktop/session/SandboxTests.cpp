@@ -1,3 +1,4 @@
+#include "desktop/files/RunningProgram.h"
 #include "desktop/session/PortalLoginItem.h"
 #include "desktop/session/Sandbox.h"
 #include "desktop/statusitem/StatusNotifierStatusItem.h"
@@ -95,10 +96,11 @@ TEST(Sandbox, IsKnownByItsMarksAndHidesProcessesUnlessASnapMayReadThem) {
     const TemporaryFolder readable;
     readable.write("proc/1/stat", "1 (init)");
     using Text = std::optional<std::string>;
+    const Text ours = runningProgram().parent_path();
     for (const auto& [root, snap, isThere, hides] :
          {std::tuple{&plain, Text(), false, false}, std::tuple{&flatpak, Text(), true, true},
-          std::tuple{&plain, Text("/snap/tidewell/1"), true, true},
-          std::tuple{&readable, Text("/snap/tidewell/1"), true, false}}) {
+          std::tuple{&plain, ours, true, true}, std::tuple{&readable, ours, true, false},
+          std::tuple{&plain, Text("/usr/share"), false, false}}) { // of what started the program
         const ScopedEnvironment environment({{"SNAP", snap}});
         const Sandbox sandbox(root->path());
         EXPECT_EQ(sandbox.isThere(), isThere);

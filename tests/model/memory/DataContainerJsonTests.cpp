@@ -45,8 +45,9 @@ TEST(DataContainerJson, ReadsItsNumbersBackBitForBit) {
     }
 }
 
-TEST(DataContainerJson, IgnoresWhatItDoesNotKnowAndTheOrderOfMembers) {
+TEST(DataContainerJson, IgnoresWhatItDoesNotKnowAndTheOrderOfMembersAndAllButTheLastOfAName) {
     const std::string text = R"( {"new":[{"id":1,"value":[{}]},[[],"]"],1e3],"swapUsedArray":[],
+        "memoryPressureArray":[{"timestamp":11,"value":6}],
         "memoryPressureArray":[{"timestamp":12,"unit":{"value":"x"},"value":7,"more":null}],
         "id":"0188ad5e-0000-4000-8000-00000000abcd","value":-1,"new":true} )";
     const auto read = decodeDataContainer(Data(text.begin(), text.end())).value();
