@@ -36,7 +36,7 @@ struct ApplicationEnvironment {
     DesktopAppearance& appearance;
     const StatusItemPlace& itemPlace;
     std::function<std::unique_ptr<StatusItem>(const StatusItemBehaviour&)> makeStatusItem;
-    MakeUpdater makeUpdater = {}; ///< empty in a program that others keep up to date
+    MakeUpdater makeUpdater; ///< empty in a program that others keep up to date
     /// Opens the desktop's notification settings; false where it has none.
     std::function<bool()> openNotificationSettings;
     std::function<void(const QUrl& url)> openUrl;

@@ -56,6 +56,7 @@ ApplicationEnvironment Platform::environment() {
                     sessionBus_, clock_, appearance_, itemPlace_,
                     KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_, behaviour);
             },
+        .makeUpdater = {}, // which needs the rest
         .openNotificationSettings = [this] { return openNotificationSettings(desktop_); },
         .openUrl = [](const QUrl& url) { QDesktopServices::openUrl(url); },
         .processesAreHidden = sandbox_.hidesProcesses(),

@@ -42,7 +42,7 @@ MemoryWatcher::Environment watcherEnvironment(const ApplicationEnvironment& envi
         .secondsSince1970 = secondsSince1970,
         .translated =
             [](const char* text) {
-                return QCoreApplication::translate(modelTexts, text).toStdString();
+                return QCoreApplication::translate(modelContext, text).toStdString();
             },
     };
 }

@@ -39,7 +39,7 @@ constexpr int titleBottomPadding(bool checkIfNotificationsAreAllowed) {
 }
 
 std::string translatedFigure(const std::string& name) {
-    return QCoreApplication::translate(modelTexts, name.c_str()).toStdString();
+    return QCoreApplication::translate(modelContext, name.c_str()).toStdString();
 }
 
 } // namespace

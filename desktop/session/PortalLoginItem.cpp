@@ -3,10 +3,12 @@
 #include <QDBusMessage>
 #include <QVariantMap>
 
+#include <utility>
+
 namespace tidewell {
 
-PortalLoginItem::PortalLoginItem(const QDBusConnection& bus, QStringList command)
-    : bus_(bus)
+PortalLoginItem::PortalLoginItem(QDBusConnection bus, QStringList command)
+    : bus_(std::move(bus))
     , command_(std::move(command)) {}
 
 Result<> PortalLoginItem::registerApplication() {

@@ -12,7 +12,7 @@ namespace tidewell {
 class PortalLoginItem final : public LoginItem {
 public:
     /// `command` is what is started at login, as the sandbox names it.
-    PortalLoginItem(const QDBusConnection& bus, QStringList command);
+    PortalLoginItem(QDBusConnection bus, QStringList command);
 
     Result<> registerApplication() override;
     Result<> unregisterApplication() override;
