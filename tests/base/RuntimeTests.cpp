@@ -1,4 +1,3 @@
-#include "base/runtime/PromptReading.h"
 #include "base/runtime/SerialExecutor.h"
 #include "base/runtime/Waiting.h"
 #include "base/runtime/linux/TimerFdClock.h"
@@ -136,19 +135,6 @@ TEST(SerialExecutor, TasksComeBackToItAfterWorkElsewhere) {
 }
 
 using Instant = ContinuousClock::Instant;
-TEST(PromptReading, GivesTheLastFigureWhileAReadingBlocks) {
-    std::promise<std::uint64_t> blocked;
-    std::vector<std::uint64_t> figures{7, 8};
-    PromptReading reading([&, readings = 0U]() mutable {
-        return readings < figures.size() ? figures[readings++] : blocked.get_future().get();
-    });
-    EXPECT_EQ(reading.value(), 7U);
-    EXPECT_EQ(reading.value(), 8U);
-    EXPECT_EQ(reading.value(), 8U);
-    EXPECT_EQ(reading.value(), 8U) << "without a second reading beside the first";
-    blocked.set_value(9);
-}
-
 TEST(After, CutsWhatDoesNotFitTheClock) {
     const Instant start{std::chrono::seconds(100)};
     EXPECT_EQ(after(start, 0.25), Instant(std::chrono::milliseconds(100250)));

@@ -94,15 +94,15 @@ Result<MemInfo> LinuxProbes::readMemInfo() {
     return info;
 }
 
-UnlistedMemory LinuxProbes::readUnlistedMemory() {
+UnlistedMemory LinuxProbes::readUnlistedMemory() const {
     Buffer buffer;
     UnlistedMemory unlisted;
     if (const auto text = readText(AT_FDCWD, arcStatsPath_.c_str(), buffer)) {
         unlisted.evictableZfs = evictableZfsKilobytes(*text);
     }
-    // Most machines do not have the driver: there, one access() takes 1.5 us.
+    // Most machines do not have the driver: there, one access() (1.5 us) saves the listing.
     if (access(zramControlPath_.c_str(), F_OK) == 0) {
-        unlisted.zram = zram_.value();
+        unlisted.zram = readZram();
     }
     return unlisted;
 }
@@ -113,15 +113,22 @@ std::uint64_t LinuxProbes::readZram() const {
     if (!directory) {
         return 0;
     }
+    std::array<char, 256> buffer{};
     std::uint64_t kilobytes = 0;
     while (const dirent* entry = readdir(directory.get())) {
         const std::string_view name(entry->d_name);
         if (!name.starts_with("zram")) {
             continue;
         }
-        std::array<char, 256> buffer{};
-        const std::string path = std::string(name) + "/mm_stat";
-        if (const auto text = readText(dirfd(directory.get()), path.c_str(), buffer)) {
+        const auto read = [&](const char* file) {
+            const std::string path = std::string(name) + file;
+            return readText(dirfd(directory.get()), path.c_str(), buffer);
+        };
+        // One that is being reset keeps the readers of mm_stat waiting, but not those of its size.
+        if (const auto size = read("/size"); size && *size == "0\n") {
+            continue;
+        }
+        if (const auto text = read("/mm_stat")) {
             kilobytes += zramKilobytes(*text);
         }
     }

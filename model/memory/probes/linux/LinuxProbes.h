@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/ports/Log.h"
-#include "base/runtime/PromptReading.h"
 #include "base/values/Result.h"
 #include "model/memory/probes/SystemProbes.h"
 #include "model/memory/probes/linux/MemInfo.h"
@@ -18,9 +17,9 @@ namespace tidewell {
 /// tell of the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read,
 /// getPhysicalMemory() looks at it, and each reads afresh when there is nothing.
 ///
-/// The kernel has the contents of /proc/meminfo and arcstats at hand: reading them does not block.
-/// But nobody reads the figures of a zram device that is being reset until all its memory is free,
-/// which may take seconds.
+/// The kernel has the contents of these files at hand: reading them does not block. But nobody
+/// reads the figures of a zram device that is being reset until all its memory is free, which may
+/// take seconds; such a device, of size 0 by then, is left out.
 class LinuxProbes final : public SystemProbes {
 public:
     /// `proc` and `sys` are the directories where the kernel's files are mounted, "/proc" and
@@ -41,7 +40,7 @@ private:
     };
 
     Result<MemInfo> readMemInfo();
-    UnlistedMemory readUnlistedMemory();
+    UnlistedMemory readUnlistedMemory() const;
     std::optional<Reading> read();
     std::uint64_t readZram() const;
 
@@ -54,7 +53,6 @@ private:
     std::optional<Reading> unused_; // read for the percentage, not yet for the counters
     bool isUnreadable_ = false;     // the file, at the last attempt
     bool hasToldOfTooLarge_ = false;
-    PromptReading zram_{[this] { return readZram(); }};
 };
 
 } // namespace tidewell

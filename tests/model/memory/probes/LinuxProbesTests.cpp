@@ -97,6 +97,9 @@ TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesT
     std::filesystem::create_directories(folder.path() / "block/zram11"); // vanishes meanwhile
     folder.write("block/zram3/mm_stat", "9 9 131072 9");
     folder.write("block/zram10/mm_stat", "9 9 65536 9");
+    folder.write("block/zram10/size", "2048\n");
+    folder.write("block/zram4/mm_stat", "9 9 4096 9");
+    folder.write("block/zram4/size", "0\n"); // being reset
     folder.write("block/sda/mm_stat", "9 9 65536 9");
     EXPECT_EQ(probes.getFreeMemoryPercentage(), 25);
     std::filesystem::remove(folder.path() / "meminfo");
