@@ -45,6 +45,7 @@ public:
     }
     ~Compositor() {
         thread_ = {};
+        wl_display_destroy_clients(display_);
         wl_display_destroy(display_);
     }
 
