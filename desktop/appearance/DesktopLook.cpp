@@ -4,7 +4,9 @@
 #include "desktop/appearance/SettingsService.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFontDatabase>
+#include <QWidget>
 
 namespace tidewell {
 
@@ -40,6 +42,7 @@ bool isValue(const QVariant& value, const QVariant& expected) {
 DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& localSettings)
     : animationsAreWanted_(localSettings.animations.value_or(true)) {
     useCompleteIconTheme();
+    qApp->installEventFilter(this);
     takeFont(localSettings.font, local);
     takeIcons(localSettings.iconTheme, local);
     const auto ask = [&](const SettingsService& service, const char* group, const char* key,
@@ -71,11 +74,32 @@ DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& localSe
 }
 
 void DesktopLook::takeFont(const QString& font, int rank) {
-    if (const QString family = installedFamily(font); rank >= fontRank_ && !family.isEmpty()) {
-        fontRank_ = rank;
-        QFont changed = QApplication::font();
-        changed.setFamily(family);
-        QApplication::setFont(changed);
+    fonts_[rank] = font;
+    if (isFontNeeded_) {
+        useFont();
+    }
+}
+
+bool DesktopLook::eventFilter(QObject* watched, QEvent* event) {
+    // A window may be there long before it is shown; what is in it, comes with a text.
+    const auto* const widget = qobject_cast<const QWidget*>(watched);
+    if (widget != nullptr && (event->type() == QEvent::Show ||
+                              (event->type() == QEvent::Polish && !widget->isWindow()))) {
+        qApp->removeEventFilter(this);
+        isFontNeeded_ = true;
+        useFont();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void DesktopLook::useFont() const {
+    for (const auto& [rank, text] : fonts_) {
+        if (const QString family = installedFamily(text); !family.isEmpty()) {
+            QFont font = QApplication::font();
+            font.setFamily(family);
+            QApplication::setFont(font);
+            return;
+        }
     }
 }
 

@@ -5,6 +5,9 @@
 #include <QDBusConnection>
 #include <QObject>
 
+#include <functional>
+#include <map>
+
 namespace tidewell {
 
 /// What the user chose for all programs: the font family, the icon theme, and whether things move.
@@ -13,18 +16,23 @@ namespace tidewell {
 /// Plasma's. Where none tells, the font is fontconfig's sans-serif, and things move. Main thread.
 class DesktopLook final : public QObject {
 public:
-    /// After the application object, whose font this sets. Sets QIcon's themes as well.
+    /// After the application object, whose font this sets when the first widget is about to be
+    /// shown: looking for fonts takes half a megabyte. Sets QIcon's themes as well.
     DesktopLook(const QDBusConnection& bus, const LookSettings& localSettings);
 
     bool animationsAreWanted() const { return animationsAreWanted_; }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void takeFont(const QString& font, int rank);
+    void useFont() const;
     void takeIcons(const QString& theme, int rank);
 
     bool animationsAreWanted_ = true;
-    int fontRank_ = 0; // of the sources that they are from
-    int iconsRank_ = 0;
+    std::map<int, QString, std::greater<>> fonts_; // by the ranks of their sources
+    bool isFontNeeded_ = false;
+    int iconsRank_ = 0; // of the source that they are from
 };
 
 } // namespace tidewell

@@ -121,6 +121,11 @@ TEST_F(DesktopSettings, GiveTheFontFamilyAndTheDesktopsOwnBeforeGnomes) {
         QApplication::setFont(QFont(u"None such"_s, 7));
         values = {{u"font-name"_s, u"Not Installed 10"_s}, {key, value}};
         const DesktopLook look(bus.connect(), {});
+        QWidget window;
+        window.ensurePolished();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(QApplication::font().family(), u"None such"_s) << "nothing shows a text yet";
+        QWidget(&window).ensurePolished();
         EXPECT_TRUE(comesTrue([&] { return QApplication::font().family() == family; }))
             << key.toStdString() << ": " << family.toStdString() << " is not "
             << QApplication::font().family().toStdString();
