@@ -157,7 +157,10 @@ std::unique_ptr<QWidget> TidewellApp::makeSettings() {
 }
 
 void TidewellApp::addWindows() {
-    const auto [about, settings, appMemory] = windowScenes(applicationName_);
+    auto [about, settings, appMemory] = windowScenes(applicationName_);
+    if (!sparkleModel_) {
+        settings.height = 0; // as low as what is left of its content
+    }
     windows_.add(about, [this] { return makeAbout(); });
     windows_.add(settings, [this] { return makeSettings(); });
     windows_.add(appMemory, [this] { return makeAppMemory(); });
