@@ -90,7 +90,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
     {
         const ScopedVariable platform("QT_QPA_PLATFORM",
                                       qtPlatform({.x11 = isSet("DISPLAY"),
-                                                  .layerShell = layershell::isOffered(1s),
+                                                  .layerShell = layershell::isOffered(),
                                                   .wanted = qgetenv("QT_QPA_PLATFORM")}));
         // On Wayland Qt takes all windows to be at (0, 0), unless told otherwise; what opens beside
         // one then goes astray.

@@ -35,15 +35,13 @@ Surface& surfaceOf(QWindow& window) {
 
 } // namespace
 
-bool isOffered(std::chrono::milliseconds patience) {
-    return compositorOffers("zwlr_layer_shell_v1", patience);
+bool isOffered() {
+    static const bool offered = compositorOffers("zwlr_layer_shell_v1", 1s);
+    return offered;
 }
 
 bool isUsed() {
-    // Asked once: it may take the compositor a moment to answer.
-    static const bool used =
-        QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered(1s);
-    return used;
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered();
 }
 
 void putAtEdge(QWidget& window, Layer layer) {

@@ -3,8 +3,6 @@
 #include <QMargins>
 #include <QRect>
 
-#include <chrono>
-
 class QWidget;
 class QWindow;
 
@@ -12,9 +10,9 @@ class QWindow;
 /// compositors other than GNOME's have. Built in where there is layer-shell-qt. Main thread.
 namespace tidewell::layershell {
 
-/// Whether the compositor has it, and this build uses it. Waits up to `patience` for an answer.
-/// Works before the application object is made.
-bool isOffered(std::chrono::milliseconds patience);
+/// Whether the compositor has it, and this build uses it. Asked once, for a second at most. Works
+/// before the application object is made.
+bool isOffered();
 
 /// Whether the program's windows can be put there: it is offered, and Qt's platform is Wayland.
 bool isUsed();

@@ -2,7 +2,7 @@
 
 namespace tidewell::layershell {
 
-bool isOffered(std::chrono::milliseconds) {
+bool isOffered() {
     return false;
 }
 
