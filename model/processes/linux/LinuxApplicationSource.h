@@ -10,11 +10,9 @@
 
 namespace tidewell {
 
-class ProcessTable;
-
 /// The applications of one user of a Linux machine, in the order of their process numbers: of
-/// every process that runs an executable, so neither kernel threads nor zombies. `ProcessTable`
-/// says how they are told apart.
+/// every process that runs an executable, so neither kernel threads nor zombies.
+/// `groupByApplication()` says how they are told apart.
 class LinuxApplicationSource final : public ApplicationSource {
 public:
     struct Settings {
@@ -35,6 +33,8 @@ public:
     void rest() override;
 
 private:
+    class ProcessTable;
+
     static Task<ApplicationList> look(std::shared_ptr<ProcessTable> table, Executor* worker);
 
     std::shared_ptr<ProcessTable> table_; // the worker's
