@@ -7,11 +7,12 @@ window shows the desktop's own processes alone.
 import dataclasses
 import sys
 
+import dbus
 from desktop import Desktop, DesktopError, wait_for
-from program import Tidewell, meminfo, write_history
+from program import ITEM, Tidewell, meminfo, write_history
 from screenshots import command_line, photograph
 
-# Where the pointer goes, in points of the panel.
+# Where the pointer goes, in points of the panel; TIP goes on to a row of the process window.
 FIGURES, GAUGES = (175, 290), (175, 90)
 SWAP_BAR = (300, 575)
 LEFT, MIDDLE, RIGHT = (27, 715), (176, 715), (323, 715)
@@ -19,7 +20,7 @@ LEFT, MIDDLE, RIGHT = (27, 715), (176, 715), (323, 715)
 
 # Name, icon and mebibytes of programs to look at.
 APPLICATIONS = (
-    ("Web Browser", "web-browser", 206), ("Mail", "mail-unread", 93),
+    ("Web Browser", "web-browser", 84), ("Mail", "mail-unread", 78),
     ("Files", "system-file-manager", 48), ("Terminal", "utilities-terminal", 32),
     ("Photos and Pictures of the Family, Including Those that Nobody Has Yet Sorted by Year",
      "emblem-photos", 71), ("Text Editor", "accessories-text-editor", 29),
@@ -30,8 +31,15 @@ APPLICATIONS = (
     ("Ledger", "no-such-icon", 17), ("Passwords", "dialog-password", 14),
     ("الخرائط", "mark-location", 26), ("日本語入力", "preferences-desktop-locale", 16),
 )
-APPLICATION = """import sys, time
+CHILDREN = 12  # of the first one
+# Mebibytes that the program is told to be in swap.
+SWAPPED = {"Web Browser": 612, "Mail": 171, "Calendar": 90}
+SHARES = "Rss: {0} kB\nPss: {0} kB\nPss_Anon: {0} kB\nAnonymous: {0} kB\nSwapPss: {1} kB\n"
+APPLICATION = """import os, sys, time
 memory = bytearray(b'x') * (int(sys.argv[1]) << 20)
+for child in range(int(sys.argv[2])):
+    if os.fork() == 0:
+        break
 time.sleep(300)
 """
 ENTRY = "[Desktop Entry]\nType=Application\nName={}\nIcon={}\nExec=/usr/bin/python3 {} %F\n"
@@ -49,6 +57,8 @@ class Scene:
     size: tuple = (1280, 900)
     notifications: str | None = "xfce4-notifyd"
     applications: bool = False
+    tip: int | None = None  # the row of the process window at which the pointer rests
+    item_left: bool = False
 
 
 PROCESSES = Scene(level="none", pointer=FIGURES, applications=True)
@@ -72,6 +82,11 @@ SCENES = {
     "processes-2x": dataclasses.replace(PROCESSES, scale=2),
     "processes-dark-2x": dataclasses.replace(PROCESSES, dark=True, scale=2),
     "processes-arabic": dataclasses.replace(PROCESSES, locale="ar_EG.UTF-8"),
+    "processes-swap": dataclasses.replace(PROCESSES, level="low", tip=0),
+    "processes-swap-dark": dataclasses.replace(PROCESSES, level="warn", tip=0, dark=True),
+    "processes-swap-arabic": dataclasses.replace(PROCESSES, level="high", tip=2,
+                                                 locale="ar_EG.UTF-8"),
+    "processes-right": dataclasses.replace(PROCESSES, level="low", item_left=True),
     "history-empty": Scene(samples=0),
     "history-short": Scene(samples=3),
     "scale-one-and-a-half": Scene(scale=1.5),
@@ -92,13 +107,32 @@ SCENES = {
 
 
 def start_applications(desktop):
+    """Files that tell of the applications' memory, by the paths where they are read."""
+    files = {}
     entries = desktop.folder / "data/applications"
     entries.mkdir()
     for number, (name, icon, mebibytes) in enumerate(APPLICATIONS):
         program = desktop.folder / f"application-{number}.py"
         program.write_text(APPLICATION)
         (entries / f"application-{number}.desktop").write_text(ENTRY.format(name, icon, program))
-        desktop.start("/usr/bin/python3", str(program), str(mebibytes), name="application")
+        children = CHILDREN if number == 0 else 0
+        process = desktop.start("/usr/bin/python3", str(program), str(mebibytes), str(children),
+                                name="application")
+        if name in SWAPPED:
+            shares = desktop.folder / f"shares-{number}"
+            shares.write_text(SHARES.format(mebibytes << 10, SWAPPED[name] << 10))
+            files[f"/proc/{process.pid}/smaps_rollup"] = shares
+    return files
+
+
+def open_panel(tidewell, item_left):
+    if item_left:
+        tidewell.desktop.move_pointer(60, 12)
+        tidewell.desktop.call(*tidewell.item, ITEM, "Activate", dbus.Int32(60), dbus.Int32(12),
+                              signature="ii")
+    else:
+        tidewell.click_item()
+    return tidewell.wait_for_open_window()
 
 
 def take_scene(photographer, name, scene):
@@ -110,20 +144,23 @@ def take_scene(photographer, name, scene):
         figures = desktop.folder / "meminfo"
         figures.write_text(meminfo(scene.level))
         write_history(desktop, scene.level, scene.samples)
-        if scene.applications:
-            start_applications(desktop)
-        tidewell = Tidewell(desktop, meminfo=figures)
+        files = start_applications(desktop) if scene.applications else {}
+        tidewell = Tidewell(desktop, meminfo=figures,
+                            files=files if scene.level != "none" else {})
         if not tidewell.wait_for_start():
             raise DesktopError("mount namespaces are not allowed here")
         tidewell.wait_for_item()
-        tidewell.click_item()
-        x, y, width, height = tidewell.wait_for_open_window()
+        x, y, width, height = open_panel(tidewell, scene.item_left)
         if scene.pointer:
             desktop.move_pointer(x + scene.scale * scene.pointer[0],
                                  y + scene.scale * scene.pointer[1])
         if scene.pointer == FIGURES:
             window = wait_for("the process window", tidewell.process_window)
             photographer.when_still(desktop, window)
+            if scene.tip is not None:
+                desktop.move_pointer(window[0] + 120, window[1] + 62 + 22 * scene.tip)
+                wait_for("the tip", lambda: any(
+                    each[:2] != window[:2] and each[2] < width for each in tidewell.windows()))
         margin = int(16 * scene.scale)
         left = x - margin if scene.pointer != FIGURES else 0
         photographer.when_still(desktop, (x, y, width, int(150 * scene.scale)))

@@ -16,7 +16,7 @@ ITEM = "org.kde.StatusNotifierItem"
 MENU = "com.canonical.dbusmenu"
 GIBIBYTE_IN_KB = 1024 * 1024
 
-NOT_ALLOWED = 77  # of with_meminfo.py
+NOT_ALLOWED = 77  # of with_files.py
 
 PANEL_SIZE = (350, 760)
 PROCESS_WINDOW_SIZE = (400, 380)
@@ -73,13 +73,16 @@ def write_history(desktop, level, count):
 
 
 class Tidewell:
-    """One run of the program. `meminfo` is the path of a file to run it on."""
+    """One run of the program. `meminfo` is the path of a file to run it on, `files` has others that
+    it sees in the place of a path."""
 
-    def __init__(self, desktop, meminfo=None, environment=None):
+    def __init__(self, desktop, meminfo=None, environment=None, files=None):
         self.desktop = desktop
         command = [executable()]
-        if meminfo:
-            command = ["/usr/bin/python3", str(HERE / "with_meminfo.py"), str(meminfo)] + command
+        files = (files or {}) | ({"/proc/meminfo": meminfo} if meminfo else {})
+        if files:
+            command = ["/usr/bin/python3", str(HERE / "with_files.py"),
+                       *(f"{path}={file}" for path, file in files.items()), "--"] + command
         self._log_start = len(desktop.log("tidewell"))
         self.process = desktop.start(*command, name="tidewell", environment=environment)
 

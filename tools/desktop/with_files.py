@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""with_meminfo.py FILE COMMAND...: runs the command with FILE in the place of /proc/meminfo.
+"""with_files.py PATH=FILE... -- COMMAND...: runs the command with each FILE in the place of PATH,
+such as /proc/meminfo.
 
 In a mount namespace of its own, so that nobody else sees it. Ends with 77 where that is not
-allowed. The file may be rewritten in place while the command runs.
+allowed. The files may be rewritten in place while the command runs.
 """
 
 import ctypes
@@ -37,10 +38,12 @@ def enter_namespace():
     checked(libc.mount(b"none", b"/proc", None, MS_REC | MS_PRIVATE, None))
 
 
+end = sys.argv.index("--")
 try:
     enter_namespace()
-    checked(libc.mount(os.fsencode(sys.argv[1]), b"/proc/meminfo", None, MS_BIND, None))
+    for path, file in (pair.split("=", 1) for pair in sys.argv[1:end]):
+        checked(libc.mount(os.fsencode(file), os.fsencode(path), None, MS_BIND, None))
 except OSError as error:
-    print(f"with_meminfo: {error}", file=sys.stderr)
+    print(f"with_files: {error}", file=sys.stderr)
     sys.exit(NOT_ALLOWED)
-os.execvp(sys.argv[2], sys.argv[2:])
+os.execvp(sys.argv[end + 1], sys.argv[end + 1:])
