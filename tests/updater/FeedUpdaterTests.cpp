@@ -23,6 +23,8 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tidewell {
@@ -365,12 +367,14 @@ int abilitiesWhenConfined(const std::string& folder) {
         ::execl("/usr/bin/false", "false", nullptr); // which would fail the test
         add(4, errno != EPERM);
         add(5, ::kill(::getppid(), 0) == 0);
+        add(9, ::socket(AF_UNIX, SOCK_STREAM, 0) >= 0); // to a bus or a display
+        add(10, ::chmod(folder.c_str(), S_IRWXU | S_IRWXO) == 0);
     }
     add(6, ::prctl(PR_GET_NO_NEW_PRIVS, 0, 0, 0, 0) != 1);
     add(7, ::open("/usr/bin/env", O_RDONLY) < 0); // this it must
     bool hasRun = false;
     std::thread([&hasRun] { hasRun = true; }).join();
-    add(8, !hasRun); // and this
+    add(8, !hasRun || ::socket(AF_INET6, SOCK_STREAM, 0) < 0); // and these
     return abilities;
 }
 
@@ -510,10 +514,10 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
 
 TEST(NotesView, ShowsWhereLinksLeadAndNeitherPicturesNorMarkupNorDisguises) {
     const NotesView view(
-        u"[\u202Ecilbup\u202C](https://evil.example/x) ![p](https://evil.example/p) "
+        u"&#x202E;[\u202Ecilbup\u202C](https://\u0435xample.org/x) ![p](https://evil.example/p) "
         u"<b>bold</b>\u2066"_s,
         {});
-    EXPECT_EQ(view.toPlainText().simplified(), u"cilbup (evil.example) <b>bold</b>"_s);
+    EXPECT_EQ(view.toPlainText().simplified(), u"cilbup (xn--xample-2of.org) <b>bold</b>"_s);
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -93,13 +94,33 @@ constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_msgget,
     SYS_mq_open,
     SYS_truncate,
+    // Landlock does not know these.
+    SYS_fchmod,
+    SYS_fchmodat,
+    452, // fchmodat2, which older headers lack
+    SYS_fchown,
+    SYS_fchownat,
+    SYS_utimensat,
+    SYS_setxattr,
+    SYS_lsetxattr,
+    SYS_fsetxattr,
+    SYS_removexattr,
+    SYS_lremovexattr,
+    SYS_fremovexattr,
 #ifdef SYS_fork
     SYS_fork,
     SYS_vfork,
+    SYS_chmod,
+    SYS_chown,
+    SYS_lchown,
+    SYS_utime,
+    SYS_utimes,
+    SYS_futimesat,
 #endif
 });
 
-/// Refuses those calls, and `clone` for anything but a thread. `clone3`, whose arguments a filter
+/// Refuses those calls, sockets but the network's, since Landlock would let it talk to the user's
+/// buses and display, and `clone` for anything but a thread. `clone3`, whose arguments a filter
 /// cannot see, is said not to exist, so that the C library takes `clone`.
 bool restrictCalls() {
     if (architecture == 0) {
@@ -126,8 +147,13 @@ bool restrictCalls() {
         program.push_back({give, 0, 0, refuse});
     }
     const auto rest = std::to_array<sock_filter>({
+        {equal, 0, 4, SYS_socket},
+        {load, 0, 0, offsetof(seccomp_data, args)}, // the family: its lower half, little-endian
+        {equal, 6, 0, AF_INET},
+        {equal, 5, 0, AF_INET6},
+        {equal, 4, 3, AF_NETLINK}, // by which addresses are sorted
         {equal, 0, 3, SYS_clone},
-        {load, 0, 0, offsetof(seccomp_data, args)}, // the flags: their lower half, little-endian
+        {load, 0, 0, offsetof(seccomp_data, args)}, // the flags
         {bits, 1, 0, CLONE_THREAD},
         {give, 0, 0, refuse},
         {give, 0, 0, SECCOMP_RET_ALLOW},

@@ -1,6 +1,8 @@
 #include "updater/feed/SafeAddress.h"
 
-#include <QRegularExpression>
+#include <array>
+
+#include <arpa/inet.h>
 
 namespace tidewell {
 
@@ -10,12 +12,23 @@ bool isEncrypted(const QUrl& address) {
     return address.scheme() == QStringLiteral("https");
 }
 
-/// Names are not looked up: only what cannot be anything else is this machine.
+/// Names are not looked up: only what cannot be anything else is this machine. QUrl has written
+/// numbers in their usual form.
 bool isLoopback(const QString& host) {
-    // What has a part above 255 is a name again.
-    static const QRegularExpression addresses(
-        QStringLiteral("\\A(localhost|::1|127(\\.(25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]?\\d)){3})\\z"));
-    return addresses.match(host).hasMatch();
+    std::array<unsigned char, sizeof(in_addr)> bytes{};
+    return host == QStringLiteral("localhost") || host == QStringLiteral("::1") ||
+           (::inet_pton(AF_INET, host.toLatin1().constData(), bytes.data()) == 1 &&
+            bytes[0] == 127);
+}
+
+/// Whether anybody could take a host for this machine.
+bool mayBeThisMachine(QString host) {
+    if (host.endsWith(u'.')) {
+        host.chop(1);
+    }
+    return isLoopback(host) || host.endsWith(QStringLiteral(".localhost")) ||
+           host.startsWith(QStringLiteral("127.")) || host.startsWith(QStringLiteral("0.")) ||
+           host == QStringLiteral("::") || host.startsWith(QStringLiteral("::ffff:"));
 }
 
 } // namespace
@@ -29,10 +42,7 @@ bool isSafeAddress(const QUrl& address) {
 }
 
 bool isSafeLink(const QUrl& address) {
-    static const QRegularExpression local(
-        QStringLiteral("(\\A|\\.)localhost\\.?\\z|\\A(127|0)\\.|\\A::(1|ffff:.*)?\\z"));
-    return isSafeAddress(address) && isEncrypted(address) &&
-           !local.match(address.host()).hasMatch();
+    return isSafeAddress(address) && isEncrypted(address) && !mayBeThisMachine(address.host());
 }
 
 bool isSafeRedirect(const QUrl& from, const QUrl& to) {

@@ -4,7 +4,6 @@
 #include "updater/feed/SafeAddress.h"
 
 #include <QDesktopServices>
-#include <QRegularExpression>
 #include <QTextBlock>
 
 #include <vector>
@@ -15,6 +14,12 @@ namespace {
 
 constexpr int fixedHeight = 180;
 constexpr int blockSpacing = 5;
+
+/// Overrides of the text's direction, which could make a link look as if it led elsewhere.
+bool isOverride(QChar character) {
+    return (character >= u'\u202A' && character <= u'\u202E') ||
+           (character >= u'\u2066' && character <= u'\u2069');
+}
 
 } // namespace
 
@@ -31,19 +36,26 @@ NotesView::NotesView(const QString& markdown, const QString& accessibleName) {
     });
     document()->setDocumentMargin(10);
     document()->setIndentWidth(16);
-    // Overrides of the text's direction could make a link look as if it led elsewhere.
-    static const QRegularExpression overrides(
-        QStringLiteral("[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"));
-    document()->setMarkdown(QString(markdown).remove(overrides), QTextDocument::MarkdownNoHTML);
+    document()->setMarkdown(markdown, QTextDocument::MarkdownNoHTML);
     tidy();
     moveCursor(QTextCursor::Start); // or the notes are shown from their end
 }
 
 /// Puts some air between paragraphs, makes headings no larger than the window's, takes out the
-/// frames that stand for pictures, and says behind each link where it leads. Links get the colour
+/// frames that stand for pictures and what disguises, and says behind each link where it leads, in
+/// ASCII since letters of other scripts may look the same. Links get the colour
 /// of the text, which follows the window's palette, in the place of one that was fixed when they
 /// were read.
 void NotesView::tidy() {
+    QTextCursor all(document());
+    all.beginEditBlock();
+    for (int i = document()->characterCount() - 1; i >= 0; --i) {
+        if (isOverride(document()->characterAt(i))) { // written as such, or as &#x202e;
+            all.setPosition(i);
+            all.deleteChar();
+        }
+    }
+    all.endEditBlock();
     std::vector<QTextCursor> changes;
     QTextBlockFormat spaced;
     spaced.setBottomMargin(blockSpacing);
@@ -81,7 +93,8 @@ void NotesView::tidy() {
             format.setFontUnderline(true);
             cursor.setCharFormat(format);
             cursor.setPosition(cursor.selectionEnd());
-            cursor.insertText(QStringLiteral(" (%1)").arg(target.host()), QTextCharFormat());
+            cursor.insertText(QStringLiteral(" (%1)").arg(target.host(QUrl::EncodeUnicode)),
+                              QTextCharFormat());
         }
     }
 }
