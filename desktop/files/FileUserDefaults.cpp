@@ -9,7 +9,6 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -23,6 +22,8 @@ using nlohmann::json;
 /// take memory and stack without bounds.
 constexpr std::size_t largestFile = std::size_t{1} << 30U;
 constexpr int deepestNesting = 64;
+/// A thousand times those of this version; the samples of a history are one value.
+constexpr int mostValues = 100'000;
 
 std::string base64(const Data& data) {
     const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
@@ -86,22 +87,38 @@ std::optional<DefaultsValue> valueOf(const json& entry) {
     return std::nullopt;
 }
 
-bool isDeeperThan(int levels, const json& value) {
-    return value.is_structured() &&
-           (levels == 0 || std::ranges::any_of(value, [levels](const json& inner) {
-                return isDeeperThan(levels - 1, inner);
-            }));
+/// Whether what the text holds is neither too deep nor too much to be built. Told beforehand: a
+/// value takes some ten times the memory of its text. Of what is no JSON, any answer will do.
+bool isModest(std::string_view text) {
+    int depth = 0;
+    int values = 0;
+    bool isQuoted = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char character = text[at];
+        if (isQuoted) {
+            at += character == '\\' ? 1 : 0;
+            isQuoted = character != '"';
+            continue;
+        }
+        isQuoted = character == '"';
+        const bool opens = character == '[' || character == '{';
+        depth += opens ? 1 : character == ']' || character == '}' ? -1 : 0;
+        values += opens || character == ',' ? 1 : 0;
+        if (depth > deepestNesting || values > mostValues) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// The JSON object that `content` is; empty when it is none.
 std::optional<json> parseEntries(const std::string& content) {
     // To the parser, a NUL byte is the end of the text.
-    if (content.find('\0') != std::string::npos) {
+    if (content.find('\0') != std::string::npos || !isModest(content)) {
         return std::nullopt;
     }
     auto document = json::parse(content, nullptr, false);
-    const bool isUsable = document.is_object() && !isDeeperThan(deepestNesting, document);
-    return isUsable ? std::optional(std::move(document)) : std::nullopt;
+    return document.is_object() ? std::optional(std::move(document)) : std::nullopt;
 }
 
 /// The file that a link leads to, whether or not it exists yet: replacing the link itself would cut

@@ -69,9 +69,18 @@ TEST_F(FileUserDefaultsTest, LeavesEntriesOfOtherVersionsAsTheyAre) {
 
 TEST_F(FileUserDefaultsTest, SetsAsideWhatItCannotReadBesideWhatIsThereAlready) {
     const auto deep = R"({"kept": )" + std::string(100, '[') + std::string(100, ']') + "}";
-    const std::vector<std::string> contents = {
-        R"({"kept": tr)", R"(["kept"])", "{\"kept\": \"\xff\"}", std::string("{}\0{}", 5), deep,
-        "too large",      "no file"};
+    std::string many = R"({"kept": [0)";
+    for (int count = 0; count < 100'000; ++count) {
+        many += ",0";
+    }
+    const std::vector<std::string> contents = {R"({"kept": tr)",
+                                               R"(["kept"])",
+                                               "{\"kept\": \"\xff\"}",
+                                               std::string("{}\0{}", 5),
+                                               deep,
+                                               many + "]}",
+                                               "too large",
+                                               "no file"};
     for (const auto& content : contents) {
         FileUserDefaults(file_, log_).set("kept", true);
         writeText(file_, content);
