@@ -112,19 +112,29 @@ void askGnomeSettings(const PermissionRecords& records, std::chrono::millisecond
     auto* tool = new QProcess(&context);
     tool->setStandardInputFile(QProcess::nullDevice());
     tool->setStandardErrorFile(QProcess::nullDevice());
-    QObject::connect(tool, &QProcess::finished, &context, [tool, report](int exitCode) {
+    auto* const patience = new QTimer(tool);
+    patience->setSingleShot(true);
+    QObject::connect(tool, &QProcess::finished, &context, [tool, patience, report](int exitCode) {
         tool->deleteLater();
-        report(tool->exitStatus() == QProcess::NormalExit && exitCode == 0 &&
-               tool->readAllStandardOutput().trimmed() == "false");
+        if (patience->isActive()) {
+            report(tool->exitStatus() == QProcess::NormalExit && exitCode == 0 &&
+                   tool->readAllStandardOutput().trimmed() == "false");
+        }
     });
     QObject::connect(tool, &QProcess::errorOccurred, &context,
-                     [tool, report](QProcess::ProcessError error) {
+                     [tool, patience, report](QProcess::ProcessError error) {
                          if (error == QProcess::FailedToStart) { // only then it does not finish
                              tool->deleteLater();
+                             patience->stop();
                              report(false);
                          }
                      });
-    QTimer::singleShot(limit, tool, &QProcess::kill);
+    // Nor does it finish soon in an uninterruptible sleep: its end is not waited for.
+    QObject::connect(patience, &QTimer::timeout, tool, [tool, report] {
+        tool->kill();
+        report(false);
+    });
+    patience->start(limit);
     tool->start(records.gsettings,
                 {QStringLiteral("get"), gnomeSchema(records.identifier), QStringLiteral("enable")},
                 QIODevice::ReadOnly);
