@@ -1,5 +1,6 @@
 #include "base/runtime/Task.h"
 
+#include "base/runtime/OwnedTask.h"
 #include "base/runtime/Waiting.h"
 
 namespace tidewell {

@@ -3,6 +3,7 @@
 #include "base/observable/ObservableObject.h"
 #include "base/ports/Log.h"
 #include "base/ports/UserDefaults.h"
+#include "base/runtime/OwnedTask.h"
 #include "model/memory/MemoryPressureItem.h"
 #include "model/memory/ShowItem.h"
 #include "model/memory/SwapAlerts.h"

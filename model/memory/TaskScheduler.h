@@ -2,7 +2,7 @@
 
 #include "base/runtime/ContinuousClock.h"
 #include "base/runtime/Executor.h"
-#include "base/runtime/Task.h"
+#include "base/runtime/OwnedTask.h"
 
 #include <functional>
 #include <memory>

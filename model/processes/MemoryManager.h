@@ -5,6 +5,7 @@
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/ContinuousClock.h"
 #include "base/runtime/Executor.h"
+#include "base/runtime/OwnedTask.h"
 #include "model/processes/ApplicationSource.h"
 #include "model/processes/DisplayContainer.h"
 

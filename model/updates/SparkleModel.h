@@ -5,6 +5,7 @@
 #include "base/ports/SPUUpdater.h"
 #include "base/ports/UserDefaults.h"
 #include "base/runtime/ContinuousClock.h"
+#include "base/runtime/OwnedTask.h"
 
 #include <functional>
 #include <memory>

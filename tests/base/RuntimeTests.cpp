@@ -1,3 +1,4 @@
+#include "base/runtime/OwnedTask.h"
 #include "base/runtime/SerialExecutor.h"
 #include "base/runtime/Waiting.h"
 #include "base/runtime/linux/TimerFdClock.h"

@@ -1,3 +1,4 @@
+#include "base/runtime/OwnedTask.h"
 #include "model/memory/TaskScheduler.h"
 #include "tests/fakes/Surroundings.h"
 
