@@ -113,20 +113,21 @@ void ShowItemList::keepCurrent(std::size_t old, ItemKey key) {
 void ShowItemList::setCurrentRow(std::size_t row) {
     current_ = row;
     scrollToRow(row);
+    update(); // the ring around the whole list goes
     viewport()->update();
     tellOfItem(*this, row, QAccessible::Focus);
 }
 
 void ShowItemList::scrollToRow(std::size_t row) {
-    const QRectF frame = rowFrame(row);
+    // By whole rows, of which so many are seen below what is above them.
+    const Measures measures = measuresOf(kind_);
+    const int seen = (viewport()->height() - measures.above) / measures.pitch + 1;
+    const int index = static_cast<int>(row);
     QScrollBar& bar = *verticalScrollBar();
-    const int gap = measuresOf(kind_).pitch - ShowItemView::height;
-    if (row == 0) {
-        bar.setValue(0); // and so shows what is above it
-    } else if (frame.top() < gap) {
-        bar.setValue(bar.value() + static_cast<int>(frame.top()) - gap);
-    } else if (frame.bottom() > viewport()->height() - gap) {
-        bar.setValue(bar.value() + static_cast<int>(frame.bottom()) - viewport()->height() + gap);
+    if (index * measures.pitch < bar.value()) {
+        bar.setValue(index * measures.pitch);
+    } else if ((index - seen + 1) * measures.pitch > bar.value()) {
+        bar.setValue((index - seen + 1) * measures.pitch);
     }
 }
 
@@ -203,7 +204,13 @@ void ShowItemList::updateScrollBar() {
 }
 
 bool ShowItemList::event(QEvent* event) {
-    if (event->type() == QEvent::Paint) {
+    if (event->type() == QEvent::Resize) {
+        // Whole rows are seen, wherever it is scrolled to by its steps.
+        const Measures measures = measuresOf(kind_);
+        const int gap = measures.pitch - ShowItemView::height;
+        const int forRows = height() - measures.above - measures.below + gap;
+        setViewportMargins(0, 0, 0, std::max(0, forRows) % measures.pitch);
+    } else if (event->type() == QEvent::Paint) {
         // Below the viewport and the scroll bar.
         const Appearance appearance = appearanceOf(palette());
         QPainter painter(this);
@@ -277,7 +284,7 @@ void ShowItemList::paintEvent(QPaintEvent* event) {
         }
         this->row(row).paint(painter, frame, *this, fonts, icons_);
         if (row == current_ && hasFocus()) {
-            drawFocusRing(painter, frame.adjusted(-5, -4, 5, 4), cornerRadius,
+            drawFocusRing(painter, frame.adjusted(-5, -2, 5, 2), cornerRadius,
                           appearanceOf(palette()));
         }
     }

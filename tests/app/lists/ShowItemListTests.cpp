@@ -44,8 +44,8 @@ TEST_F(ShowItemListTest, IsWalkedByKeyboardAndStaysWhereItWas) {
     using Case = std::tuple<Qt::Key, std::size_t, int>;
     const int end = bar.maximum();
     for (const auto& [key, row, scrolled] :
-         {Case{Qt::Key_Down, 0, 0}, Case{Qt::Key_Down, 1, 0}, Case{Qt::Key_PageDown, 8, 5},
-          Case{Qt::Key_Down, 9, 28}, Case{Qt::Key_Up, 8, 28}, Case{Qt::Key_End, 29, end},
+         {Case{Qt::Key_Down, 0, 0}, Case{Qt::Key_Down, 1, 0}, Case{Qt::Key_PageDown, 8, 0},
+          Case{Qt::Key_Down, 9, 23}, Case{Qt::Key_Up, 8, 23}, Case{Qt::Key_End, 29, end},
           Case{Qt::Key_Down, 29, end}, Case{Qt::Key_PageUp, 22, end}, Case{Qt::Key_Home, 0, 0},
           Case{Qt::Key_Up, 0, 0}}) {
         QTest::keyClick(&list, key);
@@ -57,6 +57,21 @@ TEST_F(ShowItemListTest, IsWalkedByKeyboardAndStaysWhereItWas) {
     EXPECT_EQ(bar.value(), 228) << "new rows leave it where it was";
     list.setItems(rows(10));
     EXPECT_EQ(bar.value(), bar.maximum()) << "fewer rows: as far down as there are any";
+}
+
+TEST_F(ShowItemListTest, ShowsWholeRowsWhateverItsHeight) {
+    list.setItems(rows(9));
+    for (const int height : {205, 165, 125}) { // without prompts, with one, with two
+        list.resize(292, height);
+        const QRectF seen(list.viewport()->rect());
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End, Qt::Key_Up, Qt::Key_PageUp}) {
+            QTest::keyClick(&list, key);
+            for (std::size_t row = 0; row < 9; ++row) {
+                const QRectF frame = list.rowFrame(row);
+                EXPECT_TRUE(seen.contains(frame) || !seen.intersects(frame)) << height << row;
+            }
+        }
+    }
 }
 
 TEST_F(ShowItemListTest, KeepsTheFocusOnItsApplicationAndReadsItAloud) {
