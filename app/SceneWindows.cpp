@@ -3,6 +3,7 @@
 #include "desktop/appearance/RoundedBackground.h"
 #include "ui/Pictures.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QShortcut>
@@ -19,6 +20,20 @@ using namespace std::chrono_literals;
 
 constexpr auto untilInFront = 100ms;
 
+/// Brings a window back that a window manager minimises: without a frame it is not to be.
+class NeverMinimised final : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto& window = *static_cast<QWidget*>(watched);
+        if (event->type() == QEvent::WindowStateChange && window.isMinimized()) {
+            window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        }
+        return false;
+    }
+};
+
 QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) {
     // Not owned by anything but its being open: closing deletes it.
     auto* window = new QWidget(nullptr, Qt::Window);
@@ -27,6 +42,7 @@ QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) 
     }
     if (scene.titleBar == TitleBar::hidden) {
         window->setWindowFlag(Qt::FramelessWindowHint);
+        window->installEventFilter(new NeverMinimised(window));
         useRoundedBackground(*window, windowCornerRadius);
     }
     window->setAttribute(Qt::WA_DeleteOnClose);

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int iconHeight = 130;
 constexpr int symbolWidth = 40;
+constexpr int symbolHeight = 28; // of the waves in their square
 
 QUrl website() {
     static const QUrl url(QStringLiteral(TIDEWELL_WEB_SITE));
@@ -56,20 +57,17 @@ QWidget* AboutView::makeTexts() {
     auto* texts = new QWidget;
     auto* column = new QVBoxLayout(texts);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(4);
+    column->setSpacing(3);
     column->addStretch();
     column->addWidget(makeLabel(fromBundle(applicationName, bundle), TextStyle::largeTitle));
     column->addWidget(makeSecondaryLabel(
         tr("Version %1 (%2)").arg(fromBundle(version, bundle), fromBundle(buildNumber, bundle)),
         TextStyle::body));
 
-    auto* credit = new QHBoxLayout;
-    credit->setSpacing(6);
-    credit->addStretch();
-    credit->addWidget(new SymbolView("water.waves", colours::systemBlue, symbolWidth));
-    credit->addWidget(makeSecondaryLabel(tr("Built for the Linux desktop"), TextStyle::body));
-    credit->addStretch();
-    column->addLayout(credit);
+    auto* symbol = new SymbolView("water.waves", colours::systemBlue, symbolWidth);
+    symbol->setFixedHeight(symbolHeight);
+    column->addWidget(symbol, 0, Qt::AlignHCenter);
+    column->addWidget(makeSecondaryLabel(tr("Built for the Linux desktop"), TextStyle::body));
 
     auto* visit = new PushButton(tr("Visit website"));
     visit->setFont(textFont(TextStyle::body));

@@ -15,10 +15,12 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     constexpr auto about = SceneIdentifier::about;
     int made = 0;
     SceneWindows windows([](QWidget&) {});
-    windows.add(windowScenes(QStringLiteral("Tidewell")).front(), [&made] {
-        ++made;
-        return std::make_unique<QLabel>();
-    });
+    for (const WindowScene& scene : windowScenes(QStringLiteral("Tidewell"))) {
+        windows.add(scene, [&made] {
+            ++made;
+            return std::make_unique<QLabel>();
+        });
+    }
     windows.dismissWindow(about);
     windows.openWindow(about);
     QWidget* const first = windows.window(about);
@@ -28,15 +30,20 @@ TEST(SceneWindows, OpensEachWindowOnceAndBringsItBackToTheFront) {
     EXPECT_TRUE(first->windowFlags().testFlag(Qt::FramelessWindowHint));
     const auto icon = first->windowIcon().cacheKey();
     first->showMinimized();
+    EXPECT_FALSE(first->isMinimized()) << "which no window without a frame is";
     windows.openWindow(about);
     EXPECT_EQ(windows.window(about), first);
-    EXPECT_FALSE(first->isMinimized());
     EXPECT_EQ(made, 1);
 
+    constexpr auto settings = SceneIdentifier::settings;
+    windows.openWindow(settings);
+    windows.window(settings)->showMinimized();
+    windows.openWindow(settings);
+    EXPECT_FALSE(windows.window(settings)->isMinimized());
     windows.dismissWindow(about);
     ASSERT_TRUE(QTest::qWaitFor([&windows] { return windows.window(about) == nullptr; }));
     windows.openWindow(about);
-    EXPECT_EQ(made, 2) << "content is made anew with each opening";
+    EXPECT_EQ(made, 3) << "content is made anew with each opening";
     EXPECT_EQ(windows.window(about)->windowIcon().cacheKey(), icon) << "but the icon is not";
 }
 
