@@ -82,6 +82,11 @@ QImage roundGaugeArc(const std::vector<Colour>& gradient, Appearance appearance,
         for (int x = 0; x < side; ++x) {
             const QPointF point =
                 (QPointF(x + 0.5, y + 0.5) - QPointF(side, side) / 2) / devicePixelRatio;
+            const double fromArc = std::abs(std::hypot(point.x(), point.y()) - arcRadius);
+            if (fromArc > stroke / 2 + 1 / devicePixelRatio) { // most of the square
+                line[x] = 0;
+                continue;
+            }
             const double fraction = alongArc(point);
             const QPointF fromLine = point - onArc({}, fraction);
             const double outside = std::hypot(fromLine.x(), fromLine.y()) - stroke / 2;
