@@ -42,6 +42,7 @@ void TitledBox::setTitle(const QString& title) {
 
 void TitledBox::setNote(const QString& note) {
     if (std::exchange(note_, note) != note) {
+        setAccessibleDescription(note);
         update(0, 0, width(), titleHeight);
     }
 }

@@ -18,7 +18,7 @@ public:
     TitledBox(const QString& title, QWidget* content, QWidget* parent = nullptr);
 
     void setTitle(const QString& title);
-    /// Secondary text at the end of the title's line.
+    /// Secondary text at the end of the title's line, and the group's description.
     void setNote(const QString& note);
 
     /// Points between the box's line and its content, 4 at every side at first.

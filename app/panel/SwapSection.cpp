@@ -43,15 +43,15 @@ QWidget* SwapSection::makeBox(int width, const std::function<void()>& entered) {
     state_ = new QStackedWidget;
     state_->addWidget(makeLabel(tr("No swap memory used."), TextStyle::body));
     state_->addWidget(gauge_);
-    auto* box = new TitledBox(tr("Swap"), state_);
-    box->setContentMargins({12, 4, 12, 4});
-    box->setFixedSize(width, boxHeight);
-    box->onHover([entered](bool isInside) {
+    box_ = new TitledBox(tr("Swap"), state_);
+    box_->setContentMargins({12, 4, 12, 4});
+    box_->setFixedSize(width, boxHeight);
+    box_->onHover([entered](bool isInside) {
         if (isInside) {
             entered();
         }
     });
-    return box;
+    return box_;
 }
 
 QWidget* SwapSection::makeHistory(int width) {
@@ -84,6 +84,7 @@ void SwapSection::refresh() {
         chart_->setData(memoryWatcher_->swapUsedArray());
         chartBox_->setNote(chart_->spanText());
     }
+    box_->setNote(used != 0 ? levelWord(memoryWatcher_->warningLevel()) : QString());
     state_->setCurrentIndex(used != 0 ? 1 : 0);
     history_->setCurrentIndex(used != 0 ? 1 : 0);
 }

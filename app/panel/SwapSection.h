@@ -34,6 +34,7 @@ private:
     QWidget* makeHistory(int width);
 
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
+    TitledBox* box_ = nullptr;
     QStackedWidget* state_ = nullptr; ///< the text that there is none, or the gauge
     LinearGauge* gauge_ = nullptr;
     QStackedWidget* history_ = nullptr; ///< the picture that there is none, or the chart
