@@ -19,6 +19,7 @@
 #include "desktop/statusitem/X11.h"
 #include "model/memory/DataContainerJson.h"
 #include "model/preferences/StoredPreferences.h"
+#include "ui/Style.h"
 #include "ui/Translations.h"
 
 #include <QApplication>
@@ -102,6 +103,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
         const ScopedVariable theme("QT_QPA_PLATFORMTHEME", {});
         const ScopedVariable style("QT_STYLE_OVERRIDE", {});
         QGuiApplication::setDesktopSettingsAware(false);
+        QApplication::setStyle(new Style); // the application's from now on
         application = std::make_unique<QApplication>(argc, argv);
     }
     // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep

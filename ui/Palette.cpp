@@ -90,9 +90,9 @@ QPalette paletteFor(Appearance appearance) {
     const QColor text = toQColor(colours::primary, appearance);
     const QColor secondary = toQColor(colours::secondaryText, appearance);
     const QColor box = toQColor(colours::box, appearance);
-    // Where contrast is high, secondary text is as strong as the primary.
-    const QColor disabled =
-        hasHighContrast(appearance) ? toQColor(colours::lightGray, appearance) : secondary;
+    // Paler than secondary text; where contrast is high, that is as strong as the primary.
+    const QColor disabled = hasHighContrast(appearance) ? toQColor(colours::lightGray, appearance)
+                                                        : onGround(withOpacity(text, 0.4), box);
 
     // Bevels and frames are derived from the button colour.
     QPalette palette(box, toQColor(colours::window, appearance));

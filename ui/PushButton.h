@@ -15,14 +15,11 @@ inline bool pressByReturn(QAbstractButton& button, const QKeyEvent& event) {
     return true;
 }
 
-/// A button with more room beside its text than every style leaves. Return and Enter press it:
-/// which keys do so otherwise depends on the desktop's platform theme. Main thread.
+/// Return and Enter press it: which keys do so otherwise depends on the desktop's platform theme.
+/// Main thread.
 class PushButton final : public QPushButton {
 public:
     using QPushButton::QPushButton;
-
-    QSize sizeHint() const override { return QPushButton::sizeHint() + QSize(12, 0); }
-    QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {

@@ -5,11 +5,14 @@
 #include "ui/Palette.h"
 #include "ui/RoundGauge.h"
 #include "ui/ScrollThumb.h"
+#include "ui/Style.h"
 #include "ui/TitledBox.h"
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 #include <cmath>
@@ -132,6 +135,35 @@ TEST(Focus, IsMarkedForThoseWhoGetAboutByKeyboard) {
     QTest::keyClick(&first, Qt::Key_Tab);
     EXPECT_TRUE(showsFocus(second));
     EXPECT_FALSE(showsFocus(first));
+}
+
+TEST(Style, DrawsButtonsAndPickersAlike) {
+    Style style;
+    QWidget window;
+    QComboBox picker(&window);
+    QPushButton button(&window);
+    window.setPalette(paletteFor(Appearance::light));
+    for (QWidget* control : {static_cast<QWidget*>(&picker), static_cast<QWidget*>(&button)}) {
+        control->setStyle(&style);
+        control->setGeometry(100, 100, 100, 26); // where no pointer rests
+    }
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto colourAt = [&](QWidget& control, int x) {
+        return control.grab().toImage().pixelColor(x, 13);
+    };
+    button.setDefault(true);
+    EXPECT_EQ(colourAt(button, 8), window.palette().color(QPalette::Highlight));
+    button.setEnabled(false);
+    EXPECT_EQ(colourAt(button, 8), window.palette().color(QPalette::Base)) << "disabled";
+    button.setEnabled(true);
+    const QColor ring = toQColor(colours::accent, Appearance::light);
+    for (QWidget* control : {static_cast<QWidget*>(&picker), static_cast<QWidget*>(&button)}) {
+        EXPECT_NE(colourAt(*control, 1), ring);
+        control->setFocus(Qt::TabFocusReason);
+        window.setAttribute(Qt::WA_KeyboardFocusChange);
+        EXPECT_EQ(colourAt(*control, 1), ring);
+    }
 }
 
 TEST(ThumbScrollArea, LeavesTheContentItsWholeWidth) {

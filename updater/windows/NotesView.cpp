@@ -1,9 +1,14 @@
 #include "updater/windows/NotesView.h"
 
+#include "ui/Drawing.h"
 #include "ui/Fonts.h"
+#include "ui/Palette.h"
+#include "ui/ScrollThumb.h"
 #include "updater/feed/SafeAddress.h"
 
 #include <QDesktopServices>
+#include <QEvent>
+#include <QPainter>
 #include <QTextBlock>
 
 #include <vector>
@@ -14,6 +19,8 @@ namespace {
 
 constexpr int fixedHeight = 180;
 constexpr int blockSpacing = 5;
+constexpr int ringWidth = 2;
+constexpr double cornerRadius = 5;
 
 /// Overrides of the text's direction, which could make a link look as if it led elsewhere.
 bool isOverride(QChar character) {
@@ -26,6 +33,10 @@ bool isOverride(QChar character) {
 NotesView::NotesView(const QString& markdown, const QString& accessibleName) {
     setFont(textFont(TextStyle::callout, font()));
     setFixedHeight(fixedHeight);
+    setFrameShape(NoFrame);
+    setViewportMargins(ringWidth, ringWidth, ringWidth, ringWidth);
+    setVerticalScrollBar(new ScrollThumb); // the view's own from now on
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setOpenLinks(false);
     setContextMenuPolicy(Qt::NoContextMenu); // its texts are Qt's, in Qt's own language
     setAccessibleName(accessibleName);
@@ -34,11 +45,21 @@ NotesView::NotesView(const QString& markdown, const QString& accessibleName) {
             QDesktopServices::openUrl(address);
         }
     });
-    document()->setDocumentMargin(10);
+    document()->setDocumentMargin(6);
     document()->setIndentWidth(16);
     document()->setMarkdown(markdown, QTextDocument::MarkdownNoHTML);
     tidy();
     moveCursor(QTextCursor::Start); // or the notes are shown from their end
+}
+
+bool NotesView::event(QEvent* event) {
+    if (event->type() == QEvent::Paint && showsFocus(*this)) {
+        QPainter painter(this);
+        drawFocusRing(painter, rect(), cornerRadius, appearanceOf(palette()));
+    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        update();
+    }
+    return QTextBrowser::event(event);
 }
 
 /// Puts some air between paragraphs, makes headings no larger than the window's, takes out the
@@ -59,6 +80,7 @@ void NotesView::tidy() {
     std::vector<QTextCursor> changes;
     QTextBlockFormat spaced;
     spaced.setBottomMargin(blockSpacing);
+    spaced.setNonBreakableLines(false); // as those of code are
     QTextCharFormat asLarge;
     asLarge.setProperty(QTextFormat::FontSizeAdjustment, 0);
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {

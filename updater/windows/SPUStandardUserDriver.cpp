@@ -1,5 +1,6 @@
 #include "updater/windows/SPUStandardUserDriver.h"
 
+#include "ui/TitledBox.h"
 #include "updater/windows/NotesView.h"
 #include "updater/windows/ProgressView.h"
 #include "updater/windows/UpdateWindow.h"
@@ -62,7 +63,9 @@ void SPUStandardUserDriver::showFound(const QString& version, const QString& ins
     show(
         {tr("A new version of %1 is available.").arg(applicationName_),
          tr("Version %1 can be installed now. You have version %2.").arg(version, installedVersion),
-         notes.isEmpty() ? nullptr : new NotesView(notes, tr("Release notes")),
+         notes.isEmpty()
+             ? nullptr
+             : new TitledBox(tr("Release notes"), new NotesView(notes, tr("Release notes"))),
          {{tr("Skip This Version"), Role::other, give(Choice::skip)},
           {tr("Remind Me Later"), Role::dismiss, give(Choice::remindLater)},
           {tr("Install"), Role::confirm, give(Choice::install)}}});
