@@ -37,6 +37,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace tidewell {
@@ -216,6 +217,9 @@ int startNext(const std::string& program, Log& log) {
 int main(int argc, char** argv) {
     using namespace tidewell;
     fillStandardStreams();
+    // One heap: what a thread frees is of use to the others, and can be given back to the system.
+    // None of them is hurried by another.
+    ::mallopt(M_ARENA_MAX, 1);
     // A reader of our output that goes away must not end the program. QProcess restores it for
     // the programs that it starts.
     std::signal(SIGPIPE, SIG_IGN);

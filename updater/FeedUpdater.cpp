@@ -14,6 +14,8 @@
 #include <cmath>
 #include <utility>
 
+#include <malloc.h>
+
 namespace tidewell {
 
 namespace {
@@ -302,6 +304,8 @@ Task<Result<std::optional<AppcastItem>>> FeedUpdater::lookForUpdate() {
                               stop);
     });
     co_await work;
+    // What the check took, and what the program's start left in the heap.
+    ::malloc_trim(0);
     if (!answer) {
         co_return tl::unexpected(answer.error());
     }
@@ -331,6 +335,7 @@ Task<void> FeedUpdater::fetchFile(AppcastItem item, std::shared_ptr<std::atomic<
                         stop);
     });
     co_await work;
+    ::malloc_trim(0);
     if (file || file.error().cause == UpdateProblem::wrongSignature ||
         file.error().cause == UpdateProblem::wrongLength) {
         settled_ = item.signature;
