@@ -28,7 +28,8 @@ namespace {
 bool restrictFiles(const std::vector<std::string>& readable) {
     constexpr std::uint64_t read =
         LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR | LANDLOCK_ACCESS_FS_EXECUTE;
-    const landlock_ruleset_attr all{LANDLOCK_ACCESS_FS_MAKE_SYM * 2 - 1}; // of the first version
+    landlock_ruleset_attr all{};                                 // newer headers have more in it
+    all.handled_access_fs = LANDLOCK_ACCESS_FS_MAKE_SYM * 2 - 1; // of the first version
     const FileDescriptor rules(
         static_cast<int>(::syscall(SYS_landlock_create_ruleset, &all, sizeof all, 0)));
     if (!rules.isOpen()) {
