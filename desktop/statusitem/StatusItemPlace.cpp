@@ -70,6 +70,7 @@ PlaceSources placeSources(const QStringList& desktops) {
     sources.countsFromBars = layershell::isUsed();
     if (desktops.contains(QStringLiteral("KDE"))) {
         sources.host = HostCoordinates::native;
+        sources.isUsuallyBelow = sources.countsFromBars;
     } else if (desktops.contains(QStringLiteral("GNOME"))) {
         sources.host = HostCoordinates::logical;
     }
@@ -122,7 +123,14 @@ void StatusItemPlace::believe(const QPoint& click) {
 }
 
 std::optional<QRect> StatusItemPlace::lastKnown() const {
-    return place_ && screenAt(screens_(), place_->center()) != nullptr ? place_ : std::nullopt;
+    const auto screens = screens_();
+    if (place_ && screenAt(screens, place_->center()) != nullptr) {
+        return place_;
+    }
+    if (sources_.isUsuallyBelow && !screens.empty()) {
+        return QRect(screens.front().geometry.bottomRight(), QSize(1, 1));
+    }
+    return std::nullopt;
 }
 
 } // namespace tidewell

@@ -34,6 +34,8 @@ struct PlaceSources {
     HostCoordinates host = HostCoordinates::useless;
     /// Windows are placed from the bars on, of which nothing more is known.
     bool countsFromBars = false;
+    /// The item is taken to be at the lower right where nobody knows, though no bar is known there.
+    bool isUsuallyBelow = false;
 };
 
 /// Those of this session. `desktops` are the names in XDG_CURRENT_DESKTOP. On X11 the pointer is
@@ -58,7 +60,7 @@ public:
     void isAt(const QRect& geometry) { place_ = geometry; }
 
     /// Where the item was last known to be, around the click where its size is not known. Empty
-    /// where it never was, or on a screen that is gone.
+    /// where it never was, or on a screen that is gone, unless it usually is below.
     std::optional<QRect> lastKnown() const;
 
 private:

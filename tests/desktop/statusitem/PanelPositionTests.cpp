@@ -83,6 +83,9 @@ TEST(StatusItemPlace, BelievesWhatLiesInTheStripOfABar) {
     expectAt("bar of unknown breadth", {{}, native, true}, {1063, 860}, {bare}, {});
     expectAt("bar of unknown breadth", {{}, native, true}, {1063, 1050}, {bare}, at(1063, 1079));
     expectAt("relative to a widget", {{}, useless}, {11, 15}, {topBar}, {});
+    EXPECT_EQ(
+        StatusItemPlace({{}, native, true, true}, [] { return std::vector{bare}; }).lastKnown(),
+        at(1919, 1079));
 }
 
 TEST(StatusItemPlace, TakesThePointerOfAClickWithoutCoordinatesOnlyInABar) {
