@@ -8,10 +8,12 @@
 #include "tests/fakes/UpdaterContract.h"
 #include "updater/FeedUpdater.h"
 #include "updater/download/Confinement.h"
+#include "updater/feed/SafeAddress.h"
 #include "updater/feed/SignedFeed.h"
 #include "updater/windows/NotesView.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -23,6 +25,7 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -370,6 +373,16 @@ int abilitiesWhenConfined(const std::string& folder) {
         add(9, ::socket(AF_UNIX, SOCK_STREAM, 0) >= 0); // to a bus or a display
         add(10, ::chmod(folder.c_str(), S_IRWXU | S_IRWXO) == 0);
     }
+    for (const auto resource : {
+             RLIMIT_CPU,
+             RLIMIT_FSIZE,
+#ifndef TIDEWELL_SANITIZED
+             RLIMIT_DATA,
+#endif
+         }) {
+        rlimit most{};
+        add(11, ::getrlimit(resource, &most) != 0 || most.rlim_max == RLIM_INFINITY);
+    }
     add(6, ::prctl(PR_GET_NO_NEW_PRIVS, 0, 0, 0, 0) != 1);
     add(7, ::open("/usr/bin/env", O_RDONLY) < 0); // this it must
     bool hasRun = false;
@@ -397,8 +410,8 @@ TEST_F(FeedUpdaterTest, FetchesInAProcessThatCanDoNothingElse) {
     settings.program = QString::fromStdString(script);
     startUpdater();
     checkSilently();
-    EXPECT_THAT(readText(seen),
-                AllOf(HasSubstr("no_proxy=here"), Not(HasSubstr("word")), Not(HasSubstr("HOME="))));
+    EXPECT_THAT(readText(seen), AllOf(HasSubstr("no_proxy=here"), HasSubstr("KRB5CCNAME=MEMORY:"),
+                                      Not(HasSubstr("word")), Not(HasSubstr("HOME="))));
 
     log.takeLines();
     writeText(script, "#!/bin/sh\necho 'fetches without Landlock' >&2\nexec cat " +
@@ -513,11 +526,21 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
 }
 
 TEST(NotesView, ShowsWhereLinksLeadAndNeitherPicturesNorMarkupNorDisguises) {
-    const NotesView view(
+    NotesView view(
         u"&#x202E;[\u202Ecilbup\u202C](https://\u0435xample.org/x) ![p](https://evil.example/p) "
         u"<b>bold</b>\u2066"_s,
         {});
     EXPECT_EQ(view.toPlainText().simplified(), u"cilbup (xn--xample-2of.org) <b>bold</b>"_s);
+
+    QTextBrowser opened; // in the place of the desktop
+    for (const char* address :
+         {"file:///a", "http://a.example/", "https://a.localhost/", "https://a.example/"}) {
+        const QUrl url(QString::fromLatin1(address));
+        QDesktopServices::setUrlHandler(url.scheme(), &opened, "setSource");
+        Q_EMIT view.anchorClicked(url);
+        QDesktopServices::unsetUrlHandler(url.scheme());
+        EXPECT_EQ(opened.source(), isSafeLink(url) ? url : QUrl());
+    }
 }
 
 } // namespace
