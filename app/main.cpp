@@ -15,6 +15,7 @@
 #include "desktop/session/SingleInstance.h"
 #include "desktop/session/TerminationSignals.h"
 #include "desktop/session/UsableBuses.h"
+#include "desktop/session/WaylandCompositor.h"
 #include "desktop/statusitem/LayerShell.h"
 #include "desktop/statusitem/X11.h"
 #include "model/memory/DataContainerJson.h"
@@ -50,9 +51,29 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-/// Whether there is a display beside the X server. Qt aborts where it finds none at all.
-bool hasOtherDisplay() {
-    return isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
+struct UsableDisplay {
+    bool isThere = false;
+    x11::OwnConnection server{nullptr, &xcb_disconnect}; ///< null where it is not needed
+};
+
+/// Leaves out an X server that does not answer, for which Qt would wait without a limit, and asks
+/// none where Wayland will do: that would start XWayland.
+UsableDisplay findDisplay(Log& log) {
+    const bool isWanted = isSet("QT_QPA_PLATFORM");
+    if (!isWanted && layershell::isOffered()) {
+        return {.isThere = true};
+    }
+    UsableDisplay display{.server = x11::connect(3s)};
+    display.isThere = display.server || isWanted || compositorOffers("wl_compositor", 1s);
+    if (!display.isThere) {
+        logError(log,
+                 "There is no display to show anything on: neither DISPLAY nor "
+                 "WAYLAND_DISPLAY leads to one that answers",
+                 "findDisplay()");
+    } else if (!display.server) {
+        qunsetenv("DISPLAY");
+    }
+    return display;
 }
 
 /// What the program does instead of starting where it is given arguments: there is no
@@ -230,15 +251,11 @@ int main(int argc, char** argv) {
     }
     JournalLog log(bundleIdentifier(bundle));
 
-    x11::OwnConnection server = x11::connect();
-    if (!server && !hasOtherDisplay()) {
-        logError(log,
-                 "There is no display to show anything on: neither DISPLAY nor "
-                 "WAYLAND_DISPLAY leads to one",
-                 "main()");
+    UsableDisplay display = findDisplay(log);
+    if (!display.isThere) {
         return EXIT_FAILURE;
     }
     leaveOutUnusableBuses(1s, log);
-    const Ending ending = runProgram(argc, argv, bundle, std::move(server), log);
+    const Ending ending = runProgram(argc, argv, bundle, std::move(display.server), log);
     return ending.next.empty() ? ending.status : startNext(ending.next, log);
 }

@@ -6,7 +6,7 @@ namespace tidewell {
 
 /// What windows can be shown on.
 struct Displays {
-    bool x11 = false;        ///< `DISPLAY` leads to an X server
+    bool x11 = false;        ///< `DISPLAY` is set
     bool layerShell = false; ///< Wayland's windows can be put at an edge of the screen
     QByteArray wanted;       ///< by the user, in `QT_QPA_PLATFORM`
 };

@@ -1,5 +1,7 @@
 #include "desktop/statusitem/X11.h"
 
+#include "base/values/FileDescriptor.h"
+
 #include <QGuiApplication>
 #include <QPoint>
 #include <QScreen>
@@ -13,6 +15,12 @@
 #include <memory>
 #include <string_view>
 
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace tidewell::x11 {
 
 namespace {
@@ -22,14 +30,42 @@ std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply) {
     return {reply, &std::free};
 }
 
-} // namespace
-
-OwnConnection connect() {
+OwnConnection connectWithoutLimit() {
     OwnConnection server(xcb_connect(nullptr, nullptr), &xcb_disconnect); // never null
     if (xcb_connection_has_error(server.get()) != 0) {
         server.reset();
     }
     return server;
+}
+
+/// Whether connecting comes to an end. A process of its own tries: xcb_connect() cannot be
+/// interrupted, and a thread that tried would stay, and its memory with it.
+bool answers(std::chrono::milliseconds patience) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return true;
+    }
+    const FileDescriptor read(ends[0]);
+    FileDescriptor write(ends[1]);
+    const pid_t child = fork();
+    if (child == 0) {
+        connectWithoutLimit();
+        _exit(EXIT_SUCCESS); // which closes the pipe
+    }
+    write.close();
+    pollfd end{.fd = read.get(), .events = POLLIN, .revents = 0};
+    const bool hasEnded = child < 0 || poll(&end, 1, static_cast<int>(patience.count())) > 0;
+    if (child > 0) {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+    return hasEnded;
+}
+
+} // namespace
+
+OwnConnection connect(std::chrono::milliseconds patience) {
+    return answers(patience) ? connectWithoutLimit() : OwnConnection(nullptr, &xcb_disconnect);
 }
 
 xcb_connection_t* connection() {

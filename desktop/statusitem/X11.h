@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -17,9 +18,9 @@ namespace tidewell::x11 {
 
 using OwnConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
-/// A connection of our own to the X server of `DISPLAY`; null where there is none. Works before the
-/// application object is made.
-OwnConnection connect();
+/// A connection of our own to the X server of `DISPLAY`; null where there is none, or where it does
+/// not answer in time. Works before the application object is made, and before there are threads.
+OwnConnection connect(std::chrono::milliseconds patience);
 
 /// Qt's connection; null on another platform.
 xcb_connection_t* connection();

@@ -1,3 +1,4 @@
+import os
 import signal
 import socket
 import subprocess
@@ -56,9 +57,16 @@ class NoDisplay(DesktopCase):
         stale = self.desktop.folder / "runtime/wayland-9"
         with socket.socket(socket.AF_UNIX) as listening:
             listening.bind(str(stale))
+        hanging = [self.enterContext(socket.socket(socket.AF_UNIX)) for _ in range(2)]
+        for server, path in zip(hanging, ("/tmp/.X11-unix/X988",
+                                          self.desktop.folder / "runtime/wayland-8")):
+            server.bind(str(path))
+            server.listen()
+        self.addCleanup(os.unlink, "/tmp/.X11-unix/X988")
         for environment in ({"DISPLAY": ""}, {"DISPLAY": ":987"},
                             {"DISPLAY": "", "WAYLAND_DISPLAY": "none"},
                             {"DISPLAY": ":987", "WAYLAND_DISPLAY": stale.name},
+                            {"DISPLAY": ":988", "WAYLAND_DISPLAY": "wayland-8"},
                             {"QT_QPA_PLATFORM": "nonesuch"}):
             with self.subTest(environment):
                 tidewell = self.start(environment=environment)
