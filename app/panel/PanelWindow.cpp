@@ -71,8 +71,8 @@ PanelWindow::PanelWindow(MakeContent makeContent, std::function<std::optional<QR
             outsideClicks_.setOn(window == windowHandle()); // our other windows lie below covers
         }
     });
-    // Queued: the item may be on its way to another screen.
-    connect(qApp, &QGuiApplication::screenRemoved, this, &PanelWindow::place, Qt::QueuedConnection);
+    screensChanged_.setSingleShot(true);
+    connect(&screensChanged_, &QTimer::timeout, this, &PanelWindow::followScreens);
     qApp->installEventFilter(this);
 }
 
@@ -94,7 +94,7 @@ void PanelWindow::open() {
         x11::leaveOutOfTaskBars(*this);
         x11::useActivationToken(*this);
         if (isAtEdge_) {
-            layershell::putAtEdge(*this, layershell::Layer::aboveBars);
+            layershell::putAtEdge(*this, geometry(), layershell::Layer::aboveBars);
         }
     }
     setFocus();
@@ -112,6 +112,24 @@ void PanelWindow::place() {
     const QRect place = panelPosition(itemPlace_(), screenAreas(), QSize(panelWidth, panelHeight));
     setFixedSize(place.size());
     move(place.topLeft());
+}
+
+void PanelWindow::followScreens() {
+    if (!isVisible()) {
+        return;
+    }
+    if (isAtEdge_) {
+        hide(); // it may have gone with its screen
+        open();
+        return;
+    }
+    const QRect earlier = geometry();
+    place();
+    if (geometry() != earlier) {
+        // As if it opened there: windows beside it were placed for the earlier place.
+        content_->hide();
+        content_->show();
+    }
 }
 
 void PanelWindow::addContent() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/statusitem/OutsideClicks.h"
+#include "desktop/statusitem/ScreenWatch.h"
 #include "ui/ScrollThumb.h"
 
 #include <QElapsedTimer>
@@ -45,6 +46,7 @@ protected:
 
 private:
     void place();
+    void followScreens();
     void addContent();
     void awaitFocus(std::chrono::milliseconds patience);
     void closeWithoutFocus();
@@ -61,6 +63,8 @@ private:
     QElapsedTimer pointerLeft_; ///< one of our windows
     QElapsedTimer closedByItself_;
     OutsideClicks outsideClicks_;
+    QTimer screensChanged_; ///< later: the item may be on its way to another screen
+    ScreenWatch screenWatch_{[this] { screensChanged_.start(0); }};
 };
 
 } // namespace tidewell

@@ -8,25 +8,15 @@
 
 namespace tidewell {
 
-ClickCatcher::ClickCatcher(std::function<void()> clicked)
-    : clicked_(std::move(clicked)) {
+ClickCatcher::ClickCatcher(QScreen& screen, std::function<void()> clicked)
+    : QWindow(&screen)
+    , clicked_(std::move(clicked)) {
     // As a tool tip: the window manager leaves it where it is, and never gives it the focus.
     setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     QSurfaceFormat translucent = format();
     translucent.setAlphaBufferSize(8);
     setFormat(translucent);
-}
-
-void ClickCatcher::setOn(bool isOn) {
-    if (isOn == isVisible()) {
-        return;
-    }
-    if (!isOn) {
-        qApp->removeEventFilter(this);
-        hide();
-        return;
-    }
-    setGeometry(QGuiApplication::primaryScreen()->virtualGeometry());
+    setGeometry(screen.geometry());
     leaveHoles();
     show();
     x11::makeTransparent(*this);

@@ -3,6 +3,7 @@
 #include "desktop/appearance/RoundedBackground.h"
 #include "desktop/statusitem/FullScreenWatch.h"
 #include "desktop/statusitem/LayerShell.h"
+#include "desktop/statusitem/ScreenWatch.h"
 #include "desktop/statusitem/StatusMenu.h"
 #include "desktop/statusitem/X11.h"
 #include "ui/Drawing.h"
@@ -54,17 +55,6 @@ public:
         setWindowTitle(QString::fromStdString(behaviour_.title));
         setAccessibleName(windowTitle());
         connect(this, &QAbstractButton::clicked, this, [this] { activate(); });
-        for (const auto signal :
-             {&QGuiApplication::primaryScreenChanged, &QGuiApplication::screenRemoved}) {
-            connect(qGuiApp, signal, this, [this] { place(); });
-        }
-        connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen* screen) {
-            followScreen(screen);
-            place();
-        });
-        for (const QScreen* screen : QGuiApplication::screens()) {
-            followScreen(screen);
-        }
         followAppearance();
     }
 
@@ -178,8 +168,12 @@ private:
 
     void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
 
-    void followScreen(const QScreen* screen) {
-        connect(screen, &QScreen::availableGeometryChanged, this, [this] { place(); });
+    void followScreens() {
+        if (isAtEdge_) {
+            hide(); // what was shown went with its screen, perhaps
+        }
+        place();
+        showUnlessCovered();
     }
 
     void place() {
@@ -188,16 +182,17 @@ private:
             const auto kept = stored(position_.defaults, position_.preference);
             shownAt_ = labelPosition(kept.value_or(std::string()), screenAreas(), size);
         }
-        setGeometry({shownAt_, size});
         if (isAtEdge_) {
-            layershell::putAtEdge(*this, layershell::Layer::bars);
+            layershell::putAtEdge(*this, {shownAt_, size}, layershell::Layer::bars);
+        } else {
+            setGeometry({shownAt_, size});
         }
         itemPlace_.isAt(placeShown());
     }
 
     void showUnlessCovered() {
         const QScreen* const screen = QGuiApplication::screenAt(placeShown().center());
-        if (screen != nullptr && fullScreen_.fills(*screen)) {
+        if (screen == nullptr || fullScreen_.fills(*screen)) {
             hide();
         } else if (!isVisible()) {
             // Each time: what a window manager closed is another window to it when it is back.
@@ -220,6 +215,7 @@ private:
     QPoint pressOffset_; // from there to the window's corner
     bool isDragged_ = false;
     FullScreenWatch fullScreen_{[this] { showUnlessCovered(); }};
+    ScreenWatch screenWatch_{[this] { followScreens(); }};
     Subscription appearanceChanged_;
 };
 

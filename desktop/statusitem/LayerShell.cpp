@@ -30,7 +30,9 @@ Surface& surfaceOf(QWindow& window) {
         // Closing takes the native window away, and what was set for that one is no use any more.
         delete Surface::get(&window);
     }
-    return *Surface::get(&window);
+    Surface& surface = *Surface::get(&window);
+    surface.setCloseOnDismissed(false); // with its screen: who shows it sees to that
+    return surface;
 }
 
 } // namespace
@@ -44,9 +46,17 @@ bool isUsed() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) && isOffered();
 }
 
-void putAtEdge(QWidget& window, Layer layer) {
+void putAtEdge(QWidget& window, const QRect& place, Layer layer) {
+    QScreen* screen = QGuiApplication::screenAt(place.center());
+    screen = screen == nullptr ? window.screen() : screen;
+    const bool moves = window.isVisible() && screen != window.screen();
+    if (moves) {
+        window.hide(); // a surface stays on its screen
+    }
+    window.setGeometry(place);
+    window.setScreen(screen);
     window.winId(); // creates the handle
-    const auto [edges, margins] = anchors(window.geometry(), window.screen()->geometry());
+    const auto [edges, margins] = anchors(place, screen->geometry());
     const bool isAbove = layer == Layer::aboveBars;
     Surface& surface = surfaceOf(*window.windowHandle());
     surface.setLayer(isAbove ? Surface::LayerOverlay : Surface::LayerTop);
@@ -54,6 +64,9 @@ void putAtEdge(QWidget& window, Layer layer) {
     surface.setMargins(margins);
     surface.setKeyboardInteractivity(isAbove ? Surface::KeyboardInteractivityOnDemand
                                              : Surface::KeyboardInteractivityNone);
+    if (moves) {
+        window.show();
+    }
 }
 
 void coverScreen(QWindow& window) {

@@ -33,11 +33,12 @@ struct Anchors {
 /// Pure.
 Anchors anchors(const QRect& window, const QRect& screen);
 
-// To be called only where the layer shell is used, before each showing.
+// To be called only where the layer shell is used, before each showing. A window that is open when
+// its screen goes is to be hidden and shown anew.
 
-/// Puts a window, not shown yet or open, where its geometry is on its screen. The compositor counts
-/// from the bars, where there are some at the nearest edges.
-void putAtEdge(QWidget& window, Layer layer);
+/// Gives a window, not shown yet or open, its geometry, on the screen of its middle. The compositor
+/// counts from the bars, where there are some at the nearest edges.
+void putAtEdge(QWidget& window, const QRect& place, Layer layer);
 
 /// Spreads a window over all of its screen, bars included, below those of ours that are shown
 /// later.

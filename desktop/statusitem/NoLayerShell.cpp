@@ -10,7 +10,7 @@ bool isUsed() {
     return false;
 }
 
-void putAtEdge(QWidget&, Layer) {}
+void putAtEdge(QWidget&, const QRect&, Layer) {}
 
 void coverScreen(QWindow&) {}
 

@@ -1,6 +1,8 @@
 #include "desktop/statusitem/OutsideClicks.h"
 
+#include "desktop/statusitem/ClickCatcher.h"
 #include "desktop/statusitem/LayerShell.h"
+#include "desktop/statusitem/ScreenCover.h"
 #include "desktop/statusitem/X11.h"
 
 #include <QApplication>
@@ -29,13 +31,19 @@ bool isOverOurWindows(const QPoint& pointer) {
 
 OutsideClicks::OutsideClicks(std::function<void(std::optional<QPoint> passed)> clicked)
     : clicked_(std::move(clicked))
-    , coversScreens_(layershell::isUsed()) {
+    , kind_(layershell::isUsed() ? Covers::screenCovers : Covers::none)
+    , screenWatch_([this] {
+        if (!covers_.empty()) {
+            uncoverScreens();
+            coverScreens();
+        }
+    }) {
     xcb_connection_t* const server = x11::connection();
     if (server == nullptr) {
         return;
     }
     if (x11::isXWayland()) {
-        catcher_.emplace([this] { clicked_(std::nullopt); });
+        kind_ = Covers::clickCatchers;
         return;
     }
     const xcb_query_extension_reply_t* const input = xcb_get_extension_data(server, &xcb_input_id);
@@ -49,11 +57,10 @@ OutsideClicks::~OutsideClicks() {
 }
 
 void OutsideClicks::setOn(bool isOn) {
-    if (catcher_) {
-        catcher_->setOn(isOn);
-    }
-    if (coversScreens_) {
-        coverScreens(isOn);
+    if (!isOn) {
+        uncoverScreens();
+    } else if (covers_.empty()) {
+        coverScreens();
     }
     if (extension_ == 0) {
         return;
@@ -72,10 +79,21 @@ void OutsideClicks::setOn(bool isOn) {
     }
 }
 
-void OutsideClicks::coverScreens(bool areCovered) {
-    if (areCovered != covers_.empty()) {
+void OutsideClicks::coverScreens() {
+    if (kind_ == Covers::none) {
         return;
     }
+    const auto clicked = [this] { clicked_(std::nullopt); };
+    for (QScreen* screen : QGuiApplication::screens()) {
+        if (kind_ == Covers::clickCatchers) {
+            covers_.emplace_back(new ClickCatcher(*screen, clicked));
+        } else {
+            covers_.emplace_back(new ScreenCover(*screen, clicked));
+        }
+    }
+}
+
+void OutsideClicks::uncoverScreens() {
     for (const auto& cover : covers_) {
         if (cover) {
             cover->hide();
@@ -83,11 +101,6 @@ void OutsideClicks::coverScreens(bool areCovered) {
         }
     }
     covers_.clear();
-    if (areCovered) {
-        for (QScreen* screen : QGuiApplication::screens()) {
-            covers_.emplace_back(new ScreenCover(*screen, [this] { clicked_(std::nullopt); }));
-        }
-    }
 }
 
 bool OutsideClicks::nativeEventFilter(const QByteArray&, void* message, qintptr*) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "desktop/statusitem/ClickCatcher.h"
-#include "desktop/statusitem/ScreenCover.h"
+#include "desktop/statusitem/ScreenWatch.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPoint>
 #include <QPointer>
+#include <QWindow>
 
 #include <cstdint>
 #include <functional>
@@ -16,8 +16,8 @@ namespace tidewell {
 
 /// Tells of mouse buttons that are pressed outside this program's windows, by raw events of XInput
 /// 2: bars and bare desktops take clicks, but not the focus. The clicks still reach whom they are
-/// for; under XWayland a `ClickCatcher` takes them instead, with Wayland's layer shell a
-/// `ScreenCover` on each screen. Silent without any of these. Main thread.
+/// for; on each screen a `ClickCatcher` takes them instead under XWayland, a `ScreenCover` with
+/// Wayland's layer shell. Silent without any of these. Main thread.
 class OutsideClicks final : private QAbstractNativeEventFilter {
 public:
     /// `clicked` gets the place of a click that reaches somebody else, too. After the application
@@ -34,12 +34,15 @@ public:
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
-    void coverScreens(bool areCovered);
+    enum class Covers { none, clickCatchers, screenCovers };
+
+    void coverScreens();
+    void uncoverScreens();
 
     std::function<void(std::optional<QPoint> passed)> clicked_;
-    std::optional<ClickCatcher> catcher_;
-    bool coversScreens_;
-    std::vector<QPointer<ScreenCover>> covers_;
+    Covers kind_ = Covers::none;
+    std::vector<QPointer<QWindow>> covers_; // one for each screen while on
+    ScreenWatch screenWatch_;
     std::uint8_t extension_ = 0; // XInput's major opcode; 0 where there is none
 };
 

@@ -135,7 +135,11 @@ class TwoScreens(LabelWindow):
         return next((number for number, (left, right) in enumerate(self.SCREENS)
                      if left <= x and x + width <= right), None)
 
-    def test_have_the_panel_where_the_item_is_until_one_is_unplugged(self):
+    def wait_for_screen(self, tidewell, number):
+        wait_for(f"the panel on screen {number}", lambda: tidewell.panel() and
+                 self.screen_of(tidewell.panel()) == number)
+
+    def test_have_the_panel_where_the_item_is_as_they_come_and_go(self):
         tidewell = self.start_with_label()
         x, y, width, height = self.label
         self.assertEqual(self.screen_of(self.label), 0)
@@ -146,11 +150,13 @@ class TwoScreens(LabelWindow):
         self.desktop.drag((x + 10, y + 10), (x + 510, y + 10))
         self.wait_for_label(tidewell, (x + 500, y, width, height))
         self.desktop.click(x + 510, y + 10)
-        self.assertEqual(self.screen_of(tidewell.wait_for_panel()), 1)
-        self.desktop.unplug("right")
-        self.wait_for_label(tidewell, self.label)
-        wait_for("the panel on the screen that is left",
-                 lambda: tidewell.panel() and self.screen_of(tidewell.panel()) == 0)
+        self.wait_for_screen(tidewell, 1)
+        for screen, change in ((0, lambda: self.desktop.unplug("right")),
+                               (1, lambda: self.desktop.plug_in("right", 640, 900, 640)),
+                               (0, lambda: self.desktop.unplug("right"))):
+            change()
+            self.wait_for_screen(tidewell, screen)
+            self.assertEqual(self.screen_of(tidewell.label_window()), screen)
         self.desktop.press("Escape")
         tidewell.wait_for_no_panel()
 
