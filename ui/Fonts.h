@@ -14,9 +14,12 @@ enum class TextStyle {
     footnote,   ///< 10
 };
 
-/// `base` in the size and weight of a style. Sizes are device-independent pixels, whatever size the
-/// desktop's font has, so that windows of fixed sizes keep their proportions. Without `base`, the
-/// family is the one of the widget that the font is given to.
+/// What a size in device-independent pixels becomes where the application's font is large: more, up
+/// to a quarter, for which the windows of fixed sizes have room.
+int textSize(int usual);
+
+/// `base` in the size and weight of a style; titles have one size for everybody. Without `base`,
+/// the family is the one of the widget that the font is given to.
 QFont textFont(TextStyle style, QFont base = {});
 
 } // namespace tidewell

@@ -59,9 +59,9 @@ RowFonts::RowFonts(const QFont& system)
     : label(system)
     , value(QFontDatabase::systemFont(QFontDatabase::FixedFont))
     , remark(system) {
-    label.setPixelSize(13);
-    remark.setPixelSize(11);
-    value.setPixelSize(12);
+    label.setPixelSize(textSize(13));
+    remark.setPixelSize(textSize(11));
+    value.setPixelSize(textSize(12));
     value.setWeight(QFont::Medium);
 }
 

@@ -70,7 +70,8 @@ void VerticalBarWithText::hover(bool inside) {
 }
 
 QFont VerticalBarWithText::labelFont() {
-    QFont font = textFont(TextStyle::callout, QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(11); // no bar is wider for those who like large texts
     font.setWeight(QFont::DemiBold);
     return font;
 }

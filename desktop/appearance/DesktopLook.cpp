@@ -8,6 +8,8 @@
 #include <QFontDatabase>
 #include <QWidget>
 
+#include <optional>
+
 namespace tidewell {
 
 namespace {
@@ -26,6 +28,13 @@ QString installedFamily(const QString& font) {
         family = family.section(u' ', 0, -2);
     }
     return family;
+}
+
+/// In points; empty where none is told that anybody could read.
+std::optional<double> pointSize(const QString& font) {
+    const QString size = font.contains(u',') ? font.section(u',', 1, 1) : font.section(u' ', -1);
+    const double points = size.toDouble(); // 0 where it is no number
+    return points >= 6 && points <= 72 ? std::optional(points) : std::nullopt;
 }
 
 /// Whether `value` is `expected`; a number may come as a text, too.
@@ -75,6 +84,14 @@ DesktopLook::DesktopLook(const QDBusConnection& bus, const LookSettings& localSe
 
 void DesktopLook::takeFont(const QString& font, int rank) {
     fonts_[rank] = font;
+    for (const auto& [each, text] : fonts_) {
+        if (const auto points = pointSize(text)) {
+            QFont sized = QApplication::font();
+            sized.setPointSizeF(*points);
+            QApplication::setFont(sized);
+            break;
+        }
+    }
     if (isFontNeeded_) {
         useFont();
     }

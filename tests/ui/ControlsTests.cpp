@@ -1,5 +1,6 @@
 #include "ui/CheckBox.h"
 #include "ui/Drawing.h"
+#include "ui/Fonts.h"
 #include "ui/Geometry.h"
 #include "ui/LinearGauge.h"
 #include "ui/Palette.h"
@@ -10,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
@@ -135,6 +137,18 @@ TEST(Focus, IsMarkedForThoseWhoGetAboutByKeyboard) {
     QTest::keyClick(&first, Qt::Key_Tab);
     EXPECT_TRUE(showsFocus(second));
     EXPECT_FALSE(showsFocus(first));
+}
+
+TEST(Fonts, GrowWithTheDesktopsUpToAQuarter) {
+    const QFont usual = QApplication::font();
+    for (const auto& [points, size] : {std::pair(8.0, 12), {11.0, 12}, {12.0, 13}, {20.0, 15}}) {
+        QFont font = usual;
+        font.setPointSizeF(points);
+        QApplication::setFont(font);
+        EXPECT_EQ(textFont(TextStyle::body).pixelSize(), size);
+        EXPECT_EQ(textFont(TextStyle::title).pixelSize(), 20);
+    }
+    QApplication::setFont(usual);
 }
 
 TEST(Style, DrawsButtonsAndPickersAlike) {

@@ -76,6 +76,9 @@ THEME_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
   <property name="Net" type="empty">
     <property name="ThemeName" type="string" value="{theme}"/>
   </property>
+  <property name="Gtk" type="empty">
+    <property name="FontName" type="string" value="{font}"/>
+  </property>
 </channel>
 """
 
@@ -212,9 +215,9 @@ class Desktop(Session):
     """
 
     def __init__(self, host="xfce", notifications=None, dark=False, scale=1, size=(1280, 900),
-                 window_manager=("openbox", "--sm-disable"), contrast=False):
+                 window_manager=("openbox", "--sm-disable"), contrast=False, font="Inter 10"):
         self.host, self.notifications, self.dark, self.scale = host, notifications, dark, scale
-        self.contrast = contrast
+        self.contrast, self.font = contrast, font
         self.window_manager = window_manager
         self.size = tuple(int(scale * length) for length in size)
         super().__init__(pathlib.Path(tempfile.mkdtemp(prefix="tidewell-desktop-")))
@@ -261,7 +264,7 @@ class Desktop(Session):
         settings.mkdir(parents=True)
         (settings / "xfce4-panel.xml").write_text(
             PANEL_SETTINGS.format(dark=str(self.dark).lower()))
-        (settings / "xsettings.xml").write_text(THEME_SETTINGS.format(theme=theme))
+        (settings / "xsettings.xml").write_text(THEME_SETTINGS.format(theme=theme, font=self.font))
         fonts = self.folder / "config/fontconfig"
         fonts.mkdir()
         (fonts / "fonts.conf").write_text(FONT_SETTINGS)

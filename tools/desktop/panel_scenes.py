@@ -57,6 +57,7 @@ class Scene:
     size: tuple = (1280, 900)
     notifications: str | None = "xfce4-notifyd"
     applications: bool = False
+    font: str = "Inter 10"
     tip: int | None = None  # the row of the process window at which the pointer rests
     item_left: bool = False
 
@@ -100,6 +101,8 @@ SCENES = {
     "contrast-processes": dataclasses.replace(PROCESSES, contrast=True),
     "contrast-prompt": Scene(notifications=None, contrast=True, dark=True),
     "scale-one-and-a-quarter": Scene(scale=1.25),
+    "large-font": Scene(font="Inter 20", notifications=None),
+    "large-font-german": Scene(font="Inter 20", locale="de_DE.UTF-8"),
     "low-screen": Scene(size=(1024, 600)),
     "laptop-screen": Scene(size=(1366, 768)),
     "half-of-1080": Scene(size=(960, 540), scale=2),
@@ -138,7 +141,8 @@ def open_panel(tidewell, item_left):
 def take_scene(photographer, name, scene):
     photographer.scale = scene.scale
     with Desktop(host="xfce", notifications=scene.notifications, dark=scene.dark,
-                 contrast=scene.contrast, scale=scene.scale, size=scene.size) as desktop:
+                 contrast=scene.contrast, scale=scene.scale, size=scene.size,
+                 font=scene.font) as desktop:
         desktop.environment["LC_ALL"] = scene.locale
         desktop.environment["LANGUAGE"] = scene.locale
         figures = desktop.folder / "meminfo"

@@ -111,13 +111,14 @@ TEST_F(DesktopSettings, WantAnimationsUnlessOneSaysNo) {
     }
 }
 
-TEST_F(DesktopSettings, GiveTheFontFamilyAndTheDesktopsOwnBeforeGnomes) {
+TEST_F(DesktopSettings, GiveTheFontAndTheDesktopsOwnBeforeGnomes) {
     startServices();
     const QString family = QFontDatabase::families().value(0);
     const QFont usual = QApplication::font();
-    for (const auto& [key, value] : {std::pair(u"font-name"_s, family + u" Bold 11"_s),
-                                     {u"font"_s, family + u",10,-1,5,50,0,0,0,0,0"_s},
-                                     {u"/Gtk/FontName"_s, family + u' ' + family + u", 10"_s}}) {
+    for (const auto& [key, value, size] :
+         {std::tuple(u"font-name"_s, family + u" Bold 11"_s, 11),
+          {u"font"_s, family + u",20,-1,5,50,0,0,0,0,0"_s, 20},
+          {u"/Gtk/FontName"_s, family + u' ' + family + u", 10"_s, 10}}) {
         QApplication::setFont(QFont(u"None such"_s, 7));
         values = {{u"font-name"_s, u"Not Installed 10"_s}, {key, value}};
         const DesktopLook look(bus.connect(), {});
@@ -129,7 +130,7 @@ TEST_F(DesktopSettings, GiveTheFontFamilyAndTheDesktopsOwnBeforeGnomes) {
         EXPECT_TRUE(comesTrue([&] { return QApplication::font().family() == family; }))
             << key.toStdString() << ": " << family.toStdString() << " is not "
             << QApplication::font().family().toStdString();
-        EXPECT_EQ(QApplication::font().pointSize(), 7) << "sizes are the layout's";
+        EXPECT_EQ(QApplication::font().pointSize(), size);
     }
     QApplication::setFont(usual);
 }
