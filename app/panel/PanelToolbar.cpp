@@ -23,18 +23,20 @@ PanelToolbar::PanelToolbar(const QString& applicationName, SceneWindows& windows
     layout->setSpacing(0);
     const QKeySequence settings(Qt::CTRL | Qt::Key_Comma);
     const QKeySequence quit(Qt::CTRL | Qt::Key_Q);
-    add("info.circle", tr("About %1").arg(applicationName), {},
+    add("info.circle", tr("About"), tr("About %1").arg(applicationName), {},
         [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::about); });
-    add("gear", tr("Go to Settings - %1").arg(settings.toString(QKeySequence::NativeText)),
-        settings, [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::settings); });
-    add("power", tr("Quit %1 - %2").arg(applicationName, quit.toString(QKeySequence::NativeText)),
-        quit, confirmQuit);
+    add("gear", tr("Settings"),
+        tr("Go to Settings - %1").arg(settings.toString(QKeySequence::NativeText)), settings,
+        [&windows] { windows.openAuxiliaryWindow(SceneIdentifier::settings); });
+    add("power", tr("Quit"),
+        tr("Quit %1 - %2").arg(applicationName, quit.toString(QKeySequence::NativeText)), quit,
+        confirmQuit);
     adjustSize();
 }
 
-void PanelToolbar::add(std::string_view symbol, const QString& help, const QKeySequence& keys,
-                       const std::function<void()>& action) {
-    auto* button = new SymbolButton(symbol, help);
+void PanelToolbar::add(std::string_view symbol, const QString& name, const QString& help,
+                       const QKeySequence& keys, const std::function<void()>& action) {
+    auto* button = new SymbolButton(symbol, name);
     button->setFixedSize(buttonSize, buttonSize);
     button->setToolTip(help);
     if (!keys.isEmpty()) {

@@ -21,8 +21,8 @@ public:
                  const std::function<void()>& confirmQuit, QWidget* parent);
 
 private:
-    void add(std::string_view symbol, const QString& help, const QKeySequence& keys,
-             const std::function<void()>& action);
+    void add(std::string_view symbol, const QString& name, const QString& help,
+             const QKeySequence& keys, const std::function<void()>& action);
 };
 
 } // namespace tidewell

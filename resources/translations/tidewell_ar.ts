@@ -453,6 +453,18 @@
         <source>Quit %1 - %2</source>
         <translation>إنهاء %1 - %2</translation>
     </message>
+    <message>
+        <source>About</source>
+        <translation>حول</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>إنهاء</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::PollingSettings</name>

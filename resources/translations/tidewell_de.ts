@@ -453,6 +453,18 @@
         <source>Quit %1 - %2</source>
         <translation>%1 beenden - %2</translation>
     </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::PollingSettings</name>

@@ -453,6 +453,18 @@
         <source>Quit %1 - %2</source>
         <translation>Salir de %1 - %2</translation>
     </message>
+    <message>
+        <source>About</source>
+        <translation>Acerca de</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::PollingSettings</name>

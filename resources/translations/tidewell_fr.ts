@@ -453,6 +453,18 @@
         <source>Quit %1 - %2</source>
         <translation>Quitter %1 - %2</translation>
     </message>
+    <message>
+        <source>About</source>
+        <translation>À propos</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::PollingSettings</name>

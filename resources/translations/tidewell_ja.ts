@@ -453,6 +453,18 @@
         <source>Quit %1 - %2</source>
         <translation>%1 を終了 - %2</translation>
     </message>
+    <message>
+        <source>About</source>
+        <translation>情報</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
+    </message>
 </context>
 <context>
     <name>tidewell::PollingSettings</name>

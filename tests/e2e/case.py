@@ -6,13 +6,11 @@ import stat
 import sys
 import unittest
 
-import dbus
-from desktop import Desktop, wait_for
+from accessibility import ScreenReader
+from desktop import Desktop
 from program import Tidewell, meminfo
 from Xlib import X, display, protocol
 
-ACCESSIBLE = "org.a11y.atspi.Accessible"
-CHECKED, FOCUSED = 4, 12  # states
 JOURNAL = "/run/systemd/journal/socket"
 
 
@@ -86,50 +84,7 @@ class ScreenReaderCase(DesktopCase):
 
     def setUp(self):
         super().setUp()
-        self.desktop.start("/usr/libexec/at-spi-bus-launcher", "--launch-immediately",
-                           environment={"GSETTINGS_BACKEND": "memory"})
-        wait_for("the accessibility bus", lambda: self.desktop.owner("org.a11y.Bus"))
-        self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties",
-                          "Set", "org.a11y.Status", "IsEnabled", dbus.Boolean(True),
-                          signature="ssv")
-        address = str(self.desktop.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
-                                        "GetAddress"))
-        self.accessibility_bus = self.desktop.bus(address)
-
-    def ask(self, node, interface, method, signature="", arguments=()):
-        return self.accessibility_bus.call_blocking(*node, interface, method, signature, arguments,
-                                                    timeout=5)
-
-    def property(self, node, interface, name):
-        return self.ask(node, "org.freedesktop.DBus.Properties", "Get", "ss", (interface, name))
-
-    def is_in_state(self, node, state):
-        low, high = self.ask(node, ACCESSIBLE, "GetState")
-        return bool((low | high << 32) >> state & 1)
-
-    def middle(self, node):
-        """Where its middle is on the screen, in pixels."""
-        x, y, width, height = self.ask(node, "org.a11y.atspi.Component", "GetExtents", "u", (0,))
-        return x + width // 2, y + height // 2
-
-    def described(self, node, lists=True):
-        """{(role, name): node} of everything below a node, or all but the rows of lists."""
-        found = {}
-        for child in self.ask(node, ACCESSIBLE, "GetChildren"):
-            child = tuple(map(str, child))
-            key = (str(self.ask(child, ACCESSIBLE, "GetRoleName")),
-                   str(self.property(child, ACCESSIBLE, "Name")))
-            found[key] = child
-            if lists or key[0] != "list":
-                found.update(self.described(child, lists))
-        return found
-
-    def parts(self, lists=True):
-        """{(role, name): node} of all that the program shows, or all but the rows of lists."""
-        root = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
-        wait_for("the program on the accessibility bus",
-                 lambda: self.ask(root, ACCESSIBLE, "GetChildren"))
-        return self.described(root, lists)
+        self.reader = ScreenReader(self.desktop)
 
 
 class StoreWatch:

@@ -19,7 +19,7 @@ class LiveFigures(ScreenReaderCase):
 
     def figures(self):
         """{label: bytes and precision} of the panel; empty while it has none."""
-        rows = [figure_of(name) for role, name in self.parts()
+        rows = [figure_of(name) for role, name in self.reader.parts()
                 if role == "list item" and name.rpartition(" ")[2] in UNITS]
         return {label: figure for label, *figure in rows}
 

@@ -6,7 +6,8 @@ import signal
 from pathlib import Path
 
 import dbus
-from case import ACCESSIBLE, FOCUSED, ScreenReaderCase
+from accessibility import ACCESSIBLE, FOCUSED
+from case import ScreenReaderCase
 from desktop import DesktopError, wait_for
 from test_figures import figure_of
 
@@ -61,9 +62,9 @@ class ProcessWindow(ScreenReaderCase):
 
     def open_panel(self):
         self.tidewell = self.start_with_panel()
-        parts = self.parts(lists=False)
+        parts = self.reader.parts(lists=False)
         self.content, self.figures = parts["frame", "Tidewell"], parts["list", "General"]
-        self.inside, self.gauge, self.swap = map(self.middle, (
+        self.inside, self.gauge, self.swap = map(self.reader.middle, (
             self.figures, parts["progress bar", "Pressure"], parts["panel", "Swap"]))
 
     def wait_until_open(self):
@@ -73,7 +74,7 @@ class ProcessWindow(ScreenReaderCase):
         wait_for("the process window's end", lambda: not self.tidewell.process_window())
 
     def wait_until_focused(self, node):
-        wait_for("the focus", lambda: self.is_in_state(node, FOCUSED))
+        wait_for("the focus", lambda: self.reader.is_in_state(node, FOCUSED))
 
     def test_goes_with_the_pointer(self):
         self.open_panel()
@@ -142,15 +143,15 @@ class ProcessWindow(ScreenReaderCase):
         self.open_panel()
         self.desktop.glide(self.gauge, self.inside)
         self.tidewell.wait_for_focus(self.wait_until_open())
-        self.rows = self.parts(lists=False)["list", "Processes"]
+        self.rows = self.reader.parts(lists=False)["list", "Processes"]
 
     def row_texts(self, name="Name"):
         """Of the rows that are there until they have been read."""
         texts = []
         with contextlib.suppress(dbus.DBusException):
-            for row in self.ask(self.rows, ACCESSIBLE, "GetChildren"):
+            for row in self.reader.ask(self.rows, ACCESSIBLE, "GetChildren"):
                 with contextlib.suppress(dbus.DBusException):
-                    texts.append(str(self.property(tuple(map(str, row)), ACCESSIBLE, name)))
+                    texts.append(str(self.reader.property(tuple(map(str, row)), ACCESSIBLE, name)))
         return texts
 
     def wait_for_agreement(self, programs):
@@ -221,11 +222,11 @@ class ProcessWindow(ScreenReaderCase):
             self.desktop.press("Down")  # again, should the first row have gone
             focused = 0
             with contextlib.suppress(dbus.DBusException):  # another went
-                for row in self.ask(self.rows, ACCESSIBLE, "GetChildren"):
-                    focused += self.is_in_state(tuple(map(str, row)), FOCUSED)
+                for row in self.reader.ask(self.rows, ACCESSIBLE, "GetChildren"):
+                    focused += self.reader.is_in_state(tuple(map(str, row)), FOCUSED)
             return focused == 1  # not so while it moves on
         wait_for("the focus of one row", is_one_focused)
-        roles = {role for role, _ in self.parts(lists=False)}
+        roles = {role for role, _ in self.reader.parts(lists=False)}
         self.assertIn("frame", roles)
 
     def test_stops_its_work_when_it_closes(self):

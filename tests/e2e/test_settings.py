@@ -2,7 +2,8 @@ import json
 import pathlib
 import time
 
-from case import CHECKED, ScreenReaderCase
+from accessibility import CHECKED
+from case import ScreenReaderCase
 from desktop import wait_for
 from program import executable
 
@@ -17,18 +18,18 @@ class Settings(ScreenReaderCase):
         self.tidewell = self.start_with_panel()
         self.desktop.press("ctrl+comma")
         wait_for("the settings", lambda: self.desktop.windows("--name", "^Tidewell Settings$"))
-        self.controls = self.parts(lists=False)
+        self.controls = self.reader.parts(lists=False)
         self.slider = self.controls["slider", "Polling interval in seconds"]
 
     def is_checked(self, name):
-        return self.is_in_state(self.controls["check box", name], CHECKED)
+        return self.reader.is_in_state(self.controls["check box", name], CHECKED)
 
     def stored(self, key):
         file = self.tidewell.store_file()
         return json.loads(file.read_text()).get(key) if file.exists() else None
 
     def click(self, name, is_on):
-        self.desktop.click(*self.middle(self.controls["check box", name]))
+        self.desktop.click(*self.reader.middle(self.controls["check box", name]))
         wait_for(f"{name!r} to be {is_on}", lambda: self.is_checked(name) is is_on)
 
     def quit_at_once(self):
@@ -39,7 +40,7 @@ class Settings(ScreenReaderCase):
 
     def test_take_effect_at_once_and_last(self):
         self.open()
-        self.assertEqual(self.property(self.slider, VALUE, "CurrentValue"), 5)
+        self.assertEqual(self.reader.property(self.slider, VALUE, "CurrentValue"), 5)
         self.click(CONFIRM, False)
         wait_for("the choice in the store", lambda: self.stored("_confimQuitOnExit") is False)
         self.desktop.press("Tab", "Tab", "Left", "Left")  # by way of the hare
@@ -53,7 +54,7 @@ class Settings(ScreenReaderCase):
 
         self.open()
         self.assertFalse(self.is_checked(CONFIRM))
-        self.assertEqual(self.property(self.slider, VALUE, "CurrentValue"), 3)
+        self.assertEqual(self.reader.property(self.slider, VALUE, "CurrentValue"), 3)
         self.quit_at_once()
 
     def test_start_the_program_at_login(self):

@@ -27,14 +27,14 @@ class UpdateWindows(ScreenReaderCase):
     def wait_for_button(self, name):
         def shown():
             try:
-                return self.parts().get(("push button", name))
+                return self.reader.parts().get(("push button", name))
             except dbus.DBusException:
                 return None  # it changed while it was looked at
         return wait_for(f"the button {name!r}", shown)
 
     def begin_installing(self):
         """The update that was found, by way of the panel's mark."""
-        self.ask(self.wait_for_button("Update available!"), ACTION, "DoAction", "i", (0,))
+        self.reader.ask(self.wait_for_button("Update available!"), ACTION, "DoAction", "i", (0,))
         self.wait_for_button("Install")
         self.desktop.press("Return")
 
@@ -85,7 +85,7 @@ class Updates(UpdateWindows):
                 self.desktop.press("ctrl+comma")
                 wait_for("the settings",
                          lambda: self.desktop.windows("--name", "^Tidewell Settings$"))
-                names = {name for _, name in self.parts(lists=False)}
+                names = {name for _, name in self.reader.parts(lists=False)}
                 self.assertIn("Confirm quit on exit", names)
                 self.assertIs("Check for Updates now" in names, lacking is None)
                 self.assertEqual(tidewell.end(signal.SIGTERM), 0)

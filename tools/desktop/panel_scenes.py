@@ -5,6 +5,7 @@ window shows the desktop's own processes alone.
 """
 
 import dataclasses
+import subprocess
 import sys
 
 import dbus
@@ -109,6 +110,18 @@ SCENES = {
 }
 
 
+# How the four levels look to those who lack a kind of cone: Machado, Oliveira and Fernandes, 2009, of
+# linear red, green and blue.
+COLOUR_BLIND = {
+    "protanopia": "0.152286 1.052583 -0.204868 0.114503 0.786281 0.099216 "
+                  "-0.003882 -0.048116 1.051998",
+    "deuteranopia": "0.367322 0.860646 -0.227968 0.280085 0.672501 0.047413 "
+                    "-0.011820 0.042940 0.968881",
+    "tritanopia": "1.255528 -0.076749 -0.178779 -0.078411 0.930809 0.147602 "
+                  "0.004733 0.691367 0.303900",
+}
+
+
 def start_applications(desktop):
     """Files that tell of the applications' memory, by the paths where they are read."""
     files = {}
@@ -168,19 +181,32 @@ def take_scene(photographer, name, scene):
         margin = int(16 * scene.scale)
         left = x - margin if scene.pointer != FIGURES else 0
         photographer.when_still(desktop, (x, y, width, int(150 * scene.scale)))
-        print(desktop.picture(photographer.folder / f"{name}.png",
-                              crop=(left, 0, desktop.size[0] - left,
-                                    min(y + height + margin, desktop.size[1]))), flush=True)
+        return desktop.picture(photographer.folder / f"{name}.png",
+                               crop=(left, 0, desktop.size[0] - left,
+                                     min(y + height + margin, desktop.size[1])))
+
+
+def take_levels(photographer, name):
+    """The four levels side by side, as they are seen with that colour blindness."""
+    levels = [take_scene(photographer, f"level-{level}",
+                         Scene(level=level, notifications=None))  # no alerts on it
+              for level in ("none", "low", "warn", "high")]
+    picture = photographer.folder / f"{name}.png"
+    subprocess.run(["convert", *map(str, levels), "+append", "-colorspace", "RGB",
+                    "-color-matrix", COLOUR_BLIND[name], "-colorspace", "sRGB", str(picture)],
+                   check=True)
+    return picture
 
 
 def take_scenes(photographer, arguments):
-    for name in arguments.scene or SCENES:
-        take_scene(photographer, name, SCENES[name])
+    for name in arguments.scene or (*SCENES, *COLOUR_BLIND):
+        print(take_scene(photographer, name, SCENES[name]) if name in SCENES
+              else take_levels(photographer, name), flush=True)
 
 
 def main():
     parser = command_line(__doc__)
-    parser.add_argument("scene", nargs="*", choices=[[], *SCENES])
+    parser.add_argument("scene", nargs="*", choices=[[], *SCENES, *COLOUR_BLIND])
     return photograph(parser, take_scenes)
 
 
