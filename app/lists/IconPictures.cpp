@@ -2,24 +2,26 @@
 
 #include "ui/DevicePixels.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <QBuffer>
+#include <QFile>
 #include <QFileSystemWatcher>
 #include <QIcon>
+#include <QImageReader>
 #include <QPainter>
 
 namespace tidewell {
 
 namespace {
 
-QIcon iconFor(const QString& icon) {
-    if (!QDir::isAbsolutePath(icon)) {
-        return QIcon::fromTheme(icon);
+QPixmap pixmapOf(const ThemeIcon& icon, const QSize& size, double scale) {
+    if (!icon.isFile()) {
+        return QIcon::fromTheme(QString::fromStdString(icon.name())).pixmap(size, scale);
     }
-    // An entry can name anything: a pipe would be waited for, a large file decoded for long.
-    constexpr qint64 largest = qint64{4} << 20U; // bytes
-    const QFileInfo file(icon);
-    return file.isFile() && file.size() <= largest ? QIcon(icon) : QIcon();
+    auto content = QByteArray::fromStdString(icon.content());
+    QBuffer file(&content);
+    QImageReader reader(&file);
+    reader.setScaledSize(reader.size().scaled(size * scale, Qt::KeepAspectRatio));
+    return QPixmap::fromImage(reader.read());
 }
 
 } // namespace
@@ -33,15 +35,13 @@ void IconPictures::forget() {
     pixmaps_.clear();
     watcher_ = std::make_unique<QFileSystemWatcher>(); // what was removed is watched no more
     watchTheme();
-    const auto changed = [this] {
+    QObject::connect(watcher_.get(), &QFileSystemWatcher::directoryChanged, [this] {
         QFileSystemWatcher* const teller = watcher_.release();
         teller->disconnect(); // it may have more to tell of the same change
         teller->deleteLater();
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths()); // clears QIcon's cache, too
         filesChanged_();
-    };
-    QObject::connect(watcher_.get(), &QFileSystemWatcher::directoryChanged, changed);
-    QObject::connect(watcher_.get(), &QFileSystemWatcher::fileChanged, changed);
+    });
 }
 
 /// A theme has a hundred folders. Installers that put an icon into one of them must touch the
@@ -74,14 +74,11 @@ void IconPictures::draw(QPainter& painter, const QRectF& square, const ThemeIcon
     auto found = pixmaps_.find(name);
     if (found == pixmaps_.end()) {
         const QSize size = square.size().toSize();
-        QPixmap pixmap = iconFor(name).pixmap(size, scale);
+        QPixmap pixmap = pixmapOf(icon, size, scale);
         if (pixmap.isNull()) {
-            pixmap = iconFor(QString::fromLatin1(ThemeIcon::executable)).pixmap(size, scale);
+            pixmap = pixmapOf(ThemeIcon(ThemeIcon::executable), size, scale);
         }
         found = pixmaps_.insert(name, pixmap);
-        if (QDir::isAbsolutePath(name) && QFile::exists(name)) {
-            watcher_->addPath(name);
-        }
     }
     if (!found->isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform); // smaller ones are stretched

@@ -2,6 +2,7 @@
 
 #include "base/runtime/Waiting.h"
 #include "base/text/UserLocale.h"
+#include "base/values/ReadFile.h"
 #include "model/processes/linux/ApplicationGroups.h"
 #include "model/processes/linux/MemoryShares.h"
 #include "model/processes/linux/ProcessFiles.h"
@@ -10,8 +11,11 @@
 #include <cstdint>
 #include <limits>
 #include <map>
-#include <unistd.h>
+#include <unordered_map>
 #include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace tidewell {
 
@@ -39,14 +43,16 @@ private:
     void update();
     bool readMemory(Process& process);
     bool isStill(Process& process, const ProcessFolder::Listed& listed);
-    RunningApplication describe(const ApplicationGroup& group) const;
+    RunningApplication describe(const ApplicationGroup& group);
+    const ThemeIcon& withContent(const ThemeIcon& icon);
 
     ProcessFolder folder_;
     std::uint32_t user_;
     std::unique_ptr<DesktopEntries> entries_;
     std::uint64_t pageSize_;
     ThemeIcon executable_{ThemeIcon::executable};
-    std::vector<Process> known_;                          // by id
+    std::unordered_map<std::string, ThemeIcon> iconFiles_; // by path
+    std::vector<Process> known_;                           // by id
     std::map<ProcessIdentifier, std::uint64_t> departed_; // by leader: what those that ended shared
     MemoryShares shares_;
     std::uint64_t look_ = 0; // numbers them
@@ -92,11 +98,13 @@ LinuxApplicationSource::ProcessTable::ProcessTable(const std::string& processFol
 void LinuxApplicationSource::ProcessTable::forget() {
     known_ = {};
     shares_ = {};
+    iconFiles_.clear();
 }
 
 ApplicationList LinuxApplicationSource::ProcessTable::look() {
     ++look_;
     if (entries_->refresh()) {
+        iconFiles_.clear();
         for (Process& process : known_) {
             process.findEntries(*entries_);
         }
@@ -165,8 +173,7 @@ bool LinuxApplicationSource::ProcessTable::isStill(Process& process,
            (!process.isWanted || readMemory(process)) && (!isDue || isUnchanged(folder_, process));
 }
 
-RunningApplication
-LinuxApplicationSource::ProcessTable::describe(const ApplicationGroup& group) const {
+RunningApplication LinuxApplicationSource::ProcessTable::describe(const ApplicationGroup& group) {
     auto usage = std::make_shared<ApplicationUsage>();
     usage->leader = group.leader->id;
     std::optional<std::uint64_t> memory;
@@ -195,9 +202,24 @@ LinuxApplicationSource::ProcessTable::describe(const ApplicationGroup& group) co
     return {.localizedName = entry != nullptr && entry->name ? entry->name
                              : own.empty()                   ? std::nullopt
                                                              : std::optional(own),
-            .icon = entry != nullptr && entry->icon ? *entry->icon : executable_,
+            .icon = entry != nullptr && entry->icon ? withContent(*entry->icon) : executable_,
             .memory = memory,
             .usage = std::move(usage)};
+}
+
+/// Read here, where a file system that hangs keeps nobody else waiting.
+const ThemeIcon& LinuxApplicationSource::ProcessTable::withContent(const ThemeIcon& icon) {
+    constexpr std::size_t largest = std::size_t{1} << 20U;
+    if (!icon.isFile()) {
+        return icon;
+    }
+    const auto [known, isNew] = iconFiles_.try_emplace(icon.name(), icon);
+    if (isNew) {
+        if (auto content = readFile(AT_FDCWD, icon.name().c_str(), largest)) {
+            known->second = ThemeIcon(icon.name(), *std::move(content));
+        }
+    }
+    return known->second;
 }
 
 } // namespace tidewell

@@ -12,7 +12,6 @@ namespace {
 
 TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
     const TemporaryFolder folder;
-    const std::string file = folder.path() / "file.png";
     const auto write = [&folder](const std::string& name, QColor colour) {
         QImage image(16, 16, QImage::Format_ARGB32);
         image.fill(colour);
@@ -28,21 +27,22 @@ TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
 
     int changes = 0;
     IconPictures pictures([&changes] { ++changes; });
-    const auto colourOf = [&pictures](const std::string& icon) {
+    const auto colourOf = [&pictures](const std::string& name, const std::string& content = {}) {
         QImage canvas(16, 16, QImage::Format_ARGB32);
         canvas.fill(Qt::white);
         QPainter painter(&canvas);
-        pictures.draw(painter, QRectF(0, 0, 16, 16), ThemeIcon(icon));
+        pictures.draw(painter, QRectF(0, 0, 16, 16), ThemeIcon(name, content));
         return canvas.pixelColor(8, 8);
     };
     EXPECT_EQ(colourOf("known"), QColor(Qt::red));
     EXPECT_EQ(colourOf("unknown"), QColor(Qt::green));
-    EXPECT_EQ(colourOf(file), QColor(Qt::blue));
-    EXPECT_EQ(colourOf("/nowhere.png"), QColor(Qt::green));
+    EXPECT_EQ(colourOf("/file", readText(folder.path() / "file.png")), QColor(Qt::blue));
+    EXPECT_EQ(colourOf((folder.path() / "file.png").string()), QColor(Qt::green)) << "not read";
 
-    write("file.png", Qt::yellow);
+    write("own/16/known.png", Qt::yellow);
+    folder.write("own/touched", "");
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
-    EXPECT_EQ(colourOf(file), QColor(Qt::yellow));
+    EXPECT_EQ(colourOf("known"), QColor(Qt::yellow));
 }
 
 } // namespace

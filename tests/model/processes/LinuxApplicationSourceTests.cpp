@@ -347,8 +347,10 @@ TEST_F(LinuxApplicationSourceTest, SeesWhatAProcessHasBecomeWithinFiveLooksOrWhe
 TEST_F(LinuxApplicationSourceTest, KeepsWhatItKnowsUntilTheProcessOrTheEntriesChange) {
     run({.name = "edit", .id = 10, .command = "/usr/bin/edit"});
     EXPECT_THAT(look(), ElementsAre("edit"));
-    writeEntry("in/a/new/folder", "Name=Editor\nIcon=edit\nExec=edit\n");
-    EXPECT_THAT(look(), ElementsAre("Editor edit"));
+    const std::string file = folder.write("edit.png", "pixels");
+    writeEntry("in/a/new/folder", "Name=Editor\nIcon=" + file + "\nExec=edit\n");
+    EXPECT_THAT(look(), ElementsAre("Editor " + file));
+    EXPECT_EQ(list.front().icon->content(), "pixels");
     const auto icon = list.front().icon;
     look();
     EXPECT_EQ(list.front().icon, icon) << "the same object";
