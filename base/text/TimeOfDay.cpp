@@ -35,8 +35,10 @@ std::string timeOfDayString(double timestamp, const std::string& localeIdentifie
         return {};
     }
     const auto offset = localOffset(timestamp);
+    const auto locale = icu::Locale::createCanonical(localeIdentifier.c_str());
+    // On a locale that is none, this would crash.
     const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createTimeInstance(
-        icu::DateFormat::kMedium, icu::Locale::createCanonical(localeIdentifier.c_str())));
+        icu::DateFormat::kMedium, locale.isBogus() ? icu::Locale::getRoot() : locale));
     if (!offset || !format) {
         return {};
     }

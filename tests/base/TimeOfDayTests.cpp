@@ -21,7 +21,7 @@ TEST(TimeOfDay, IsTheLocalesMediumTimeInTheMachinesZone) {
          {Case{summer, "de_DE.UTF-8", "14:03:27"}, Case{summer - 5 * 3600, "ja_JP", "9:03:27"},
           Case{winter, "de", "13:03:27"}, Case{-0.25, "de", "00:59:59"},
           Case{8.64e12, "de", "02:00:00"}, Case{8.64e12 + 1, "de", ""},
-          Case{std::nan(""), "de", ""}}) {
+          Case{std::nan(""), "de", ""}, Case{winter, "nolanguage", "13:03:27"}}) {
         EXPECT_EQ(timeOfDayString(time, locale), text) << time << " " << locale;
     }
     EXPECT_TRUE(timeOfDayString(winter, "en_US").ends_with("PM"));
@@ -31,7 +31,7 @@ TEST(UserLocale, IsThatOfTheCategoryUnlessAllAreOverridden) {
     using Variable = Variables::value_type;
     const ScopedEnvironment environment(
         {Variable("TZ", "UTC0"), Variable("LC_ALL", ""), Variable("LANG", "fa_IR.UTF-8"),
-         Variable("LC_NUMERIC", "de_DE.UTF-8"), Variable("LC_TIME", "")});
+         Variable("LC_NUMERIC", "de_DE.UTF-8"), Variable("LC_TIME", "/a/crash/in/ICU")});
     EXPECT_EQ(byteText(1'572'864), "1,5 MB");
     EXPECT_EQ(timeOfDayString(summer), "۱۲:۰۳:۲۷");
     const ScopedEnvironment overridden(Variables{{"LC_ALL", "C"}});
