@@ -38,7 +38,7 @@ std::string timeOfDayString(double timestamp, const std::string& localeIdentifie
     const auto locale = icu::Locale::createCanonical(localeIdentifier.c_str());
     // On a locale that is none, this would crash.
     const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createTimeInstance(
-        icu::DateFormat::kMedium, locale.isBogus() ? icu::Locale::getRoot() : locale));
+        icu::DateFormat::kMedium, locale.isBogus() != 0 ? icu::Locale::getRoot() : locale));
     if (!offset || !format) {
         return {};
     }

@@ -44,7 +44,7 @@ private:
     bool readMemory(Process& process);
     bool isStill(Process& process, const ProcessFolder::Listed& listed);
     RunningApplication describe(const ApplicationGroup& group);
-    const ThemeIcon& withContent(const ThemeIcon& icon);
+    ThemeIcon withContent(const ThemeIcon& icon);
 
     ProcessFolder folder_;
     std::uint32_t user_;
@@ -208,7 +208,7 @@ RunningApplication LinuxApplicationSource::ProcessTable::describe(const Applicat
 }
 
 /// Read here, where a file system that hangs keeps nobody else waiting.
-const ThemeIcon& LinuxApplicationSource::ProcessTable::withContent(const ThemeIcon& icon) {
+ThemeIcon LinuxApplicationSource::ProcessTable::withContent(const ThemeIcon& icon) {
     constexpr std::size_t largest = std::size_t{1} << 20U;
     if (!icon.isFile()) {
         return icon;

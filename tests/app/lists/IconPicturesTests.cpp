@@ -39,10 +39,10 @@ TEST(IconPictures, ShowTheThemesFilesAsTheyAreNow) {
     EXPECT_EQ(colourOf("/file", readText(folder.path() / "file.png")), QColor(Qt::blue));
     EXPECT_EQ(colourOf((folder.path() / "file.png").string()), QColor(Qt::green)) << "not read";
 
-    write("own/16/known.png", Qt::yellow);
+    write("own/16/unknown.png", Qt::yellow);
     folder.write("own/touched", "");
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
-    EXPECT_EQ(colourOf("known"), QColor(Qt::yellow));
+    EXPECT_EQ(colourOf("unknown"), QColor(Qt::yellow));
 }
 
 } // namespace
