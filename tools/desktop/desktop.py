@@ -111,7 +111,7 @@ class Session:
         self.environment = {}
         self._connections = {}
         self.bus_processes = {}
-        self._children = []
+        self.children = []
 
     # -- programs -----------------------------------------------------------------------------
 
@@ -122,7 +122,7 @@ class Session:
             child = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
                                      pass_fds=pass_fds, preexec_fn=die_with_parent,
                                      env={**self.environment, **(environment or {})})
-        self._children.append(child)
+        self.children.append(child)
         return child
 
     def start_display(self, size, scale=1):
@@ -326,7 +326,7 @@ class Desktop(Session):
             except OSError:
                 continue  # gone, or not ours
         # Our own children stay until they are waited for.
-        ended = {child.pid for child in self._children if child.poll() is not None}
+        ended = {child.pid for child in self.children if child.poll() is not None}
         return [number for number in found if number not in ended]
 
     def names_of_processes(self):

@@ -3,15 +3,18 @@
 import dataclasses
 
 from trial import (act_on_item, choose_open, click_middle_on_item, click_on_bar, click_on_desktop,
-                   click_on_other_window, cross_other_window, figure_is_told, hover_figures,
-                   label_is_in_bar, label_is_in_corner, leave, leave_by_process_window,
+                   click_on_other_window, cross_other_window, failure_is_logged, figure_is_told,
+                   hang_notifier, hover_figures, is_denied, is_shown_or_failure_is_logged,
+                   kill_notifier, label_is_in_bar, label_is_in_corner, leave,
+                   leave_by_process_window, notification_is_shown, notify,
                    open_and_close_settings, open_panel, other_window_has_focus,
                    panel_is_beside_item, panel_is_gone, panel_stays, press,
-                   process_window_is_beside_panel, process_window_is_gone, show_first_workspace,
-                   show_second_workspace, start, start_again, start_other_window, symbol_is_in_bar,
+                   process_window_is_beside_panel, process_window_is_gone, program_answers,
+                   show_first_workspace, show_second_workspace, sound_is_asked_for, start,
+                   start_again, start_other_window, start_to_notify, switch_off, symbol_is_in_bar,
                    task_bar_lists_none, tooltip_is_shown)
 
-COLUMNS = ("Item", "Panel", "Closes", "Process window", "Task bar", "Label")
+COLUMNS = ("Item", "Panel", "Closes", "Process window", "Task bar", "Label", "Notifications")
 
 
 @dataclasses.dataclass(frozen=True)
@@ -40,6 +43,18 @@ def shows_labels(desktop):
 
 def has_bar(desktop):
     return desktop.bar is not None
+
+
+def notifies(desktop):
+    return desktop.notifies and desktop.hosts_items
+
+
+def outlives_notifier(desktop):
+    return notifies(desktop) and desktop.outlives_notifier
+
+
+def has_notification_switch(desktop):
+    return notifies(desktop) and desktop.has_notification_switch
 
 
 def has_workspaces(desktop):
@@ -99,4 +114,14 @@ CASES = (
           panel_is_beside_item, press("Escape"), panel_is_gone, show_first_workspace,
           label_is_in_corner), has_workspaces),
     Case("Label", "in no task bar", (start, label_is_in_corner, task_bar_lists_none), unhosted),
+
+    Case("Notifications", "shown",
+         (notify, start_to_notify, notification_is_shown, sound_is_asked_for), notifies),
+    Case("Notifications", "switched off", (notify, switch_off, start, is_denied),
+         has_notification_switch),
+    Case("Notifications", "hanging daemon",
+         (notify, start_to_notify, hang_notifier, failure_is_logged, program_answers), notifies),
+    Case("Notifications", "dying daemon",
+         (notify, start_to_notify, kill_notifier, is_shown_or_failure_is_logged, program_answers),
+         outlives_notifier),
 )

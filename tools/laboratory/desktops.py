@@ -3,6 +3,7 @@ Debian release, as the user ann."""
 
 import os
 import pathlib
+import signal
 import time
 
 from desktop import Session, wait_for
@@ -11,6 +12,8 @@ from screens import LEFT, Area, differences
 
 # All runs are at this level, so that the symbol has a colour that nothing else on screen has.
 LEVEL = "low"
+DBUS = "org.freedesktop.DBus"
+NOTIFICATIONS = "org.freedesktop.Notifications"
 
 
 class RealDesktop(Session):
@@ -28,6 +31,10 @@ class RealDesktop(Session):
     shows_labels = False
     bar = None  # the Area of its bar
     workspaces = 1
+    notifies = False  # whether notifications are tried on it
+    notifier = None  # its daemon's program in /usr, where the bus starts one on demand
+    outlives_notifier = True
+    has_notification_switch = False
 
     def __init__(self, folder):
         super().__init__(folder)
@@ -41,9 +48,12 @@ class RealDesktop(Session):
         self.start("dbus-daemon", "--session", "--nofork", f"--address={address}")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         wait_for("the session bus", lambda: os.path.exists(f"{os.environ['XDG_RUNTIME_DIR']}/bus"))
-        # What the host asks of the item, to be read where a case fails.
+        # What the host asks of the item, to be read where a case fails, and what is notified of.
         self.start("dbus-monitor", "--address", address, "interface=org.kde.StatusNotifierItem",
                    name="host")
+        self.start("dbus-monitor", "--address", address, f"interface={NOTIFICATIONS}",
+                   name="notifications")
+        self.let_bus_start("/bin/false")
         self.start_session()
         self.settle()
         return self
@@ -76,6 +86,36 @@ class RealDesktop(Session):
 
     def wait_for_host(self):
         wait_for("a host of status items", self.hosts_status_items, timeout=60)
+
+    # -- notifications --------------------------------------------------------------------------
+
+    def let_bus_start(self, notifier):
+        """The bus starts that as the notification daemon, whatever else the tree has."""
+        self.write(".local/share/dbus-1/services/notifications.service",
+                   f"[D-BUS Service]\nName={NOTIFICATIONS}\nExec={notifier}\n")
+        self.call(DBUS, "/org/freedesktop/DBus", DBUS, "ReloadConfig")
+
+    def begin_to_notify(self):
+        """From here on notifications are shown, as they are not otherwise: they cover what the
+        other cases look at."""
+        self.let_bus_start(next(pathlib.Path("/usr").glob(self.notifier)))
+
+    def end_to_notify(self):
+        self.let_bus_start("/bin/false")
+        if self.owner(NOTIFICATIONS):
+            os.kill(self.notifier_process(), signal.SIGKILL)
+
+    def switch_notifications(self, are_on):
+        """Switches the program's notifications off or on, as the desktop's settings do."""
+        raise NotImplementedError
+
+    def notifier_capabilities(self):
+        return [str(each) for each in self.call(
+            NOTIFICATIONS, "/org/freedesktop/Notifications", NOTIFICATIONS, "GetCapabilities")]
+
+    def notifier_process(self):
+        return int(self.call(DBUS, "/org/freedesktop/DBus", DBUS, "GetConnectionUnixProcessID",
+                             NOTIFICATIONS))
 
     # -- a person at it -------------------------------------------------------------------------
 

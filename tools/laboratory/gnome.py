@@ -1,7 +1,9 @@
 """GNOME Shell without a screen: driven from inside, by what its own debugger evaluates."""
 
 import json
+import os
 import pathlib
+import signal
 import time
 
 from PIL import Image
@@ -10,6 +12,8 @@ from desktops import RealDesktop
 from screens import LEFT, Area, Window
 
 SHELL = ("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell")
+SWITCH = ("org.gnome.desktop.notifications.application:"
+          "/org/gnome/desktop/notifications/application/net-tidewell-tidewell/")
 DEVICES = """(() => {
     const C = imports.gi.Clutter;
     const seat = global.stage.get_context().get_backend().get_default_seat();
@@ -37,6 +41,9 @@ class Gnome(RealDesktop):
     shows_tooltips = False
     shows_labels = True
     extension = "'ubuntu-appindicators@ubuntu.com'"
+    notifies = True
+    outlives_notifier = False  # its shell is the daemon
+    has_notification_switch = True
 
     def start_session(self):
         for schema, key, value in (
@@ -65,6 +72,23 @@ class Gnome(RealDesktop):
         wait_for("the overview's end",
                  lambda: self.answers("Main.overview.hide(); Main.overview.visible") is False)
         self.evaluate(DEVICES)
+
+    def show_banners(self, are_shown):
+        self.run("gsettings", "set", "org.gnome.desktop.notifications", "show-banners",
+                 str(are_shown).lower())
+
+    def begin_to_notify(self):
+        self.show_banners(True)
+
+    def end_to_notify(self):
+        os.kill(self.notifier_process(), signal.SIGCONT)
+        # While nobody moves the pointer a banner stays.
+        self.evaluate("Main.messageTray.getSources().forEach(each => each.destroy()); 1")
+        self.show_banners(False)
+        self.switch_notifications(True)
+
+    def switch_notifications(self, are_on):
+        self.run("gsettings", "set", SWITCH, "enable", str(are_on).lower())
 
     def evaluate(self, script):
         succeeded, answer = self.call(*SHELL, "Eval", script, signature="s")

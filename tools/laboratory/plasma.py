@@ -3,15 +3,16 @@
 import json
 import os
 import pathlib
+import signal
 
 from desktop import wait_for
-from desktops import RealDesktop
+from desktops import NOTIFICATIONS, RealDesktop
 from screens import Area, Window, XScreen
 
 # KWin runs it, and writes the answer to its log.
 LIST_WINDOWS = """console.info("WINDOWS " + JSON.stringify(
     workspace.windowList().filter(w => w.managed && !w.minimized && !w.hidden && !w.deleted).map(w => (
-        {title: w.caption, process: w.pid, listed: !w.skipTaskbar, focus: w.active,
+        {title: w.caption, process: w.pid, listed: !w.skipTaskbar && !w.popupWindow, focus: w.active,
          area: [w.frameGeometry.x, w.frameGeometry.y, w.frameGeometry.width,
                 w.frameGeometry.height]}))));
 """
@@ -26,6 +27,8 @@ class Plasma(RealDesktop):
                "XDG_CONFIG_DIRS": "/etc/xdg", "QT_QUICK_BACKEND": "software"}
     bar = Area(0, 840, 1280, 60)
     edge = "bottom"
+    notifies = True
+    has_notification_switch = True
 
     def start_session(self):
         outer = self.start_display(self.size)
@@ -50,8 +53,26 @@ class Plasma(RealDesktop):
         wait_for("KWin's scripts", lambda: self.owner("org.kde.KWin"))
         self.start("kded6")
         self.start(str(next(pathlib.Path("/usr/lib").glob("*/libexec/kactivitymanagerd"))))
+        self.start_shell()
+
+    def start_shell(self):
         self.start("plasmashell", "--no-respawn", environment={"QT_QPA_PLATFORM": "wayland"})
         self.wait_for_host()
+        wait_for("notifications", lambda: self.owner(NOTIFICATIONS))
+
+    def begin_to_notify(self):
+        pass  # the shell is the daemon, and shows them always
+
+    def end_to_notify(self):
+        self.switch_notifications(True)
+        if self.owner(NOTIFICATIONS):
+            os.kill(self.notifier_process(), signal.SIGCONT)
+        else:
+            self.start_shell()
+
+    def switch_notifications(self, are_on):
+        self.write(".config/plasmanotifyrc", f"[Applications][net.tidewell.Tidewell]\n"
+                   f"ShowPopups={str(are_on).lower()}\n")
 
     def windows(self):
         script = self.folder / "list-windows.js"

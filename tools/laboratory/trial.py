@@ -3,6 +3,7 @@ then. An action is a function of a Trial; so is an expectation, which raises Unm
 seen instead."""
 
 import contextlib
+import os
 import shutil
 import signal
 import time
@@ -20,6 +21,8 @@ BESIDE_PANEL, ABOVE_PANEL_BOTTOM = 24, 129
 NEAR = 24
 # How long an expectation may take to be met, and how long it then has to last.
 PATIENCE, LASTING = 4.0, 0.8
+GRANTED = "Notification permission granted."
+NOT_SHOWN = "Error showing notification: "
 NEUTRAL = (420, 820)  # a place where nothing is
 
 
@@ -34,6 +37,7 @@ class Trial:
         self.desktop = desktop
         self.other = None  # the Area of another program's window
         self._others = []
+        self._notifies = False
         self._item = None
 
     def __enter__(self):
@@ -43,6 +47,8 @@ class Trial:
         return self
 
     def __exit__(self, *_):
+        if self._notifies:
+            self.desktop.end_to_notify()
         with contextlib.suppress(AttributeError):
             if self.tidewell.process.poll() is None:
                 self.tidewell.process.send_signal(signal.SIGTERM)
@@ -54,11 +60,34 @@ class Trial:
 
     def start(self):
         """The program runs, and what is to be clicked is there."""
-        self.tidewell = Tidewell(self.desktop)
-        wait_for("the program's bus name", lambda: self.desktop.owner(IDENTIFIER))
+        self._start()
         if self.desktop.hosts_items:
             self.tidewell.wait_for_item()
         self.before = self.bare if self.other is None else self.desktop.picture()
+        if not self.desktop.hosts_items:
+            wait_for("the label", self.label)
+
+    def _start(self):
+        self.tidewell = Tidewell(self.desktop)
+        wait_for("the program's bus name", lambda: self.desktop.owner(IDENTIFIER))
+
+    def begin_to_notify(self):
+        """The desktop shows notifications in this trial."""
+        self._notifies = True
+        self.told_before = len(self.desktop.log("notifications"))
+        self.desktop.begin_to_notify()
+        self.capabilities = self.desktop.notifier_capabilities()  # which starts it
+
+    def start_to_notify(self):
+        """The program runs, and will notify of its level a second later."""
+        self._start()
+        self.tidewell.wait_for_log(GRANTED)
+
+    def notification(self):
+        """The Area of a notification, or None."""
+        bar = self.desktop.bar
+        return next((area for area in differences(self.bare, self.desktop.picture())
+                     if area.width > 150 and area.height > 30 and not bar.holds(area)), None)
 
     def start_other_window(self):
         before = self.desktop.picture()
@@ -107,9 +136,17 @@ class Trial:
         return next((area for area in self.areas() if least[0] < area.width < most[0]
                      and least[1] < area.height < most[1]), None)
 
+    def label_in_bar(self):
+        """The Area of the text beside the symbol, or None."""
+        bar = self.desktop.bar
+        return next((area for area in differences(self.bare, self.desktop.picture(), least=(40, 8))
+                     if bar.holds(area) and area.width > self.points(60)[0]), None)
+
     def target(self):
         """The Area of what opens the panel: the item, or the label window without a host."""
         if self.desktop.hosts_items:
+            if self.desktop.shows_labels and self._item is None:
+                wait_for("the label, which moves the symbol", self.label_in_bar, timeout=PATIENCE)
             # Plasma paints it in other colours below the pointer.
             self._item = self.desktop.item() or self._item or wait_for(
                 "the item in the bar", self.desktop.item, timeout=PATIENCE)
@@ -150,6 +187,28 @@ def start(trial):
 
 def start_other_window(trial):
     trial.start_other_window()
+
+
+def notify(trial):
+    trial.begin_to_notify()
+
+
+def start_to_notify(trial):
+    """The program runs, and will notify of its level a second later."""
+    trial.start_to_notify()
+
+
+def hang_notifier(trial):
+    os.kill(trial.desktop.notifier_process(), signal.SIGSTOP)
+
+
+def kill_notifier(trial):
+    os.kill(trial.desktop.notifier_process(), signal.SIGKILL)
+
+
+def switch_off(trial):
+    """As the desktop's own settings do."""
+    trial.desktop.switch_notifications(False)
 
 
 def act_on_item(trial):
@@ -265,10 +324,7 @@ def figure_is_told(trial):
 
 def label_is_in_bar(trial):
     """The figure is written beside the symbol, which makes what is new in the bar broader."""
-    bar = trial.desktop.bar
-    met(lambda: any(bar.holds(area) and area.width > trial.points(60)[0]
-                    for area in differences(trial.bare, trial.desktop.picture())),
-        lambda: "there is no text beside the symbol")
+    met(trial.label_in_bar, lambda: "there is no text beside the symbol")
 
 
 def tooltip_is_shown(trial):
@@ -318,6 +374,43 @@ def task_bar_lists_none(trial):
               if process == trial.tidewell.process.pid or "tidewell" in title.lower()]
     if listed:
         raise Unmet(f"the task bar lists {', '.join(listed)}")
+
+
+def notification_is_shown(trial):
+    met(lambda: trial.notification() and GRANTED in trial.tidewell.log(),
+        lambda: f"no notification; the log: {trial.tidewell.log()}", patience=2 * PATIENCE)
+    if "error" in trial.tidewell.log():
+        raise Unmet(f"the log: {trial.tidewell.log()}")
+
+
+def sound_is_asked_for(trial):
+    """Where the daemon has sounds."""
+    told = trial.desktop.log("notifications")[trial.told_before:]
+    sounds = "sound" in trial.capabilities
+    if ('"sound-name"' in told) != sounds:
+        raise Unmet(f"sounds are {'' if sounds else 'not '}offered; sent: {told}")
+
+
+def failure_is_logged(trial):
+    met(lambda: NOT_SHOWN in trial.tidewell.log(),
+        lambda: f"the log: {trial.tidewell.log()}", patience=4 * PATIENCE)
+
+
+def is_shown_or_failure_is_logged(trial):
+    """Another daemon may come up, or none."""
+    met(lambda: NOT_SHOWN in trial.tidewell.log() or trial.notification(),
+        lambda: f"the log: {trial.tidewell.log()}", patience=4 * PATIENCE)
+
+
+def is_denied(trial):
+    met(lambda: "Notification permission denied." in trial.tidewell.log()
+        and "Notification authorization denied" in trial.tidewell.log(),
+        lambda: f"the log: {trial.tidewell.log()}")
+    lasts(lambda: not trial.notification(), lambda: "there is a notification")
+
+
+def program_answers(trial):
+    trial.desktop.call(IDENTIFIER, "/", "org.freedesktop.DBus.Peer", "Ping")
 
 
 def label_is_in_corner(trial):

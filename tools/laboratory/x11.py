@@ -56,6 +56,8 @@ class X11Desktop(RealDesktop):
 
 class Xfce(X11Desktop):
     lists = ("trees/xfce",)
+    notifies = True
+    notifier = "lib/*/xfce4/notifyd/xfce4-notifyd"
     versions = ("xfwm4", "xfdesktop4", "xfce4-panel")
     session = {"XDG_CURRENT_DESKTOP": "XFCE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 29)
@@ -76,6 +78,8 @@ class XfceWithoutHost(Xfce):
 
 class Mate(X11Desktop):
     lists = ("trees/mate",)
+    notifies = True
+    notifier = "lib*/mate-notification-daemon/mate-notification-daemon"
     versions = ("marco", "caja", "mate-panel")
     shows_labels = True
     session = {"XDG_CURRENT_DESKTOP": "MATE", "XDG_SESSION_TYPE": "x11"}
@@ -91,6 +95,8 @@ class Mate(X11Desktop):
 
 class Lxqt(X11Desktop):
     lists = ("trees/lxqt",)
+    notifies = True
+    notifier = "bin/lxqt-notificationd"
     versions = ("lxqt-panel", "openbox")
     session = {"XDG_CURRENT_DESKTOP": "LXQt", "XDG_SESSION_TYPE": "x11",
                "XDG_CONFIG_DIRS": "/etc/xdg:/usr/share"}
