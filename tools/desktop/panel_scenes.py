@@ -156,6 +156,9 @@ def take_scene(photographer, name, scene):
     with Desktop(host="xfce", notifications=scene.notifications, dark=scene.dark,
                  contrast=scene.contrast, scale=scene.scale, size=scene.size,
                  font=scene.font) as desktop:
+        # Alerts come up at the lower left, out of the picture and of the item's way.
+        desktop.call("org.xfce.Xfconf", "/org/xfce/Xfconf", "org.xfce.Xfconf", "SetProperty",
+                     "xfce4-notifyd", "/notify-location", dbus.UInt32(1), signature="ssv")
         desktop.environment["LC_ALL"] = scene.locale
         desktop.environment["LANGUAGE"] = scene.locale
         figures = desktop.folder / "meminfo"
