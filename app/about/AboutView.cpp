@@ -18,7 +18,7 @@ namespace {
 
 constexpr int iconHeight = 130;
 constexpr int symbolWidth = 40;
-constexpr int symbolHeight = 28; // of the waves in their square
+constexpr int symbolHeight = 30; // of the waves in their square
 
 QUrl website() {
     static const QUrl url(QStringLiteral(TIDEWELL_WEB_SITE));
@@ -57,7 +57,7 @@ QWidget* AboutView::makeTexts() {
     auto* texts = new QWidget;
     auto* column = new QVBoxLayout(texts);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(3);
+    column->setSpacing(2);
     column->addStretch();
     column->addWidget(makeLabel(fromBundle(applicationName, bundle), TextStyle::largeTitle));
     column->addWidget(makeSecondaryLabel(
