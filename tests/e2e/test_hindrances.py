@@ -94,3 +94,70 @@ class SecondStart(DesktopCase):
         first.process.kill()
         first.process.wait()
         self.start_with_item()
+
+
+# Takes the names of every service that the program asks, answers every call with what nobody
+# expects, sends it as every signal that the program listens to, and goes on to the next such thing.
+HOSTILE = """
+import dbus.bus, dbus.lowlevel, dbus.mainloop.glib, sys
+from gi.repository import GLib
+
+WRONG = [(), (1,), ("",), ("x" * 1_000_000,), (True,), (dbus.Double("nan"),), (1, 2, "a"),
+         (dbus.Array([], "v"),), (dbus.Dictionary({}, "sv"),), (dbus.Struct((1, "a")),),
+         (dbus.Int32(-1, variant_level=30),), (dbus.Dictionary({"": dbus.Array([""])}, "sas"), 1),
+         (dbus.Array([dbus.Struct((1, 2, dbus.ByteArray(b"a")))], "(iiay)"),)]
+SERVICES = {
+    "org.kde.StatusNotifierWatcher": ("/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher",
+        ("StatusNotifierHostRegistered", "StatusNotifierHostUnregistered")),
+    "org.freedesktop.portal.Desktop": ("/org/freedesktop/portal/desktop",
+        "org.freedesktop.portal.Settings", ("SettingChanged",)),
+    "org.xfce.Xfconf": ("/org/xfce/Xfconf", "org.xfce.Xfconf", ("PropertyChanged",)),
+    "org.freedesktop.login1": ("/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+        ("PrepareForShutdown",)),
+    "org.freedesktop.Notifications": ("/org/freedesktop/Notifications",
+        "org.freedesktop.Notifications", ("NotificationClosed",)),
+    "org.freedesktop.impl.portal.PermissionStore": ("/", "a.a", ("A",)),
+}
+bus = dbus.bus.BusConnection(sys.argv[1], mainloop=dbus.mainloop.glib.DBusGMainLoop())
+loop = GLib.MainLoop()
+
+def answer(connection, message):
+    if message.get_type() != 1 or message.get_destination() != bus.get_unique_name() and (
+            message.get_destination() not in SERVICES):
+        return dbus.lowlevel.HANDLER_RESULT_NOT_YET_HANDLED
+    reply = dbus.lowlevel.MethodReturnMessage(message)
+    reply.append(*WRONG[0])
+    connection.send_message(reply)
+    return dbus.lowlevel.HANDLER_RESULT_HANDLED
+
+def go_on():
+    for name, (path, interface, signals) in SERVICES.items():
+        bus.request_name(name, 2)
+        for each in signals:
+            signal = dbus.lowlevel.SignalMessage(path, interface, each)
+            signal.append(*WRONG[0])
+            bus.send_message(signal)
+        bus.release_name(name)
+        bus.request_name(name, 2)
+    del WRONG[0]
+    return WRONG or loop.quit()
+
+bus.add_message_filter(answer)
+GLib.timeout_add(200, go_on)
+loop.run()
+"""
+
+
+class HostileServices(DesktopCase):
+    host = None
+
+    def test_are_borne(self):
+        address = self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
+        tidewell = self.start(environment={"DBUS_SYSTEM_BUS_ADDRESS": address})
+        wait_for("the label window", tidewell.label_window)
+        hostile = self.desktop.start("/usr/bin/python3", "-c", HOSTILE, address, name="hostile")
+        while hostile.poll() is None:
+            self.start().end()  # opens the panel, which asks for the permission to notify
+        self.assertEqual(hostile.returncode, 0, self.desktop.log("hostile"))
+        self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+        self.assertTrue(tidewell.history()["memoryPressureArray"])
