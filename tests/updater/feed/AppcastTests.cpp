@@ -144,7 +144,7 @@ TEST(Appcast, RefusesFeedsThatAreNoneAndThoseThatMeanHarm) {
 
 TEST(SignedFeed, IsReadOnlyAsItWasSignedAndCountsOnlyWhileItIsTheNewest) {
     const KeyPair keys = makeKeyPair();
-    const auto now = QDateTime(QDate(2026, 11, 23), QTime(12, 0), Qt::UTC);
+    const auto now = QDateTime::fromString(u"2026-11-23T12:00:00Z"_s, Qt::ISODate);
     const SignedFeed feed{7, now.addDays(30), "<rss/>\n\n"};
     const QByteArray published = publish(feed, keys.secretKey);
     EXPECT_TRUE(published.endsWith("\ntidewell feed 1\n7\n2026-12-23T12:00:00Z\n<rss/>\n\n"));
