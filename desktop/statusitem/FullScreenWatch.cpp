@@ -17,7 +17,9 @@ namespace {
 std::vector<std::uint32_t> listed(std::uint32_t window, std::uint32_t property) {
     const auto bytes = x11::property(window, property);
     std::vector<std::uint32_t> values(bytes.size() / sizeof(std::uint32_t));
-    std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::uint32_t));
+    if (!values.empty()) { // memcpy() takes no null pointer
+        std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::uint32_t));
+    }
     return values;
 }
 
