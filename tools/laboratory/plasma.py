@@ -58,7 +58,7 @@ class Plasma(RealDesktop):
     def start_shell(self):
         self.start("plasmashell", "--no-respawn", environment={"QT_QPA_PLATFORM": "wayland"})
         self.wait_for_host()
-        wait_for("notifications", lambda: self.owner(NOTIFICATIONS))
+        wait_for("notifications", lambda: self.owner(NOTIFICATIONS), timeout=60)
 
     def begin_to_notify(self):
         pass  # the shell is the daemon, and shows them always

@@ -58,9 +58,31 @@ class Window:
     in_task_bar: bool | None = None
 
 
+def difference_of(before, after):
+    """White where two pictures differ, black elsewhere."""
+    return ImageChops.difference(before, after).convert("L").point(lambda v: 255 * (v > 8))
+
+
+def parts(before, after, area):
+    """The parts of an area between which lie rows in which two pictures do not differ."""
+    box = (area.x, area.y, area.right, area.bottom)
+    difference = difference_of(before.crop(box), after.crop(box))
+    rows = [difference.crop((0, y, area.width, y + 1)).getbbox() for y in range(area.height)]
+    found = []
+    for y, row in enumerate(rows):
+        if row is None:
+            continue
+        if y == 0 or rows[y - 1] is None:
+            found.append([*row[::2], y, y + 1])
+        left, right, top, _ = found[-1]
+        found[-1] = [min(left, row[0]), max(right, row[2]), top, y + 1]
+    return [Area(area.x + left, area.y + top, right - left, bottom - top)
+            for left, right, top, bottom in found]
+
+
 def differences(before, after, least=(40, 16), cell=8):
     """The areas in which two pictures differ, those smaller than `least` left out."""
-    difference = ImageChops.difference(before, after).convert("L").point(lambda v: 255 * (v > 8))
+    difference = difference_of(before, after)
     width, height = -(-difference.width // cell), -(-difference.height // cell)
     # A cell is marked where any pixel of it differs.
     padded = Image.new("L", (width * cell, height * cell))

@@ -6,7 +6,7 @@ import pathlib
 
 from desktop import wait_for
 from desktops import RealDesktop
-from screens import Area, Window, XScreen, differences
+from screens import Area, Window, XScreen, differences, parts
 
 BAR_HEIGHT = 30
 BAR_STYLE = """* { font-family: "DejaVu Sans"; font-size: 12px; min-height: 0 }
@@ -66,11 +66,13 @@ class WlrootsDesktop(RealDesktop):
                           "--override=csd.preferred=none")
 
     def areas_of(self, process, before):
+        after = self.picture()
         if not self.hosts_items:
             # The panel lies so close to the label that only a fine look tells them apart.
-            return differences(before, self.picture(), cell=2)
+            return [part for area in differences(before, after)
+                    for part in parts(before, after, area)]
         free = Area(0, self.bar.bottom, self.size[0], self.size[1] - self.bar.bottom)
-        return [area for area in differences(before, self.picture()) if free.holds(area)]
+        return [area for area in differences(before, after) if free.holds(area)]
 
     def task_bar(self):
         """By the protocol that task bars use: a line is "program: title"."""
