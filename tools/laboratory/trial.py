@@ -136,17 +136,19 @@ class Trial:
         return next((area for area in self.areas() if least[0] < area.width < most[0]
                      and least[1] < area.height < most[1]), None)
 
-    def label_in_bar(self):
-        """The Area of the text beside the symbol, or None."""
+    def has_label_in_bar(self):
+        """Whether there is text beside the symbol."""
         bar = self.desktop.bar
-        return next((area for area in differences(self.bare, self.desktop.picture(), least=(40, 8))
-                     if bar.holds(area) and area.width > self.points(60)[0]), None)
+        pictures = [picture.crop((bar.x, bar.y, bar.right, bar.bottom))
+                    for picture in (self.bare, self.desktop.picture())]
+        return any(area.width > self.points(60)[0]
+                   for area in differences(*pictures, least=(40, 8)))
 
     def target(self):
         """The Area of what opens the panel: the item, or the label window without a host."""
         if self.desktop.hosts_items:
             if self.desktop.shows_labels and self._item is None:
-                wait_for("the label, which moves the symbol", self.label_in_bar, timeout=PATIENCE)
+                wait_for("the label, which moves it", self.has_label_in_bar, timeout=PATIENCE)
             # Plasma paints it in other colours below the pointer.
             self._item = self.desktop.item() or self._item or wait_for(
                 "the item in the bar", self.desktop.item, timeout=PATIENCE)
@@ -324,7 +326,7 @@ def figure_is_told(trial):
 
 def label_is_in_bar(trial):
     """The figure is written beside the symbol, which makes what is new in the bar broader."""
-    met(trial.label_in_bar, lambda: "there is no text beside the symbol")
+    met(trial.has_label_in_bar, lambda: "there is no text beside the symbol")
 
 
 def tooltip_is_shown(trial):

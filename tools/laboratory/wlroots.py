@@ -167,7 +167,8 @@ touch {self.started}
 
     def _process(self, application):
         """By the name of its command, which foot's windows have."""
-        return next((child.pid for child in self.children if child.args[0] == application), 0)
+        return next((child.pid for child in self.children
+                     if child.args[0] == application and child.poll() is None), 0)
 
     def show_workspace(self, number):
         self.press(f"super+{number + 1}")
