@@ -23,6 +23,7 @@ constexpr qsizetype mostErrorOutput = qsizetype{64} << 10;
 /// answers a server that asks for one.
 QProcessEnvironment environmentForFetching() {
     QProcessEnvironment environment;
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")); // Qt remarks on others
     environment.insert(QStringLiteral("KRB5CCNAME"), QStringLiteral("MEMORY:"));
     environment.insert(QStringLiteral("KRB5_CONFIG"), QStringLiteral("/dev/null"));
     for (const char* name : {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy",
