@@ -17,6 +17,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPainter>
 #include <QScreen>
 
@@ -117,9 +118,7 @@ protected:
         if (isDragged_) {
             setDown(false); // no click any more
             shownAt_ = pointer + pressOffset_;
-            if (!isAtEdge_) { // there it moves when the button is released
-                move(shownAt_);
-            }
+            isAtEdge_ ? movePicture() : move(shownAt_);
         }
     }
 
@@ -129,6 +128,7 @@ protected:
             write(position_.defaults, position_.preference,
                   storedLabelPosition(placeShown(), screenAreas()));
             place();
+            picture_.reset();
         }
     }
 
@@ -165,6 +165,18 @@ private:
     /// Where the window is. Not pos(): Qt queries the X server once, after mapping, and may do so
     /// before the window manager has moved the window.
     QRect placeShown() const { return {shownAt_, size()}; }
+
+    /// Wayland tells places relative to the window that was pressed, which has to stay where it is
+    /// so long. What moves is a picture of it.
+    void movePicture() {
+        if (!picture_) {
+            picture_ = std::make_unique<QLabel>(nullptr, Qt::Tool | Qt::FramelessWindowHint);
+            picture_->setAttribute(Qt::WA_TranslucentBackground);
+            picture_->setPixmap(grab());
+        }
+        layershell::putAtEdge(*picture_, placeShown(), layershell::Layer::bars);
+        picture_->show();
+    }
 
     void followAppearance() { setPalette(paletteFor(appearance_.desktop())); }
 
@@ -214,6 +226,7 @@ private:
     QPoint pressedAt_;   // on the screen
     QPoint pressOffset_; // from there to the window's corner
     bool isDragged_ = false;
+    std::unique_ptr<QLabel> picture_;
     FullScreenWatch fullScreen_{[this] { showUnlessCovered(); }};
     ScreenWatch screenWatch_{[this] { followScreens(); }};
     Subscription appearanceChanged_;

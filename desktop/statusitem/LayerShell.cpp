@@ -67,6 +67,7 @@ void putAtEdge(QWidget& window, const QRect& place, Layer layer) {
     if (moves) {
         window.show();
     }
+    window.update(); // margins count from the next frame on
 }
 
 void coverScreen(QWindow& window) {
