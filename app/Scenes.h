@@ -19,13 +19,12 @@ enum class Placement {
     ownChoice, ///< the content places its window itself
 };
 
-/// One single-instance window of the program, as data. It is as large as its content and cannot be
-/// resized.
+/// One single-instance window of the program, as data. It cannot be resized by the user.
 struct WindowScene {
     SceneIdentifier identifier;
     QString title;
     int width;  ///< points
-    int height; ///< points
+    int height; ///< points; 0 for as low as its content
     TitleBar titleBar;
     Placement placement;
 };

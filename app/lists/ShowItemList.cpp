@@ -78,6 +78,13 @@ void ShowItemList::setItems(std::vector<DisplayContainer> items) {
     }
 }
 
+void ShowItemList::setSwapMark(const SwapMark& mark) {
+    if (swapMark_ != mark) {
+        swapMark_ = mark;
+        viewport()->update();
+    }
+}
+
 QString ShowItemList::itemText(std::size_t index) const {
     const ShowItemView view = row(index);
     const QString remark = view.remark();

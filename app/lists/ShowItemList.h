@@ -33,8 +33,8 @@ public:
     /// identifiers, so those do not count.
     void setItems(std::vector<DisplayContainer> items);
 
-    /// Which of the rows that are set from now on have a remark on swap.
-    void setSwapMark(const SwapMark& mark) { swapMark_ = mark; }
+    /// Which of the rows have a remark on swap.
+    void setSwapMark(const SwapMark& mark);
 
     /// Whether the list stands on a coloured ground, as the mark of what the pointer opened.
     void setHighlighted(bool isHighlighted);

@@ -31,6 +31,8 @@ struct RowFonts {
 struct SwapMark {
     std::uint64_t above = std::numeric_limits<std::uint64_t>::max(); ///< bytes
     Colour colour = colours::primary;
+
+    bool operator==(const SwapMark&) const = default;
 };
 
 /// One row of a list of figures: the icon, where there is one, the label, which is elided where it

@@ -15,7 +15,7 @@ namespace tidewell {
 class ShowItemList;
 class TitledBox;
 
-/// The content of the process window: the running applications by resident memory. Those that hold
+/// The content of the process window: the running applications, the largest first. Those that hold
 /// more than a tenth of the swap in use say so. The survey runs while it is shown. It puts its
 /// window beside the panel, and asks for its dismissal when the pointer leaves it. Main thread.
 class AppMemoryView final : public QWidget {
