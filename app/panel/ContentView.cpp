@@ -183,7 +183,8 @@ void ContentView::recordPosition() {
         [](QWidget*) {},
         [&defaults = environment_.defaults](QPointF position) {
             if (auto encoded = encodePoint(position)) {
-                write(defaults, preferences::auxiliaryWindowPos, std::move(*encoded));
+                // A disk that is busy with swap would hold up the panel.
+                writeLater(defaults, preferences::auxiliaryWindowPos, std::move(*encoded));
             }
         },
         panel);

@@ -61,4 +61,11 @@ void write(UserDefaults& defaults, const StoredPreference<T>& preference,
     defaults.set(preference.key, std::move(value));
 }
 
+/// The same by `UserDefaults::setLater()`.
+template <typename T>
+void writeLater(UserDefaults& defaults, const StoredPreference<T>& preference,
+                std::type_identity_t<T> value) {
+    defaults.setLater(preference.key, std::move(value));
+}
+
 } // namespace tidewell

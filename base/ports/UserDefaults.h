@@ -26,6 +26,10 @@ public:
     /// Stores `value` under `key` at once: every later read gives it. What cannot be written to
     /// the disk is logged by the store, kept for this run, and tried again with the next write.
     virtual void set(std::string_view key, DefaultsValue value) = 0;
+
+    /// As `set()`, but it reaches the disk with the next one only: for what is written so often
+    /// that the disk should not be waited for, and of which little is lost.
+    virtual void setLater(std::string_view key, DefaultsValue value) = 0;
 };
 
 } // namespace tidewell

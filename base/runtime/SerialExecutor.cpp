@@ -1,5 +1,6 @@
 #include "base/runtime/SerialExecutor.h"
 
+#include <system_error>
 #include <utility>
 
 namespace tidewell {
@@ -25,7 +26,10 @@ void SerialExecutor::post(std::function<void()> job) {
         const std::lock_guard lock(mutex_);
         queue_.push_back(std::move(job));
         if (!thread_.joinable() && !stopping_) {
-            thread_ = std::thread([this] { run(); });
+            try {
+                thread_ = std::thread([this] { run(); });
+            } catch (const std::system_error&) { // no more threads at the moment
+            }
         }
     }
     wake_.notify_one();

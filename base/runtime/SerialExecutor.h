@@ -10,7 +10,8 @@
 namespace tidewell {
 
 /// An executor with a thread of its own, which starts with the first job and blocks while the queue
-/// is empty.
+/// is empty. Where the system has no thread left, jobs wait for the next one to be posted, which
+/// tries again.
 /// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
 /// destroyed by one of its own jobs.
 class SerialExecutor final : public Executor {

@@ -13,29 +13,34 @@ RunningTask::RunningTask(Executor& itsExecutor, Task<void> itsBody)
     body.coroutine_.promise().attach(*this, std::noop_coroutine());
 }
 
-void RunningTask::post(std::coroutine_handle<> step) {
-    executor.post([self = shared_from_this(), step] {
+void RunningTask::post(std::shared_ptr<RunningTask> task, std::coroutine_handle<> step) {
+    Executor& executor = task->executor;
+    executor.post([self = std::move(task), step] {
         if (!self->stop.stop_requested()) {
             step.resume();
         } // else it is destroyed with this job
     });
 }
 
+void RunningTask::start(std::shared_ptr<RunningTask> task) {
+    const auto body = task->body.coroutine_;
+    post(std::move(task), body);
+}
+
 } // namespace detail
 
 void Resumption::resume() {
-    const auto task = std::move(task_);
-    task->post(coroutine_);
+    detail::RunningTask::post(std::move(task_), coroutine_);
 }
 
 void spawn(Executor& executor, Task<void> task) {
-    std::make_shared<detail::RunningTask>(executor, std::move(task))->start();
+    detail::RunningTask::start(std::make_shared<detail::RunningTask>(executor, std::move(task)));
 }
 
 OwnedTask::OwnedTask(Executor& executor, Task<void> task) {
-    const auto running = std::make_shared<detail::RunningTask>(executor, std::move(task));
+    auto running = std::make_shared<detail::RunningTask>(executor, std::move(task));
     stop_ = running->stop;
-    running->start();
+    detail::RunningTask::start(std::move(running));
 }
 
 } // namespace tidewell

@@ -131,9 +131,10 @@ namespace detail {
 struct RunningTask final : std::enable_shared_from_this<RunningTask> {
     RunningTask(Executor& executor, Task<void> body);
 
-    /// Queues the next step, which does not take place once the task was cancelled.
-    void post(std::coroutine_handle<> step);
-    void start() { post(body.coroutine_); }
+    /// Queues the next step of `task`, which does not take place once that was cancelled. Takes the
+    /// caller's share of it: whoever lets go last destroys the task, on its own thread.
+    static void post(std::shared_ptr<RunningTask> task, std::coroutine_handle<> step);
+    static void start(std::shared_ptr<RunningTask> task);
 
     Executor& executor;
     std::stop_source stop;

@@ -66,9 +66,14 @@ bool DesktopAppearance::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DesktopAppearance::askPortal() {
-    ask(portalSettings, portalGroup, portalContrast,
-        [this](const QVariant& value) { portalWantsContrast_ = value.toUInt() == 1; });
+    // A portal that does not answer takes nothing back.
+    ask(portalSettings, portalGroup, portalContrast, [this](const QVariant& value) {
+        portalWantsContrast_ = value.isValid() ? value.toUInt() == 1 : portalWantsContrast_;
+    });
     ask(portalSettings, portalGroup, portalScheme, [this](const QVariant& value) {
+        if (!value.isValid()) {
+            return;
+        }
         switch (value.toUInt()) {
         case 1:
             portal_ = Appearance::dark;

@@ -159,14 +159,18 @@ std::optional<DefaultsValue> FileUserDefaults::value(std::string_view key) const
 }
 
 void FileUserDefaults::set(std::string_view key, DefaultsValue value) {
+    setLater(key, std::move(value));
+    if (!unsaved_.empty() && !isKeptInMemory_) {
+        save();
+    }
+}
+
+void FileUserDefaults::setLater(std::string_view key, DefaultsValue value) {
     json entry = std::visit(EntryOf(), value);
     const auto found = entries_.find(key);
     if (found == entries_.end() || *found != entry) {
         unsaved_[std::string(key)] = entry;
         entries_[std::string(key)] = std::move(entry);
-    }
-    if (!unsaved_.empty() && !isKeptInMemory_) {
-        save();
     }
 }
 

@@ -38,6 +38,7 @@ public:
 
     std::optional<DefaultsValue> value(std::string_view key) const override;
     void set(std::string_view key, DefaultsValue value) override;
+    void setLater(std::string_view key, DefaultsValue value) override;
 
 private:
     void read();

@@ -164,7 +164,11 @@ public:
 private:
     // Queued: the reply goes out first, and this may be deleted in the call.
     void activated() {
-        QMetaObject::invokeMethod(this, behaviour_.activated, Qt::QueuedConnection);
+        const auto activate = [activated = behaviour_.activated] {
+            activated();
+            qunsetenv("XDG_ACTIVATION_TOKEN"); // of a click that closed the panel
+        };
+        QMetaObject::invokeMethod(this, activate, Qt::QueuedConnection);
     }
 
     void followAppearance() {

@@ -15,6 +15,9 @@ public:
     }
     void set(std::string_view key, DefaultsValue value) override {
         ++writes;
+        setLater(key, std::move(value));
+    }
+    void setLater(std::string_view key, DefaultsValue value) override {
         values_.insert_or_assign(std::string(key), std::move(value));
     }
 

@@ -78,7 +78,11 @@ Task<ApplicationList> LinuxApplicationSource::runningApplications() {
 Task<ApplicationList> LinuxApplicationSource::look(std::shared_ptr<ProcessTable> table,
                                                    Executor* worker) {
     ApplicationList applications;
-    auto work = runOn(*worker, [table, &applications] { applications = table->look(); });
+    auto work = runOn(*worker, [table, &applications](const std::stop_token& stop) {
+        if (!stop.stop_requested()) { // while others were looked at
+            applications = table->look();
+        }
+    });
     co_await work;
     co_return applications;
 }

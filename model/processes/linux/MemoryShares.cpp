@@ -14,6 +14,7 @@ constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20;
 constexpr std::int64_t creditASurvey = std::int64_t{2} << 30;  // some 20 ms
 constexpr std::int64_t creditInTurn = std::int64_t{256} << 20; // 3 ms
 constexpr std::uint64_t costOfAny = 16 * mebibyte;             // as much as 0.2 ms would walk
+constexpr std::uint64_t largestWalk = 16384 * mebibyte; // some 0.2 s, which nothing can cut short
 
 constexpr std::uint64_t muchShared = 16 * mebibyte;
 constexpr std::uint64_t pageSize = 4096; // of the smallest page that can be copied on a write
@@ -146,7 +147,8 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     memory.stirred = 0;
     memory.residentThen = memory.resident.value_or(0);
     memory.mappedThen = memory.mapped;
-    const auto text = folder.read(process.id, "smaps_rollup");
+    const bool isWalked = memory.residentThen <= largestWalk;
+    const auto text = isWalked ? folder.read(process.id, "smaps_rollup") : std::nullopt;
     memory.proportional = text ? bytesBehind("Pss:", *text) : std::nullopt;
     if (memory.proportional) {
         memory.swapped = bytesBehind("SwapPss:", *text).value_or(0);
@@ -157,7 +159,7 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     } else if (const auto status = folder.read(process.id, "status")) {
         memory.swapped = bytesBehind("VmSwap:", *status).value_or(0);
     }
-    return static_cast<std::int64_t>(costOfAny + memory.residentThen);
+    return static_cast<std::int64_t>(costOfAny + (isWalked ? memory.residentThen : 0));
 }
 
 } // namespace tidewell

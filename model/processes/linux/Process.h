@@ -18,7 +18,7 @@ struct ProcessMemory {
     std::uint64_t codePages = 0;
 
     std::uint64_t readAt = 0; ///< the number of the survey that read what follows; 0: none
-    std::optional<std::uint64_t> proportional; ///< PSS; empty where the kernel refuses it
+    std::optional<std::uint64_t> proportional; ///< PSS; empty where it cannot be had
     std::uint64_t swapped = 0;
     std::uint64_t residentThen = 0;
     std::uint64_t mappedThen = 0;

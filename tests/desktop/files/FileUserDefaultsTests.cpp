@@ -39,9 +39,13 @@ TEST_F(FileUserDefaultsTest, KeepsEveryTypeOfValueToTheBitFromOneRunToTheNext) {
         {"text", std::string("Grüße,\n\"{\\\0}", 14)},
         {"bytes", Data{0x00, 0x7f, 0x80, 0xff}}};
     FileUserDefaults defaults(file_, log_);
+    defaults.setLater("place", true);
+    EXPECT_EQ(defaults.value("place"), DefaultsValue(true));
+    EXPECT_FALSE(fs::exists(file_));
     for (const auto& [key, value] : values) {
         defaults.set(key, value);
     }
+    EXPECT_EQ(stored("place"), DefaultsValue(true));
     defaults.set("no number", std::nan(""));
     defaults.set("no UTF-8", std::string("a\xff"));
     for (const auto& [key, value] : values) {

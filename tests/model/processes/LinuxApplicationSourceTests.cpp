@@ -430,6 +430,15 @@ TEST_F(LinuxApplicationSourceTest, ReadsSharesAsFarAsItsCreditGoesTheLargestFirs
     EXPECT_GT(looks, 4) << "the debt is paid off";
 }
 
+TEST_F(LinuxApplicationSourceTest, TakesAGiantByItsRssAndGoesOnWithTheOthers) {
+    run({.name = "giant", .id = 10, .command = "/bin/giant"});
+    use(10, {500'000, 400'000});
+    run({.name = "small", .id = 20, .command = "/bin/small"});
+    use(20, {100, 60});
+    EXPECT_EQ(memoryOf(0), 500'000U);
+    EXPECT_EQ(memoryOf(1), 60U);
+}
+
 TEST_F(LinuxApplicationSourceTest, WhatIsBeingReadMayOutliveTheSource) {
     run({.name = "a", .id = 10});
     spawn(mainThread, storeList(source.get(), &list));
