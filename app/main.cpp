@@ -174,37 +174,51 @@ private:
     PowerOffMonitor powerOff_;
 };
 
+/// The file to start at the end; empty where nothing is to be started.
+std::string nextProgram;
+
+/// Goes on as the next program in the same process. Returns where that cannot be started.
+void startNext() {
+    alarm(0); // it would be inherited
+    execl(nextProgram.c_str(), nextProgram.c_str(), nullptr);
+}
+
 /// Ends the program when some seconds have passed: nothing is to be saved any more, and what is
 /// torn down may wait for a display, or for a thread that a hanging file system holds.
 void endSoon() {
-    std::signal(SIGALRM, [](int) { _exit(EXIT_SUCCESS); });
+    struct sigaction action{};
+    action.sa_handler = [](int) {
+        if (!nextProgram.empty()) {
+            startNext();
+        }
+        _exit(EXIT_SUCCESS);
+    };
+    action.sa_flags = SA_NODEFER; // what is blocked is inherited
+    sigaction(SIGALRM, &action, nullptr);
     alarm(2);
 }
 
-struct Ending {
-    int status;
-    std::string next; ///< the file to start then; empty where nothing is to be started
-};
-
-Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
-                  Log& log) {
+int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
+               UnusableBuses buses, Log& log) {
     QtMessages messages(log);
     const auto application = makeApplication(argc, argv, bundle);
     messages.started();
     server.reset(); // not before: a server may start anew when its last client leaves
+    static_cast<void>(QDBusConnection::sessionBus()); // connects, or fails to for good
+    static_cast<void>(QDBusConnection::systemBus());
+    buses.giveBack();
 
     const QString identifier = QString::fromStdString(bundleIdentifier(bundle));
     SingleInstance instance(QDBusConnection::sessionBus(), identifier,
                             runtimeFile(bundleIdentifier(bundle) + ".lock"), 3s, log);
     if (const auto status = instance.start()) {
-        return {*status, {}};
+        return *status;
     }
     const Translations translations(
         QString::fromStdString((installedInfoFile().parent_path() / "translations").string()));
 
-    std::string next;
-    const auto restart = [&next](std::string program) {
-        next = std::move(program);
+    const auto restart = [](std::string program) {
+        nextProgram = std::move(program);
         QCoreApplication::exit(EXIT_SUCCESS);
     };
     Platform platform(bundle, log, [&restart](const QString& program) {
@@ -212,7 +226,8 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     });
     // Everything that stands on the bus is made anew by starting anew.
     const SessionBusReturn busReturn(
-        QDBusConnection::sessionBus(), [&restart] { restart(installedProgram()); }, log);
+        QDBusConnection::sessionBus(), buses.isSessionHanging(),
+        [&restart, program = installedProgram()] { restart(program); }, log);
     TidewellApp app(platform.environment());
     const WaysOut waysOut(app.historySaving(), log);
     instance.onActivate([&app] { app.openPanel(); });
@@ -220,16 +235,7 @@ Ending runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnectio
     app.start();
     const int status = QApplication::exec();
     endSoon();
-    return {status, next};
-}
-
-/// Goes on as another program in the same process, now that nothing of this one is left.
-int startNext(const std::string& program, Log& log) {
-    alarm(0); // it would be inherited
-    execl(program.c_str(), program.c_str(), nullptr);
-    logError(log, program + " cannot be started: " + std::system_category().message(errno),
-             "startNext()");
-    return EXIT_FAILURE;
+    return status;
 }
 
 } // namespace
@@ -255,7 +261,12 @@ int main(int argc, char** argv) {
     if (!display.isThere) {
         return EXIT_FAILURE;
     }
-    leaveOutUnusableBuses(1s, log);
-    const Ending ending = runProgram(argc, argv, bundle, std::move(display.server), log);
-    return ending.next.empty() ? ending.status : startNext(ending.next, log);
+    const int status = runProgram(argc, argv, bundle, std::move(display.server), {1s, log}, log);
+    if (nextProgram.empty()) {
+        return status;
+    }
+    startNext();
+    logError(log, nextProgram + " cannot be started: " + std::system_category().message(errno),
+             "main()");
+    return EXIT_FAILURE;
 }

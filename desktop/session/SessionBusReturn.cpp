@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 
 } // namespace
 
-SessionBusReturn::SessionBusReturn(QDBusConnection sessionBus, std::function<void()> returned,
-                                   Log& log)
+SessionBusReturn::SessionBusReturn(QDBusConnection sessionBus, bool isMissing,
+                                   std::function<void()> returned, Log& log)
     : returned_(std::move(returned))
     , log_(log) {
     nextLook_.setSingleShot(true);
@@ -22,6 +22,9 @@ SessionBusReturn::SessionBusReturn(QDBusConnection sessionBus, std::function<voi
     sessionBus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                        this, SLOT(lost()));
+    if (isMissing) {
+        nextLook_.start(1s);
+    }
 }
 
 void SessionBusReturn::lost() {
@@ -31,7 +34,7 @@ void SessionBusReturn::lost() {
 }
 
 void SessionBusReturn::look() {
-    if (sessionBusAccepts()) {
+    if (sessionBusAnswers()) {
         returned_();
     } else {
         nextLook_.start(

@@ -14,15 +14,20 @@ namespace {
 
 using Milliseconds = std::chrono::milliseconds;
 
-/// Whether the bus takes longer than `patience` to authenticate us. One that refuses or is not
-/// there does not hang: connecting to it fails at once.
-bool hangs(int (*open)(sd_bus**), Milliseconds patience) {
+enum class BusState {
+    answers,
+    fails, ///< at once: it refuses, or is not there
+    hangs, ///< takes longer than the patience to authenticate us
+};
+
+BusState stateOf(int (*open)(sd_bus**), Milliseconds patience) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + patience;
     sd_bus* bus = nullptr;
     int result = open(&bus); // only starts connecting
     while (result >= 0 || result == -EINTR) {
-        if (sd_bus_is_ready(bus) != 0) {
+        if (const int isReady = sd_bus_is_ready(bus); isReady != 0) {
+            result = isReady;
             break;
         }
         const auto left =
@@ -38,7 +43,8 @@ bool hangs(int (*open)(sd_bus**), Milliseconds patience) {
     }
     sd_bus_close_unref(bus);
     // EAGAIN: the socket's backlog of connections is full.
-    return result == -ETIMEDOUT || result == -EAGAIN;
+    const bool hangs = result == -ETIMEDOUT || result == -EAGAIN;
+    return result > 0 ? BusState::answers : hangs ? BusState::hangs : BusState::fails;
 }
 
 // No transport of that name: connecting fails at once.
@@ -59,16 +65,13 @@ bool wouldBeStarted() {
 
 } // namespace
 
-bool sessionBusAccepts() {
-    sd_bus* bus = nullptr;
-    const int result = sd_bus_open_user(&bus); // only starts connecting
-    sd_bus_close_unref(bus);
-    return result >= 0;
+bool sessionBusAnswers() {
+    return stateOf(sd_bus_open_user, Milliseconds(20)) == BusState::answers;
 }
 
-void leaveOutUnusableBuses(Milliseconds patience, Log& log) {
+UnusableBuses::UnusableBuses(Milliseconds patience, Log& log) {
     if (wouldBeStarted()) {
-        setenv(sessionVariable, nowhere, 1);
+        leaveOut(sessionVariable);
     }
     struct Bus {
         std::string name;
@@ -77,12 +80,31 @@ void leaveOutUnusableBuses(Milliseconds patience, Log& log) {
     };
     for (const Bus& bus : {Bus{"session", sd_bus_open_user, sessionVariable},
                            Bus{"system", sd_bus_open_system, "DBUS_SYSTEM_BUS_ADDRESS"}}) {
-        if (hangs(bus.open, patience)) {
+        if (stateOf(bus.open, patience) == BusState::hangs) {
             logError(log, "The " + bus.name + " bus does not answer: going on without it.",
-                     "leaveOutUnusableBuses()");
-            setenv(bus.variable, nowhere, 1);
+                     "UnusableBuses()");
+            leaveOut(bus.variable);
+            isSessionHanging_ = isSessionHanging_ || bus.variable == sessionVariable;
         }
     }
+}
+
+void UnusableBuses::leaveOut(const char* variable) {
+    const char* const address = std::getenv(variable);
+    addresses_.emplace_back(variable, address == nullptr ? std::nullopt
+                                                         : std::optional<std::string>(address));
+    setenv(variable, nowhere, 1);
+}
+
+void UnusableBuses::giveBack() {
+    for (const auto& [variable, address] : addresses_) {
+        if (address) {
+            setenv(variable, address->c_str(), 1);
+        } else {
+            unsetenv(variable);
+        }
+    }
+    addresses_.clear();
 }
 
 } // namespace tidewell

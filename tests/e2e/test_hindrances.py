@@ -48,6 +48,16 @@ class SessionBus(DesktopCase):
         self.assertEqual(tidewell.log().count("error: "), 1)
         self.assertTrue(tidewell.history()["memoryPressureArray"])
 
+    def test_is_used_once_it_answers(self):
+        self.need_plain_log()
+        process = self.desktop.bus_processes["session"]
+        process.send_signal(signal.SIGSTOP)
+        tidewell = self.start()
+        tidewell.wait_for_log("The session bus does not answer")
+        process.send_signal(signal.SIGCONT)
+        wait_for("the name on the bus", lambda: self.desktop.owner(NAME))
+        self.assertEqual(tidewell.end(signal.SIGTERM), 0)
+
     def test_is_not_started_where_there_is_none(self):
         before = self.desktop.names_of_processes()
         tidewell = self.start(environment={"DBUS_SESSION_BUS_ADDRESS": ""})
