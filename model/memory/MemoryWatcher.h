@@ -21,7 +21,8 @@
 namespace tidewell {
 
 /// The model of the machine's memory: samples pressure and use on the polling interval and swap
-/// once a minute, keeps the last 100 samples of pressure and of swap, and alerts when swap is in use.
+/// once a minute, keeps the last 100 samples of pressure and of swap, and alerts when swap is in
+/// use.
 ///
 /// Owned by a `std::shared_ptr`; its loops hold it. Main thread only.
 class MemoryWatcher final : public ObservableObject,
