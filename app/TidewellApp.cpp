@@ -6,7 +6,6 @@
 #include "app/settings/SettingsView.h"
 #include "base/ports/BundleInformation.h"
 #include "model/memory/Translatable.h"
-#include "ui/Accessible.h"
 #include "ui/Palette.h"
 
 #include <QCoreApplication>
@@ -75,7 +74,6 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
              [this] { return environment_.itemPlace.lastKnown(); })
     , quitConfirmation_(environment_.defaults, applicationName_, panel_, quitApplication) {
     panel_.setWindowTitle(applicationName_);
-    makeWindowsAccessible();
     addWindows();
     appearanceChanged_ = environment_.appearance.didChange([this] { applyAppearance(); });
     applyAppearance();

@@ -20,6 +20,7 @@
 #include "desktop/statusitem/X11.h"
 #include "model/memory/DataContainerJson.h"
 #include "model/preferences/StoredPreferences.h"
+#include "ui/Accessible.h"
 #include "ui/Style.h"
 #include "ui/Translations.h"
 
@@ -128,6 +129,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
         QApplication::setStyle(new Style); // the application's from now on
         application = std::make_unique<QApplication>(argc, argv);
     }
+    makeWindowsAccessible();
     // Qt has set the user's locale. Texts for the user come from ICU; files and protocols keep
     // the decimal point.
     std::setlocale(LC_NUMERIC, "C");

@@ -24,7 +24,8 @@ void makeAccessible() {
 }
 
 /// From now on top-level widgets without a class of Qt's own have the role of a window, which Qt
-/// gives to main windows only. To be called before the first is shown. Main thread.
+/// gives to main windows only. To be called before the first is made: Qt may ask at once. Main
+/// thread.
 inline void makeWindowsAccessible() {
     QAccessible::installFactory([](const QString& name, QObject* object) -> QAccessibleInterface* {
         auto* const widget = qobject_cast<QWidget*>(object);
