@@ -25,7 +25,9 @@ Platform::Platform(const Bundle& bundle, Log& log,
           sessionBus_, clock_, QString::fromStdString(applicationName(bundle)),
           permissionRecordsOfThisSession(QString::fromStdString(bundleIdentifier(bundle))), {})
     , applications_(LinuxApplicationSource::usualSettings(), surveyThread_, log)
-    , loginItem_(makeLoginItem()) {}
+    , loginItem_(makeLoginItem()) {
+    schedulerThread_.start(); // without it swap would never be read: better to end here
+}
 
 std::unique_ptr<LoginItem> Platform::makeLoginItem() const {
     if (sandbox_.isThere()) {

@@ -54,6 +54,7 @@ bool isSet(const char* variable) {
 
 struct UsableDisplay {
     bool isThere = false;
+    bool isX11 = false;                                  ///< that of an X server may be used
     x11::OwnConnection server{nullptr, &xcb_disconnect}; ///< null where it is not needed
 };
 
@@ -62,17 +63,17 @@ struct UsableDisplay {
 UsableDisplay findDisplay(Log& log) {
     const bool isWanted = isSet("QT_QPA_PLATFORM");
     if (!isWanted && layershell::isOffered()) {
-        return {.isThere = true};
+        return {.isThere = true, .isX11 = isSet("DISPLAY")};
     }
-    UsableDisplay display{.server = x11::connect(3s)};
-    display.isThere = display.server || isWanted || compositorOffers("wl_compositor", 1s);
+    // With patience: at log-in a display may be slow.
+    UsableDisplay display{.server = x11::connect(10s)};
+    display.isX11 = display.server != nullptr;
+    display.isThere = display.isX11 || isWanted || compositorOffers("wl_compositor", 5s);
     if (!display.isThere) {
         logError(log,
                  "There is no display to show anything on: neither DISPLAY nor "
                  "WAYLAND_DISPLAY leads to one that answers",
                  "findDisplay()");
-    } else if (!display.server) {
-        qunsetenv("DISPLAY");
     }
     return display;
 }
@@ -109,11 +110,13 @@ void fillStandardStreams() {
     }
 }
 
-std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle) {
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bundle& bundle,
+                                              bool isX11) {
     std::unique_ptr<QApplication> application;
     {
+        const ScopedVariable display("DISPLAY", isX11 ? qgetenv("DISPLAY") : QByteArray());
         const ScopedVariable platform("QT_QPA_PLATFORM",
-                                      qtPlatform({.x11 = isSet("DISPLAY"),
+                                      qtPlatform({.x11 = isX11,
                                                   .layerShell = layershell::isOffered(),
                                                   .wanted = qgetenv("QT_QPA_PLATFORM")}));
         // On Wayland Qt takes all windows to be at (0, 0), unless told otherwise; what opens beside
@@ -176,7 +179,9 @@ private:
     PowerOffMonitor powerOff_;
 };
 
-/// The file to start at the end; empty where nothing is to be started.
+/// The file to start at the end; empty where nothing is to be started. A signal's handler has no
+/// other context.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::string nextProgram;
 
 /// Goes on as the next program in the same process. Returns where that cannot be started.
@@ -200,12 +205,12 @@ void endSoon() {
     alarm(2);
 }
 
-int runProgram(int argc, char** argv, const Bundle& bundle, x11::OwnConnection server,
+int runProgram(int argc, char** argv, const Bundle& bundle, UsableDisplay display,
                UnusableBuses buses, Log& log) {
     QtMessages messages(log);
-    const auto application = makeApplication(argc, argv, bundle);
+    const auto application = makeApplication(argc, argv, bundle, display.isX11);
     messages.started();
-    server.reset(); // not before: a server may start anew when its last client leaves
+    display.server.reset(); // not before: a server may start anew when its last client leaves
     static_cast<void>(QDBusConnection::sessionBus()); // connects, or fails to for good
     static_cast<void>(QDBusConnection::systemBus());
     buses.giveBack();
@@ -263,7 +268,7 @@ int main(int argc, char** argv) {
     if (!display.isThere) {
         return EXIT_FAILURE;
     }
-    const int status = runProgram(argc, argv, bundle, std::move(display.server), {1s, log}, log);
+    const int status = runProgram(argc, argv, bundle, std::move(display), {1s, log}, log);
     if (nextProgram.empty()) {
         return status;
     }

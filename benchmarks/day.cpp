@@ -87,8 +87,8 @@ public:
 private:
     void passMinute(int minute) {
         const std::uint64_t used = minute % 3 == 0 ? 0 : minute % 3 == 1 ? 5 : 20;
-        probes_.swap =
-            SwapUsage{.total = 32U << 30U, .used = used << 30U, .free = (32 - used) << 30U};
+        probes_.swap = SwapUsage{
+            .total = std::uint64_t{32} << 30U, .used = used << 30U, .free = (32 - used) << 30U};
         for (int second = 0; second < 60; ++second) {
             clock_.advance(1);
             settle();
@@ -109,7 +109,7 @@ private:
         settle();
         clock_.advance(1);
         settle();
-        for (const QWidget* const window : windows) {
+        for (const QWidget* const window : QApplication::topLevelWidgets()) {
             opened_ += window->isVisible() && window->objectName() == u"appMemory"_s ? 1 : 0;
         }
         panel->close();

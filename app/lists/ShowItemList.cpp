@@ -82,6 +82,7 @@ void ShowItemList::setSwapMark(const SwapMark& mark) {
     if (swapMark_ != mark) {
         swapMark_ = mark;
         viewport()->update();
+        tellOfChanges(*this);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -116,6 +117,11 @@ void PanelWindow::place() {
 
 void PanelWindow::followScreens() {
     if (!isVisible()) {
+        return;
+    }
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr || screen->geometry().isEmpty()) {
+        close(); // the last one went
         return;
     }
     if (isAtEdge_) {

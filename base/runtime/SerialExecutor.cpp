@@ -21,16 +21,22 @@ SerialExecutor::~SerialExecutor() {
     }
 }
 
+void SerialExecutor::start() {
+    const std::lock_guard lock(mutex_);
+    if (!thread_.joinable() && !stopping_) {
+        thread_ = std::thread([this] { run(); });
+    }
+}
+
 void SerialExecutor::post(std::function<void()> job) {
     {
         const std::lock_guard lock(mutex_);
         queue_.push_back(std::move(job));
-        if (!thread_.joinable() && !stopping_) {
-            try {
-                thread_ = std::thread([this] { run(); });
-            } catch (const std::system_error&) { // no more threads at the moment
-            }
-        }
+    }
+    try {
+        start();
+    } catch (const std::system_error&) {
+        return; // no more threads at the moment
     }
     wake_.notify_one();
 }

@@ -19,6 +19,8 @@ public:
     SerialExecutor() = default;
     ~SerialExecutor() override;
 
+    /// Starts the thread. Throws std::system_error where the system has none left.
+    void start();
     void post(std::function<void()> job) override;
 
 private:

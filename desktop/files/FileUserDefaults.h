@@ -22,9 +22,9 @@ std::filesystem::path defaultPreferencesFile();
 ///
 /// The file is read by the constructor, and again before it is replaced where another program wrote
 /// it in the meantime: of its entries only those that were set here are replaced. Each change is on
-/// the disk when `set()` returns; the file is replaced as a whole, so that no failure harms what
-/// was there, and a link to it stays a link. What cannot be written gives one error line, until
-/// that succeeds or fails in another way.
+/// the disk when `set()` returns, with those of `setLater()` before it; the file is replaced as a
+/// whole, so that no failure harms what was there, and a link to it stays a link. What cannot be
+/// written gives one error line, until that succeeds or fails in another way.
 ///
 /// What is not as the above, or no regular file, is set aside under its name with ".unreadable-"
 /// and the time appended, with one error line, and the preferences start empty; where even that

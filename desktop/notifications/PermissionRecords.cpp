@@ -117,6 +117,7 @@ void askGnomeSettings(const PermissionRecords& records, std::chrono::millisecond
     QObject::connect(tool, &QProcess::finished, &context, [tool, patience, report](int exitCode) {
         tool->deleteLater();
         if (patience->isActive()) {
+            patience->stop(); // it may be due in this very pass of the event loop
             report(tool->exitStatus() == QProcess::NormalExit && exitCode == 0 &&
                    tool->readAllStandardOutput().trimmed() == "false");
         }

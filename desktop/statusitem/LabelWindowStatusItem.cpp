@@ -129,7 +129,14 @@ protected:
                   storedLabelPosition(placeShown(), screenAreas()));
             place();
             picture_.reset();
+            showUnlessCovered();
         }
+    }
+
+    void hideEvent(QHideEvent* event) override {
+        QAbstractButton::hideEvent(event);
+        isDragged_ = false; // no release comes
+        picture_.reset();
     }
 
     void keyPressEvent(QKeyEvent* event) override {
@@ -194,15 +201,18 @@ private:
             const auto kept = stored(position_.defaults, position_.preference);
             shownAt_ = labelPosition(kept.value_or(std::string()), screenAreas(), size);
         }
-        if (isAtEdge_) {
-            layershell::putAtEdge(*this, {shownAt_, size}, layershell::Layer::bars);
-        } else {
+        if (!isAtEdge_) {
             setGeometry({shownAt_, size});
+        } else if (!isDragged_) {
+            layershell::putAtEdge(*this, {shownAt_, size}, layershell::Layer::bars);
         }
         itemPlace_.isAt(placeShown());
     }
 
     void showUnlessCovered() {
+        if (isDragged_) {
+            return; // hidden, it would not be told of the release
+        }
         const QScreen* const screen = QGuiApplication::screenAt(placeShown().center());
         if (screen == nullptr || fullScreen_.fills(*screen)) {
             hide();

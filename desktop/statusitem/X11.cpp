@@ -18,6 +18,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,34 +39,36 @@ OwnConnection connectWithoutLimit() {
     return server;
 }
 
-/// Whether connecting comes to an end. A process of its own tries: xcb_connect() cannot be
-/// interrupted, and a thread that tried would stay, and its memory with it.
-bool answers(std::chrono::milliseconds patience) {
+} // namespace
+
+// xcb_connect() cannot be interrupted, so a process of its own tries first: a thread that tried
+// would stay, and its memory with it. The child stays connected until the program is: a server may
+// end or start anew when its last client leaves.
+OwnConnection connect(std::chrono::milliseconds patience) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return true;
+        return connectWithoutLimit();
     }
     const FileDescriptor read(ends[0]);
     FileDescriptor write(ends[1]);
     const pid_t child = fork();
     if (child == 0) {
-        connectWithoutLimit();
-        _exit(EXIT_SUCCESS); // which closes the pipe
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        const OwnConnection server = connectWithoutLimit();
+        write.close();
+        pause();
+        _exit(EXIT_SUCCESS);
     }
     write.close();
     pollfd end{.fd = read.get(), .events = POLLIN, .revents = 0};
-    const bool hasEnded = child < 0 || poll(&end, 1, static_cast<int>(patience.count())) > 0;
+    const bool answers = child < 0 || poll(&end, 1, static_cast<int>(patience.count())) > 0;
+    OwnConnection server =
+        answers ? connectWithoutLimit() : OwnConnection(nullptr, &xcb_disconnect);
     if (child > 0) {
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
     }
-    return hasEnded;
-}
-
-} // namespace
-
-OwnConnection connect(std::chrono::milliseconds patience) {
-    return answers(patience) ? connectWithoutLimit() : OwnConnection(nullptr, &xcb_disconnect);
+    return server;
 }
 
 xcb_connection_t* connection() {

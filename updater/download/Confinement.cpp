@@ -70,6 +70,8 @@ constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_process_vm_writev,
     SYS_kill,
     SYS_tkill,
+    SYS_rt_sigqueueinfo,
+    SYS_rt_tgsigqueueinfo,
     SYS_pidfd_getfd,
     SYS_pidfd_send_signal,
     SYS_bpf,
@@ -108,6 +110,9 @@ constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_removexattr,
     SYS_lremovexattr,
     SYS_fremovexattr,
+    463, // setxattrat
+    466, // removexattrat
+    469, // file_setattr
 #ifdef SYS_fork
     SYS_fork,
     SYS_vfork,

@@ -147,7 +147,8 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     memory.stirred = 0;
     memory.residentThen = memory.resident.value_or(0);
     memory.mappedThen = memory.mapped;
-    const bool isWalked = memory.residentThen <= largestWalk;
+    const std::uint64_t walk = memory.residentThen + memory.swapped;
+    const bool isWalked = walk <= largestWalk;
     const auto text = isWalked ? folder.read(process.id, "smaps_rollup") : std::nullopt;
     memory.proportional = text ? bytesBehind("Pss:", *text) : std::nullopt;
     if (memory.proportional) {
@@ -159,7 +160,7 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     } else if (const auto status = folder.read(process.id, "status")) {
         memory.swapped = bytesBehind("VmSwap:", *status).value_or(0);
     }
-    return static_cast<std::int64_t>(costOfAny + (isWalked ? memory.residentThen : 0));
+    return static_cast<std::int64_t>(costOfAny + (isWalked ? walk : 0));
 }
 
 } // namespace tidewell
