@@ -25,10 +25,14 @@ class LabelWindow(DesktopCase):
     def wait_for_label(self, tidewell, place):
         wait_for(f"the label at {place}", lambda: tidewell.label_window() == place)
 
-    def start_full_screen_window(self):
+    def start_window(self):
         self.desktop.start("xmessage", "-center", "A film")
         film, = wait_for("the other window", lambda: self.desktop.windows("--class", "Xmessage"))
         self.desktop.run("xdotool", "windowactivate", "--sync", film)
+        return film
+
+    def start_full_screen_window(self):
+        film = self.start_window()
         self.tell_window_manager(film, "_NET_WM_STATE", ADD, "_NET_WM_STATE_FULLSCREEN")
         return film
 
@@ -59,6 +63,12 @@ class LabelWindow(DesktopCase):
         self.wait_for_label(tidewell, dragged)
         self.desktop.plug_in("other", 1024, 768, 0, "screen")
         self.wait_for_label(tidewell, (x - 256, y, width, height))
+
+    def test_is_not_lost_by_what_happens_while_it_is_dragged_off_the_screen(self):
+        tidewell = self.start_with_label()
+        x, y, _, _ = self.label
+        self.desktop.drag((x + 10, y + 10), (self.desktop.size[0] - 1, y + 10), self.start_window)
+        self.wait_for_label(tidewell, self.label)
 
     def test_comes_back_where_it_was_and_on_all_workspaces(self):
         tidewell = self.start_with_label()

@@ -396,9 +396,10 @@ class Desktop(Session):
     def press(self, *keys):
         self.run("xdotool", "key", *keys)
 
-    def drag(self, start, end):
+    def drag(self, start, end, meanwhile=lambda: None):
         self.run("xdotool", "mousemove", *map(str, start), "mousedown", "1")
         self.glide(start, end)
+        meanwhile()
         self.run("xdotool", "mouseup", "1")
 
     def picture(self, path, crop=None, enlarged=1):
