@@ -14,8 +14,9 @@ namespace tidewell {
 ///
 /// Every survey has a credit of pages to be walked. It goes to those processes first whose figures
 /// may be furthest from the truth; half of it at least to new ones, if there are enough. Some are
-/// read in turns, whatever is known of them. A process of more than 16 GiB is taken by its RSS: of
-/// that little is shared, as a rule, and no survey could pay for the walk. One thread.
+/// read in turns, whatever is known of them. A process of more than 16 GiB, swap included, is taken
+/// by its RSS: of that little is shared, as a rule, and no survey could pay for the walk. One
+/// thread.
 class MemoryShares {
 public:
     /// `departed` has the bytes that processes shared which have ended, by their leaders.
