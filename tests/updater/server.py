@@ -27,9 +27,11 @@ class Handler(http.server.BaseHTTPRequestHandler):
             time.sleep(60)
         elif behaviour.startswith("redirect-"):  # so often, then to the file
             left = int(behaviour.removeprefix("redirect-")) - 1
-            self.redirect(f"/redirect-{left}/{name}" if left else f"/plain/{name}")
+            self.answer(302, "Location", f"/redirect-{left}/{name}" if left else f"/plain/{name}")
         elif behaviour == "weaker":
-            self.redirect(f"http://127.0.0.1:1/{name}")
+            self.answer(302, "Location", f"http://127.0.0.1:1/{name}")
+        elif behaviour == "password" and "Authorization" not in self.headers:
+            self.answer(401, "WWW-Authenticate", "Negotiate")
         elif behaviour == "endless":
             self.send_body(itertools.repeat(bytes(65536)))
         elif behaviour == "slow":
@@ -45,16 +47,13 @@ class Handler(http.server.BaseHTTPRequestHandler):
             yield bytes([byte])
             time.sleep(0.05)
 
-    def redirect(self, target):
-        self.send_response(302)
-        self.send_header("Location", target)
+    def answer(self, status, header, value):
+        self.send_response(status)
+        self.send_header(header, value)
         self.end_headers()
 
     def send_body(self, pieces, length=None):
-        self.send_response(200)
-        if length is not None:
-            self.send_header("Content-Length", str(length))
-        self.end_headers()
+        self.answer(200, *("Content-Length", str(length)) if length is not None else ("Age", "0"))
         for piece in pieces:
             self.wfile.write(piece)
 

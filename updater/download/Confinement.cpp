@@ -97,6 +97,16 @@ constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_msgget,
     SYS_mq_open,
     SYS_truncate,
+    // What they do to other processes of the user's.
+    SYS_setpriority,
+    SYS_ioprio_set,
+    SYS_sched_setaffinity,
+    SYS_sched_setattr,
+    SYS_sched_setparam,
+    SYS_sched_setscheduler,
+    SYS_migrate_pages,
+    SYS_move_pages,
+    440, // process_madvise, which older headers lack
     // Landlock does not know these.
     SYS_fchmod,
     SYS_fchmodat,
@@ -126,12 +136,14 @@ constexpr auto refused = std::to_array<std::uint32_t>({
 });
 
 /// Refuses those calls, sockets but the network's, since Landlock would let it talk to the user's
-/// buses and display, and `clone` for anything but a thread. `clone3`, whose arguments a filter
-/// cannot see, is said not to exist, so that the C library takes `clone`.
+/// buses and display, `clone` for anything but a thread, and `tgkill` and `prlimit64`, which the C
+/// library takes to abort and to ask for limits, for any other process. `clone3`, whose arguments a
+/// filter cannot see, is said not to exist, so that the C library takes `clone`.
 bool restrictCalls() {
     if (architecture == 0) {
         return false;
     }
+    const auto self = static_cast<std::uint32_t>(::getpid());
     constexpr auto load = static_cast<std::uint16_t>(BPF_LD | BPF_W | BPF_ABS);
     constexpr auto equal = static_cast<std::uint16_t>(BPF_JMP | BPF_JEQ | BPF_K);
     constexpr auto atLeast = static_cast<std::uint16_t>(BPF_JMP | BPF_JGE | BPF_K);
@@ -152,15 +164,21 @@ bool restrictCalls() {
         program.push_back({equal, 0, 1, call});
         program.push_back({give, 0, 0, refuse});
     }
+    // An argument's lower half, little-endian, is all that the kernel looks at of these.
     const auto rest = std::to_array<sock_filter>({
         {equal, 0, 4, SYS_socket},
-        {load, 0, 0, offsetof(seccomp_data, args)}, // the family: its lower half, little-endian
-        {equal, 6, 0, AF_INET},
-        {equal, 5, 0, AF_INET6},
-        {equal, 4, 3, AF_NETLINK}, // by which addresses are sorted
-        {equal, 0, 3, SYS_clone},
+        {load, 0, 0, offsetof(seccomp_data, args)}, // the family
+        {equal, 11, 0, AF_INET},
+        {equal, 10, 0, AF_INET6},
+        {equal, 9, 8, AF_NETLINK}, // by which addresses are sorted
+        {equal, 0, 2, SYS_clone},
         {load, 0, 0, offsetof(seccomp_data, args)}, // the flags
-        {bits, 1, 0, CLONE_THREAD},
+        {bits, 6, 5, CLONE_THREAD},
+        {equal, 1, 0, SYS_tgkill},
+        {equal, 0, 4, SYS_prlimit64},
+        {load, 0, 0, offsetof(seccomp_data, args)}, // the process
+        {equal, 2, 0, self},
+        {equal, 1, 0, 0}, // the same
         {give, 0, 0, refuse},
         {give, 0, 0, SECCOMP_RET_ALLOW},
     });

@@ -24,13 +24,20 @@ tl::unexpected<Error> systemFailure(const QString& path) {
                    UpdateProblem::cannotStore);
 }
 
+/// Whether others can put something else in the place of what is in a folder. Where each user has a
+/// group of their own, it has their number, and some have their folders writable for it.
+bool isOthersToChange(const struct stat& folder) {
+    const bool isForOthers = folder.st_gid != 0 && folder.st_gid != ::geteuid();
+    return (folder.st_uid != 0 && folder.st_uid != ::geteuid()) ||
+           ((folder.st_mode & (S_IWOTH | (isForOthers ? S_IWGRP : 0))) != 0 &&
+            (folder.st_mode & S_ISVTX) == 0);
+}
+
 /// Whether nobody but this user and root can put something else in a folder's place.
 bool isSafeBelow(const QString& folder) {
     for (QString path = folder;; path = QFileInfo(path).path()) {
         struct stat status{};
-        if (::stat(QFile::encodeName(path).constData(), &status) != 0 ||
-            (status.st_uid != 0 && status.st_uid != ::geteuid()) ||
-            ((status.st_mode & S_IWOTH) != 0 && (status.st_mode & S_ISVTX) == 0)) {
+        if (::stat(QFile::encodeName(path).constData(), &status) != 0 || isOthersToChange(status)) {
             return false;
         }
         if (path == QStringLiteral("/")) {

@@ -10,6 +10,8 @@
 #include <fstream>
 #include <memory>
 
+#include <sodium/core.h>
+
 namespace tidewell {
 namespace {
 
@@ -31,14 +33,15 @@ TEST(VersionOrder, SortsVersionsPreReleasesAndWhateverElseComes) {
                                    "1.10.0.1",
                                    "99999999999999999999998",
                                    "99999999999999999999999"};
+    std::vector<std::pair<qsizetype, std::string>> ranked;
     for (qsizetype i = 0; i < rising.size(); ++i) {
-        for (qsizetype k = 0; k < rising.size(); ++k) {
-            for (const QByteArray& left : rising[i].split('|')) {
-                for (const QByteArray& right : rising[k].split('|')) {
-                    EXPECT_EQ(compareVersions(left.toStdString(), right.toStdString()), i <=> k)
-                        << left.data() << " / " << right.data();
-                }
-            }
+        for (const QByteArray& version : rising[i].split('|')) {
+            ranked.emplace_back(i, version.toStdString());
+        }
+    }
+    for (const auto& [i, left] : ranked) {
+        for (const auto& [k, right] : ranked) {
+            EXPECT_EQ(compareVersions(left, right), i <=> k) << left << " / " << right;
         }
     }
     EXPECT_TRUE(isVersion("1.10-rc.1+7"));
@@ -151,16 +154,15 @@ TEST(SignedFeed, IsReadOnlyAsItWasSignedAndCountsOnlyWhileItIsTheNewest) {
     const auto read = readSignedFeed(published, keys.publicKey).value();
     EXPECT_EQ(std::tie(read.serial, read.expires, read.feed),
               std::tie(feed.serial, feed.expires, feed.feed));
+    QByteArrayList others{
+        {}, feed.feed, published.left(50), published + ' ', publish(feed, makeKeyPair().secretKey)};
     for (qsizetype i = 0; i < published.size(); ++i) {
-        auto changed = published;
-        changed[i] = char(changed[i] ^ 1);
-        EXPECT_EQ(readSignedFeed(changed, keys.publicKey).error().cause,
-                  UpdateProblem::unsignedFeed)
-            << i;
+        others << published;
+        others.back()[i] = char(published[i] ^ 1);
     }
-    for (const auto& other : {QByteArray(), feed.feed, published.left(50), published + ' ',
-                              publish(feed, makeKeyPair().secretKey)}) {
-        EXPECT_EQ(readSignedFeed(other, keys.publicKey).error().cause, UpdateProblem::unsignedFeed);
+    for (const QByteArray& other : others) {
+        EXPECT_EQ(readSignedFeed(other, keys.publicKey).error().cause, UpdateProblem::unsignedFeed)
+            << other.data();
     }
     for (const QByteArray text : {"", "tidewell update 2\n7\n2026-12-23T12:00:00Z\n",
                                   "tidewell feed 1\n-7\n2026-12-23T12:00:00Z\n",
@@ -190,6 +192,15 @@ TEST(Signature, IsOfAllByWhichAReleaseIsChosenAndOfProperKeysOnly) {
     for (const QByteArray& key : {QByteArray(), QByteArray("key"), QByteArray(32, '\0').toBase64(),
                                   QByteArray(31, 'k').toBase64(), QByteArray("*")}) {
         EXPECT_EQ(readPublicKey(key), std::nullopt) << key.data();
+    }
+}
+
+TEST(Signature, StartsTheLibraryThatChoosesForTheProcessorWhereverItIsUsedFirst) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe"; // in a process that is as new
+    for (void (*use)() :
+         {+[] { readPublicKey({}); }, +[] { FileDigest(); }, +[] { makeKeyPair(); },
+          +[] { publicHalf({}); }, +[] { sign({}, {}); }, +[] { isSigned({}, {}, {}); }}) {
+        EXPECT_EXIT((use(), std::_Exit(sodium_init())), testing::ExitedWithCode(1), "");
     }
 }
 
