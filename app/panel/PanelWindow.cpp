@@ -2,9 +2,9 @@
 
 #include "app/Scenes.h"
 #include "desktop/appearance/RoundedBackground.h"
-#include "desktop/statusitem/LayerShell.h"
+#include "desktop/display/LayerShell.h"
+#include "desktop/display/X11.h"
 #include "desktop/statusitem/PanelPosition.h"
-#include "desktop/statusitem/X11.h"
 
 #include <QApplication>
 #include <QKeyEvent>

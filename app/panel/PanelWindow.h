@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desktop/statusitem/OutsideClicks.h"
-#include "desktop/statusitem/ScreenWatch.h"
+#include "desktop/display/OutsideClicks.h"
+#include "desktop/display/ScreenWatch.h"
 #include "ui/ScrollThumb.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 #include "desktop/appearance/LocalSettings.h"
 
 #include "desktop/appearance/XSettings.h"
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 
 #include <QColor>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 
 #include "base/observable/ObserverList.h"
 #include "base/values/Colour.h"
-#include "desktop/statusitem/SelectionOwner.h"
+#include "desktop/display/SelectionOwner.h"
 
 #include <QFileSystemWatcher>
 #include <QString>

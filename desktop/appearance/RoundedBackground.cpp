@@ -1,6 +1,6 @@
 #include "desktop/appearance/RoundedBackground.h"
 
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 #include "ui/Drawing.h"
 #include "ui/Palette.h"
 

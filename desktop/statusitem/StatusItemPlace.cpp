@@ -1,7 +1,7 @@
 #include "desktop/statusitem/StatusItemPlace.h"
 
-#include "desktop/statusitem/LayerShell.h"
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/LayerShell.h"
+#include "desktop/display/X11.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/statusitem/SelectionOwner.h"
+#include "desktop/display/SelectionOwner.h"
 #include "desktop/statusitem/StatusHost.h"
 
 namespace tidewell {

@@ -1,4 +1,4 @@
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 
 #include "base/values/FileDescriptor.h"
 

@@ -1,9 +1,9 @@
-#include "desktop/statusitem/OutsideClicks.h"
+#include "desktop/display/OutsideClicks.h"
 
-#include "desktop/statusitem/ClickCatcher.h"
-#include "desktop/statusitem/LayerShell.h"
-#include "desktop/statusitem/ScreenCover.h"
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/ClickCatcher.h"
+#include "desktop/display/LayerShell.h"
+#include "desktop/display/ScreenCover.h"
+#include "desktop/display/X11.h"
 
 #include <QApplication>
 #include <QCursor>

@@ -1,6 +1,6 @@
-#include "desktop/statusitem/ClickCatcher.h"
+#include "desktop/display/ClickCatcher.h"
 
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 
 #include <QApplication>
 #include <QScreen>

@@ -1,4 +1,4 @@
-#include "desktop/session/QtPlatform.h"
+#include "desktop/display/QtPlatform.h"
 
 namespace tidewell {
 

@@ -1,4 +1,4 @@
-#include "desktop/session/WaylandCompositor.h"
+#include "desktop/display/WaylandCompositor.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "desktop/statusitem/LayerShell.h"
+#include "desktop/display/LayerShell.h"
 
 namespace tidewell::layershell {
 

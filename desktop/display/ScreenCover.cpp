@@ -1,6 +1,6 @@
-#include "desktop/statusitem/ScreenCover.h"
+#include "desktop/display/ScreenCover.h"
 
-#include "desktop/statusitem/LayerShell.h"
+#include "desktop/display/LayerShell.h"
 
 #include <QScreen>
 #include <QTouchEvent>

@@ -1,6 +1,6 @@
-#include "desktop/session/QtPlatform.h"
-#include "desktop/session/WaylandCompositor.h"
-#include "desktop/statusitem/LayerShell.h"
+#include "desktop/display/LayerShell.h"
+#include "desktop/display/QtPlatform.h"
+#include "desktop/display/WaylandCompositor.h"
 #include "tests/fakes/ScopedEnvironment.h"
 #include "tests/fakes/TemporaryFolder.h"
 

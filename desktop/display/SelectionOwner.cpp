@@ -1,6 +1,6 @@
-#include "desktop/statusitem/SelectionOwner.h"
+#include "desktop/display/SelectionOwner.h"
 
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 
 #include <QCoreApplication>
 

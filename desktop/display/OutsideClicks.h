@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/statusitem/ScreenWatch.h"
+#include "desktop/display/ScreenWatch.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPoint>

@@ -1,4 +1,4 @@
-#include "desktop/statusitem/ScreenWatch.h"
+#include "desktop/display/ScreenWatch.h"
 
 #include <QGuiApplication>
 #include <QScreen>

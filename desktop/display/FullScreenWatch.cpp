@@ -1,6 +1,6 @@
-#include "desktop/statusitem/FullScreenWatch.h"
+#include "desktop/display/FullScreenWatch.h"
 
-#include "desktop/statusitem/X11.h"
+#include "desktop/display/X11.h"
 
 #include <QCoreApplication>
 #include <QScreen>

@@ -1,6 +1,6 @@
-#include "desktop/statusitem/LayerShell.h"
+#include "desktop/display/LayerShell.h"
 
-#include "desktop/session/WaylandCompositor.h"
+#include "desktop/display/WaylandCompositor.h"
 
 #include <LayerShellQt/Window>
 #include <QGuiApplication>
