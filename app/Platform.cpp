@@ -7,7 +7,7 @@
 #include "desktop/notifications/NotificationSettingsPrograms.h"
 #include "desktop/session/AutostartLoginItem.h"
 #include "desktop/session/PortalLoginItem.h"
-#include "desktop/statusitem/DesktopStatusItem.h"
+#include "desktop/statusitem/StatusItemForms.h"
 #include "model/preferences/StoredPreferences.h"
 
 #include <QDesktopServices>
@@ -54,9 +54,11 @@ ApplicationEnvironment Platform::environment() {
         .itemPlace = itemPlace_,
         .makeStatusItem =
             [this](const StatusItemBehaviour& behaviour) {
-                return std::make_unique<DesktopStatusItem>(
-                    sessionBus_, clock_, appearance_, itemPlace_,
-                    KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_, behaviour);
+                return std::make_unique<StatusItemSwitcher>(
+                    clock_,
+                    statusItemForms(sessionBus_, appearance_, itemPlace_,
+                                    KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_,
+                                    behaviour));
             },
         .makeUpdater = {}, // which needs the rest
         .openNotificationSettings = [this] { return openNotificationSettings(desktop_); },

@@ -9,7 +9,7 @@
 #include "benchmarks/Measuring.h"
 #include "desktop/files/FileUserDefaults.h"
 #include "desktop/notifications/DesktopNotificationCenter.h"
-#include "desktop/statusitem/DesktopStatusItem.h"
+#include "desktop/statusitem/StatusItemForms.h"
 #include "model/preferences/StoredPreferences.h"
 #include "tests/desktop/PrivateBus.h"
 #include "tests/fakes/FakeProbes.h"
@@ -176,9 +176,11 @@ private:
         .itemPlace = place_,
         .makeStatusItem =
             [this](const StatusItemBehaviour& behaviour) {
-                return std::make_unique<DesktopStatusItem>(
-                    connection_, clock_, appearance_, place_,
-                    KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_, behaviour);
+                return std::make_unique<StatusItemSwitcher>(
+                    clock_,
+                    statusItemForms(connection_, appearance_, place_,
+                                    KeptLabelPosition{defaults_, preferences::labelWindowPos}, log_,
+                                    behaviour));
             },
         .makeUpdater = {},
         .openNotificationSettings = [] { return true; },

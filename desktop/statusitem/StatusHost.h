@@ -12,9 +12,6 @@ enum class HostState {
 };
 
 /// What shows status items on the desktop, and may appear and vanish at any time. Main thread.
-///
-/// A new kind of host is a subclass of this, a form of the `StatusItem` for it, a `Maker` in
-/// `StatusItemForms`, and a line in `StatusItemSwitcher::wanted()`.
 class StatusHost : public Interface {
 public:
     virtual HostState state() const = 0;

@@ -2,14 +2,14 @@
 
 namespace tidewell {
 
-StatusItemSwitcher::StatusItemSwitcher(ContinuousClock& clock, StatusHost& notifierHost,
-                                       StatusHost& trayHost, StatusItemForms forms)
+StatusItemSwitcher::StatusItemSwitcher(ContinuousClock& clock, std::vector<StatusItemForm> forms)
     : clock_(clock)
-    , notifierHost_(notifierHost)
-    , trayHost_(trayHost)
-    , forms_(std::move(forms))
-    , notifierChanged_(notifierHost.didChange([this] { follow(); }))
-    , trayChanged_(trayHost.didChange([this] { follow(); })) {
+    , forms_(std::move(forms)) {
+    for (const StatusItemForm& form : forms_) {
+        if (form.host) {
+            hostChanges_.push_back(form.host->didChange([this] { follow(); }));
+        }
+    }
     follow();
 }
 
@@ -27,22 +27,23 @@ void StatusItemSwitcher::setContent(const StatusItemContent& content) {
     if (item_) {
         item_->setContent(content);
     } else if (form_ != nullptr) {
-        take(form_);
+        take(*form_);
     }
 }
 
 void StatusItemSwitcher::follow() {
-    isLost_ = isLost_ ||
-              (form_ == &StatusItemForms::notifier && notifierHost_.state() != HostState::present);
+    isLost_ = isLost_ || (form_ != nullptr && form_->isForgotten &&
+                          form_->host->state() != HostState::present);
     if (alarm_) {
         clock_.cancelAlarm(*alarm_);
         alarm_.reset();
     }
-    if (wanted() == form_ && !isLost_) {
+    const StatusItemForm& best = wanted();
+    if (&best == form_ && !isLost_) {
         return;
     }
-    if (wanted() == &StatusItemForms::notifier) {
-        take(&StatusItemForms::notifier);
+    if (&best == &forms_.front()) {
+        take(best);
         return;
     }
     alarm_ = clock_.setAlarm(after(clock_.now(), grace), [this] {
@@ -51,23 +52,25 @@ void StatusItemSwitcher::follow() {
     });
 }
 
-StatusItemSwitcher::Form StatusItemSwitcher::wanted() const {
-    if (notifierHost_.state() == HostState::present) {
-        return &StatusItemForms::notifier;
+const StatusItemForm& StatusItemSwitcher::wanted() const {
+    for (const StatusItemForm& form : forms_) {
+        const HostState state = form.host ? form.host->state() : HostState::present;
+        if (state == HostState::present) {
+            return form;
+        }
+        if (state == HostState::unknown) {
+            break; // it hangs, perhaps, and QSystemTrayIcon would wait for it
+        }
     }
-    // Not while the watcher is unknown: QSystemTrayIcon would ask it with a blocking call.
-    if (trayHost_.state() == HostState::present && notifierHost_.state() == HostState::absent) {
-        return &StatusItemForms::tray;
-    }
-    return &StatusItemForms::label;
+    return forms_.back();
 }
 
-void StatusItemSwitcher::take(Form form) {
-    form_ = form;
+void StatusItemSwitcher::take(const StatusItemForm& form) {
+    form_ = &form;
     isLost_ = false;
     item_.reset(); // before the next is made: never two at once
     if (content_) {
-        item_ = (forms_.*form)();
+        item_ = form.make();
         item_->setContent(*content_);
     }
 }

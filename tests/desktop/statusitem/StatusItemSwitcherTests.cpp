@@ -35,8 +35,9 @@ struct Item final : public StatusItem {
 
 class Switcher : public testing::Test {
 protected:
-    StatusItemForms::Maker maker(const char* form) {
-        return [this, form] { return std::make_unique<Item>(notes, form); };
+    StatusItemForm form(const char* name, std::shared_ptr<StatusHost> host, bool isForgotten) {
+        return {std::move(host), [this, name] { return std::make_unique<Item>(notes, name); },
+                isForgotten};
     }
     void show(const char* text) { switcher.setContent({.symbolName = {}, .text = text}); }
     std::vector<std::string> notesAfter(double seconds) {
@@ -46,19 +47,20 @@ protected:
 
     std::vector<std::string> notes;
     ManualClock clock;
-    FakeHost notifier;
-    FakeHost tray;
-    StatusItemSwitcher switcher{
-        clock, notifier, tray, {maker("notifier"), maker("tray"), maker("label")}};
+    std::shared_ptr<FakeHost> notifier = std::make_shared<FakeHost>();
+    std::shared_ptr<FakeHost> tray = std::make_shared<FakeHost>();
+    StatusItemSwitcher switcher{clock,
+                                {form("notifier", notifier, true), form("tray", tray, false),
+                                 form("label", nullptr, false)}};
 };
 
 TEST_F(Switcher, TakesADesktopThatDrawsItemsAtOnceAndTheOthersAfterAGrace) {
     show("a");
     EXPECT_THAT(notesAfter(1.4), ElementsAre()) << "at login nothing flashes up";
-    tray.become(HostState::present); // a panel starts: first its tray, then the rest
+    tray->become(HostState::present); // a panel starts: first its tray, then the rest
     EXPECT_THAT(notesAfter(1.4), ElementsAre());
-    notifier.become(HostState::unknown);
-    notifier.become(HostState::present);
+    notifier->become(HostState::unknown);
+    notifier->become(HostState::present);
     EXPECT_THAT(notesAfter(0), ElementsAre("notifier a"));
     show("a");
     EXPECT_THAT(notesAfter(0), ElementsAre()) << "unchanged";
@@ -71,15 +73,15 @@ TEST_F(Switcher, FallsBackStepByStepAndComesBackWithTheHosts) {
     EXPECT_THAT(notesAfter(1.5), ElementsAre()) << "nothing to show yet";
     show("a");
     EXPECT_THAT(notesAfter(0), ElementsAre("label a"));
-    tray.become(HostState::present);
+    tray->become(HostState::present);
     EXPECT_THAT(notesAfter(1.5), ElementsAre("label gone", "tray a"));
-    notifier.become(HostState::unknown); // a desktop that hangs would hang the tray icon, too
+    notifier->become(HostState::unknown); // a desktop that hangs would hang the tray icon, too
     EXPECT_THAT(notesAfter(1.5), ElementsAre("tray gone", "label a"));
-    notifier.become(HostState::present);
+    notifier->become(HostState::present);
     EXPECT_THAT(notesAfter(0), ElementsAre("label gone", "notifier a"));
-    notifier.become(HostState::absent); // it restarts
+    notifier->become(HostState::absent); // it restarts
     EXPECT_THAT(notesAfter(1.4), ElementsAre());
-    notifier.become(HostState::present);
+    notifier->become(HostState::present);
     EXPECT_THAT(notesAfter(60), ElementsAre("notifier gone", "notifier a")) << "registers anew";
 }
 
