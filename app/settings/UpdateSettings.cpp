@@ -9,16 +9,12 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPainter>
-#include <QSignalBlocker>
 
 #include <utility>
 
 namespace tidewell {
 
 namespace {
-
-/// The interval that the picker shows until it is told the updater's.
-constexpr double initialCheckInterval = 3600;
 
 class Divider final : public QWidget {
 public:
@@ -48,16 +44,17 @@ UpdateSettings::UpdateSettings(std::shared_ptr<SparkleModel> model)
     , checksAutomatically_(new CheckBox(tr("Automatically check for updates")))
     , downloadsAutomatically_(new CheckBox(tr("Automatically download updates")))
     , modelChanges_(model_->objectWillChange([this] { later_.schedule(); })) {
-    connect(checksAutomatically_, &QCheckBox::toggled, this, &UpdateSettings::applyAutomaticChecks);
-    connect(downloadsAutomatically_, &QCheckBox::toggled, this,
-            &UpdateSettings::applyAutomaticDownloads);
     auto* column = makeColumn(this);
     column->addLayout(makeRow(checksAutomatically_));
     column->addLayout(makeRow(downloadsAutomatically_));
     column->addLayout(makeRow(makePicker()));
     column->addWidget(new Divider);
     column->addWidget(makeCheckRow());
-    refresh();
+    loadChoices();
+    connect(checksAutomatically_, &QCheckBox::toggled, this, &UpdateSettings::applyAutomaticChecks);
+    connect(downloadsAutomatically_, &QCheckBox::toggled, this,
+            &UpdateSettings::applyAutomaticDownloads);
+    connect(interval_, &QComboBox::currentIndexChanged, this, &UpdateSettings::applyCheckInterval);
 }
 
 QWidget* UpdateSettings::makePicker() {
@@ -72,11 +69,6 @@ QWidget* UpdateSettings::makePicker() {
     interval_->addItem(tr("Weekly"), 604800.0);
     interval_->addItem(tr("Monthly"), 2592000.0);
     intervalLabel_->setBuddy(interval_);
-    connect(interval_, &QComboBox::currentIndexChanged, this, [this](int index) {
-        if (index >= 0) {
-            applyCheckInterval(interval_->itemData(index).toDouble());
-        }
-    });
     row->addWidget(intervalLabel_);
     row->addWidget(interval_, 1);
     return picker;
@@ -96,32 +88,16 @@ QWidget* UpdateSettings::makeCheckRow() {
     return checkRow_;
 }
 
-void UpdateSettings::showEvent(QShowEvent* event) {
-    if (!std::exchange(hasAppeared_, true)) {
-        loadChoices();
-    }
-    QWidget::showEvent(event);
-}
-
 void UpdateSettings::loadChoices() {
-    const SPUUpdater* const updater = model_->updater();
-    const double seconds =
-        updater != nullptr ? updater->updateCheckInterval() : initialCheckInterval;
-    {
-        const QSignalBlocker checks(checksAutomatically_);
-        const QSignalBlocker downloads(downloadsAutomatically_);
-        const QSignalBlocker interval(interval_);
-        checksAutomatically_->setChecked(updater != nullptr &&
-                                         updater->automaticallyChecksForUpdates());
-        downloadsAutomatically_->setChecked(updater != nullptr &&
-                                            updater->automaticallyDownloadsUpdates());
+    if (SPUUpdater* updater = model_->updater()) {
+        const double seconds = updater->updateCheckInterval();
+        checksAutomatically_->setChecked(updater->automaticallyChecksForUpdates());
+        downloadsAutomatically_->setChecked(updater->automaticallyDownloadsUpdates());
         interval_->setCurrentIndex(interval_->findData(seconds)); // none for one of another's
+        updater->setUpdateCheckInterval(seconds);
     }
     applyAutomaticChecks(checksAutomatically_->isChecked());
     applyAutomaticDownloads(downloadsAutomatically_->isChecked());
-    if (seconds != initialCheckInterval) {
-        applyCheckInterval(seconds);
-    }
 }
 
 void UpdateSettings::applyAutomaticChecks(bool check) {
@@ -143,9 +119,9 @@ void UpdateSettings::applyAutomaticDownloads(bool download) {
     }
 }
 
-void UpdateSettings::applyCheckInterval(double seconds) {
+void UpdateSettings::applyCheckInterval() {
     if (SPUUpdater* updater = model_->updater()) {
-        updater->setUpdateCheckInterval(seconds);
+        updater->setUpdateCheckInterval(interval_->currentData().toDouble());
     }
 }
 

@@ -14,17 +14,13 @@ class QPushButton;
 
 namespace tidewell {
 
-/// The choices about updates, handed to the updater at the moment they are made. When it first
-/// appears, it takes the updater's own choices over, so that its controls show them; then it acts
-/// on the two toggles as if the user had just set them. Main thread.
+/// The choices about updates, handed to the updater at the moment they are made. It begins with the
+/// updater's own choices, and acts on them as if the user had just made them. Main thread.
 class UpdateSettings final : public QWidget {
     Q_OBJECT
 
 public:
     explicit UpdateSettings(std::shared_ptr<SparkleModel> model);
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     QWidget* makePicker();
@@ -33,11 +29,10 @@ private:
     void loadChoices();
     void applyAutomaticChecks(bool check);
     void applyAutomaticDownloads(bool download);
-    void applyCheckInterval(double seconds);
+    void applyCheckInterval();
     void refresh();
 
     std::shared_ptr<SparkleModel> model_;
-    bool hasAppeared_ = false;
     LaterRefresh later_{*this, [this] { refresh(); }};
 
     // Owned by their parents.
