@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
@@ -68,6 +69,76 @@ std::string takeItem(const json& sample, std::vector<Item>& items, std::size_t l
     return {};
 }
 
+/// Takes the samples out of a document while it is parsed: in the parser's tree, a long history
+/// would take twenty times its memory.
+class SampleTaker {
+public:
+    using Event = json::parse_event_t;
+
+    SampleTaker(DataContainer& history, std::size_t limit)
+        : history_(history)
+        , limit_(limit) {}
+
+    /// What is wrong with the samples, if anything is.
+    const std::string& fault() const { return fault_; }
+
+    /// The parser's callback: whether `parsed` goes into the tree. It looks through all that an
+    /// object has after each of its parts, so only what is still needed does.
+    bool operator()(int depth, Event event, const json& parsed) {
+        if (depth == maximumDocumentDepth &&
+            (event == Event::object_start || event == Event::array_start)) {
+            fault_ = "it is nested too deeply";
+        }
+        switch (depth) {
+        case 0:
+            return fault_.empty();
+        case 1:
+            return takeMember(event, parsed);
+        case 2:
+            return isOfList() && takeSample(event, parsed);
+        case 3:
+            return event == Event::value ||
+                   (event == Event::key && (parsed == valueKey || parsed == timestampKey));
+        default:
+            return false;
+        }
+    }
+
+private:
+    bool isOfList() const { return member_ == memoryPressureKey || member_ == swapUsedKey; }
+
+    bool takeMember(Event event, const json& parsed) {
+        if (event == Event::key) {
+            member_ = parsed.get_ref<const std::string&>();
+            // Of two members of one name, the last one counts.
+            if (member_ == memoryPressureKey) {
+                history_.memoryPressureArray.clear();
+            } else if (member_ == swapUsedKey) {
+                history_.swapUsedArray.clear();
+            }
+            return isOfList() || member_ == idKey;
+        }
+        return event == Event::value ? member_ == idKey
+                                     : isOfList() && event != Event::object_start;
+    }
+
+    bool takeSample(Event event, const json& parsed) {
+        if (event == Event::value || event == Event::array_start) {
+            fault_ = wrongType(member_);
+        } else if (event == Event::object_end && fault_.empty()) {
+            fault_ = member_ == memoryPressureKey
+                         ? takeItem(parsed, history_.memoryPressureArray, limit_)
+                         : takeItem(parsed, history_.swapUsedArray, limit_);
+        }
+        return event == Event::object_start;
+    }
+
+    DataContainer& history_;
+    std::size_t limit_;
+    std::string member_; // of the document, the one that is parsed
+    std::string fault_;
+};
+
 /// What is wrong with a document of which the samples were taken out, if anything is.
 std::string faultOf(const json& document) {
     if (!document.is_object()) {
@@ -102,52 +173,12 @@ std::optional<Data> encodeDataContainer(const DataContainer& container) {
 
 Result<DataContainer> decodeDataContainer(const Data& data, std::size_t limit) {
     DataContainer history;
-    std::string member; // of the document, the last one
-    std::string fault;
-    // Takes each sample out of the document's tree, in which a long history would take twenty times
-    // its memory.
-    const auto take = [&](int depth, json::parse_event_t event, const json& parsed) {
-        using enum json::parse_event_t;
-        if (depth == maximumDocumentDepth && (event == object_start || event == array_start)) {
-            fault = "it is nested too deeply";
-        }
-        if (event == key && depth == 1) { // of two members of one name, the last one counts
-            member = parsed.get_ref<const std::string&>();
-            if (member == memoryPressureKey) {
-                history.memoryPressureArray.clear();
-            } else if (member == swapUsedKey) {
-                history.swapUsedArray.clear();
-            }
-        }
-        const bool isPressure = member == memoryPressureKey;
-        const bool isList = isPressure || member == swapUsedKey;
-        if (isList && depth == 2 && (event == value || event == array_start)) {
-            fault = wrongType(member);
-        } else if (isList && depth == 2 && event == object_end && fault.empty()) {
-            fault = isPressure ? takeItem(parsed, history.memoryPressureArray, limit)
-                               : takeItem(parsed, history.swapUsedArray, limit);
-        }
-        // Nothing else is kept: after each object the parser looks through all that its parent has.
-        switch (depth) {
-        case 0:
-            return fault.empty();
-        case 1:
-            return event == key     ? isList || member == idKey
-                   : event == value ? member == idKey
-                                    : isList && event != object_start;
-        case 2:
-            return isList && event == object_start;
-        default:
-            return depth == 3 && (event == value ||
-                                  (event == key && (parsed == valueKey || parsed == timestampKey)));
-        }
-    };
+    SampleTaker taker(history, limit);
     // A NUL byte is JSON nowhere, but to the parser it is the end, whatever follows.
     const bool hasNul = std::ranges::find(data, 0) != data.end();
-    const json document = hasNul ? json(json::value_t::discarded) : json::parse(data, take, false);
-    if (fault.empty()) {
-        fault = faultOf(document);
-    }
+    const json document =
+        hasNul ? json(json::value_t::discarded) : json::parse(data, std::ref(taker), false);
+    const std::string fault = taker.fault().empty() ? faultOf(document) : taker.fault();
     if (!fault.empty()) {
         return failure("The saved history cannot be read: " + fault);
     }

@@ -1,5 +1,6 @@
 #include "model/memory/MemoryWatcher.h"
 
+#include "base/values/Difference.h"
 #include "model/memory/Translatable.h"
 #include "model/memory/probes/MemoryBreakdown.h"
 #include "model/preferences/StoredPreferences.h"
@@ -72,8 +73,6 @@ void MemoryWatcher::updateMemoryUsage() {
         return;
     }
     const MemoryBreakdown breakdown = breakdownOf(*counters);
-    const std::uint64_t free =
-        physical_ > breakdown.usedMemory ? physical_ - breakdown.usedMemory : 0;
     if (physical_ != 0) {
         usedMemoryPercentage_ =
             static_cast<double>(breakdown.usedMemory) / static_cast<double>(physical_) * 100.0;
@@ -91,7 +90,8 @@ void MemoryWatcher::updateMemoryUsage() {
     show(translatable("MemoryWatcher", "App Memory"), breakdown.appMemory);
     show(translatable("MemoryWatcher", "Wired Memory"), breakdown.wiredMemory);
     show(translatable("MemoryWatcher", "Compressed"), breakdown.compressedMemory);
-    show(translatable("MemoryWatcher", "Free Memory"), free);
+    show(translatable("MemoryWatcher", "Free Memory"),
+         differenceOrZero(physical_, breakdown.usedMemory));
     show(translatable("MemoryWatcher", "Cached Files"), breakdown.cachedFiles);
     show(translatable("MemoryWatcher", "Swap Used"), swapUsed());
     if (swapUsed() != 0) {

@@ -1,5 +1,7 @@
 #include "model/memory/probes/MemoryBreakdown.h"
 
+#include "base/values/Difference.h"
+
 #include <limits>
 
 namespace tidewell {
@@ -26,8 +28,7 @@ MemoryBreakdown breakdownOf(const MemoryCounters& counters) {
     const std::uint64_t external = counters.externalPages;
 
     MemoryBreakdown result{};
-    result.appMemory =
-        saturatingProduct(internal > purgeable ? internal - purgeable : 0, counters.pageSize);
+    result.appMemory = saturatingProduct(differenceOrZero(internal, purgeable), counters.pageSize);
     result.wiredMemory = saturatingProduct(counters.wiredPages, counters.pageSize);
     result.compressedMemory = saturatingProduct(counters.compressorPages, counters.pageSize);
     result.cachedFiles = saturatingProduct(external + purgeable, counters.pageSize);

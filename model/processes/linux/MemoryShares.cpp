@@ -1,5 +1,6 @@
 #include "model/processes/linux/MemoryShares.h"
 
+#include "base/values/Difference.h"
 #include "model/processes/linux/ProcessFiles.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ constexpr std::uint64_t largestWalk = 16384 * mebibyte; // some 0.2 s, which not
 constexpr std::uint64_t muchShared = 16 * mebibyte;
 constexpr std::uint64_t pageSize = 4096; // of the smallest page that can be copied on a write
 
-std::uint64_t difference(std::uint64_t one, std::uint64_t other) {
+std::uint64_t distance(std::uint64_t one, std::uint64_t other) {
     return std::max(one, other) - std::min(one, other);
 }
 
@@ -40,14 +41,12 @@ std::uint64_t doubtOf(ProcessFolder& folder, const Process& process) {
     if (!memory.proportional) {
         return 0; // the RSS is all that is to be had
     }
-    std::uint64_t doubt = difference(memory.mapped, memory.mappedThen) +
-                          (memory.residentThen - std::min(now, memory.residentThen)) +
-                          memory.stirred;
+    std::uint64_t doubt = distance(memory.mapped, memory.mappedThen) +
+                          differenceOrZero(memory.residentThen, now) + memory.stirred;
     if (memory.copiable > muchShared) {
         // Each fault that did not add a page may have copied a shared one.
-        const auto faults = difference(faultsOf(folder, process), memory.faultsThen) * pageSize;
-        const auto added = now - std::min(now, memory.residentThen);
-        doubt += faults - std::min(faults, added);
+        const auto faults = distance(faultsOf(folder, process), memory.faultsThen) * pageSize;
+        doubt += differenceOrZero(faults, differenceOrZero(now, memory.residentThen));
     }
     doubt = std::min(doubt, std::max(now, memory.residentThen));
     return doubt > std::max(mebibyte / 4, memory.estimate() / 32) ? doubt : 0;
@@ -122,7 +121,7 @@ void MemoryShares::spend(ProcessFolder& folder, std::span<const Due>& due,
         const bool wasKnown = process->memory.readAt != 0;
         const std::uint64_t before = process->memory.estimate();
         credit_ -= read(folder, *process);
-        moved_[application] += wasKnown ? difference(before, process->memory.estimate()) : 0;
+        moved_[application] += wasKnown ? distance(before, process->memory.estimate()) : 0;
     }
 }
 
@@ -155,7 +154,7 @@ std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
         memory.swapped = bytesBehind("SwapPss:", *text).value_or(0);
         const std::uint64_t anonymous = bytesBehind("Anonymous:", *text).value_or(0);
         const std::uint64_t its = bytesBehind("Pss_Anon:", *text).value_or(0);
-        memory.copiable = anonymous - std::min(anonymous, its);
+        memory.copiable = differenceOrZero(anonymous, its);
         memory.faultsThen = memory.copiable > muchShared ? faultsOf(folder, process) : 0;
     } else if (const auto status = folder.read(process.id, "status")) {
         memory.swapped = bytesBehind("VmSwap:", *status).value_or(0);

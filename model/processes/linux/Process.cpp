@@ -1,6 +1,7 @@
 #include "model/processes/linux/Process.h"
 
 #include "base/text/Words.h"
+#include "base/values/Difference.h"
 #include "model/processes/linux/ProcessFiles.h"
 #include "model/processes/linux/ReadableLine.h"
 
@@ -121,9 +122,9 @@ std::uint64_t ProcessMemory::estimate() const {
     if (!proportional) {
         return now;
     }
-    const std::uint64_t shrunk = residentThen - std::min(residentThen, now);
-    const std::uint64_t grown = now - std::min(residentThen, now);
-    return std::min(*proportional - std::min(*proportional, shrunk) + grown, now);
+    const std::uint64_t shrunk = differenceOrZero(residentThen, now);
+    const std::uint64_t grown = differenceOrZero(now, residentThen);
+    return std::min(differenceOrZero(*proportional, shrunk) + grown, now);
 }
 
 void Process::findEntries(const DesktopEntries& entries) {

@@ -1,6 +1,7 @@
 #include "model/memory/probes/linux/MemInfo.h"
 
 #include "base/text/Words.h"
+#include "base/values/Difference.h"
 
 #include <algorithm>
 #include <array>
@@ -56,13 +57,10 @@ constexpr std::array lines{
     Line{"Inactive(anon)", &MemInfo::inactiveAnonymous},
 };
 
-std::uint64_t difference(std::uint64_t a, std::uint64_t b) {
-    return a > b ? a - b : 0;
-}
-
 /// Buffers and caches without shared memory.
 std::uint64_t cachedKilobytes(const MemInfo& info) {
-    return difference(info.buffers.value_or(0) + info.cached.value_or(0), info.shared.value_or(0)) +
+    return differenceOrZero(info.buffers.value_or(0) + info.cached.value_or(0),
+                            info.shared.value_or(0)) +
            info.reclaimableSlab.value_or(0);
 }
 
@@ -81,7 +79,7 @@ std::uint64_t ownKilobytes(std::uint64_t kilobytes, std::uint64_t total) {
 std::uint64_t zfsKilobytes(const MemInfo& info, const UnlistedMemory& unlisted) {
     const auto total = info.total.value_or(0);
     const auto others = info.free.value_or(0) + appKilobytes(info) + cachedKilobytes(info);
-    return std::min(ownKilobytes(unlisted.evictableZfs, total), difference(total, others));
+    return std::min(ownKilobytes(unlisted.evictableZfs, total), differenceOrZero(total, others));
 }
 
 void leaveOutTooLargeParts(MemInfo& info) {
@@ -96,14 +94,15 @@ void leaveOutTooLargeParts(MemInfo& info) {
 
 void deriveMissingParts(MemInfo& info) {
     if (!info.anonymous && info.activeAnonymous && info.inactiveAnonymous) {
-        info.anonymous =
-            difference(*info.activeAnonymous + *info.inactiveAnonymous, info.shared.value_or(0));
+        info.anonymous = differenceOrZero(*info.activeAnonymous + *info.inactiveAnonymous,
+                                          info.shared.value_or(0));
     }
     const auto cached = cachedKilobytes(info);
     if (!info.free && info.available) {
-        info.free = difference(*info.available, cached);
+        info.free = differenceOrZero(*info.available, cached);
     } else if (!info.free && info.total && info.anonymous && info.cached) {
-        info.free = difference(*info.total, appKilobytes(info) + cached + info.zswap.value_or(0));
+        info.free =
+            differenceOrZero(*info.total, appKilobytes(info) + cached + info.zswap.value_or(0));
     }
     // Kernels before 3.14, and some that only look like Linux, make no estimate of their own.
     if (!info.available && info.free) {
@@ -156,7 +155,7 @@ std::uint64_t evictableZfsKilobytes(std::string_view arcStats) {
             (name == "size" ? size : minimum) = *figure;
         }
     }
-    return difference(size, minimum) / 1024;
+    return differenceOrZero(size, minimum) / 1024;
 }
 
 std::optional<std::int64_t> freeMemoryPercentage(const MemInfo& info,
@@ -184,7 +183,7 @@ std::optional<MemoryCounters> memoryCounters(const MemInfo& info, const Unlisted
     }
     // Each part takes at most what the earlier ones left, so that used memory never exceeds what
     // there is.
-    std::uint64_t remaining = difference(*info.total, *info.free) * 1024 / pageSize;
+    std::uint64_t remaining = differenceOrZero(*info.total, *info.free) * 1024 / pageSize;
     const auto takePages = [&](std::uint64_t pages) {
         pages = std::min(pages, remaining);
         remaining -= pages;
