@@ -1,5 +1,6 @@
 #include "app/label/BarLabelView.h"
 
+#include "app/panel/LevelWords.h"
 #include "base/text/ByteText.h"
 #include "base/values/LevelColours.h"
 #include "ui/Symbols.h"
@@ -73,6 +74,7 @@ void BarLabelView::draw() {
         shownSwap_ = swap;
         content_.text = labelText(swap.first, swap.second);
     }
+    content_.description = withLevel(QString::fromStdString(content_.text), level).toStdString();
     const auto symbol = labelSymbol(
         swap.first, sparkleModel_ != nullptr && sparkleModel_->isUpdateAvailable(), hasSymbol);
     content_.symbolName = symbol.name;

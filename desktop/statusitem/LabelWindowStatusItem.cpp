@@ -63,7 +63,7 @@ public:
         const bool resizes = content.text != content_.text;
         content_ = content;
         setText(QString::fromStdString(content.text));
-        setAccessibleDescription(text());
+        setAccessibleDescription(QString::fromStdString(content.description));
         if (resizes) {
             place();
         }

@@ -68,7 +68,7 @@ class StatusNotifierAdaptor final : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString IconThemePath READ none)
     Q_PROPERTY(QString IconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> IconPixmap READ iconPixmap)
-    Q_PROPERTY(QString IconAccessibleDesc READ text)
+    Q_PROPERTY(QString IconAccessibleDesc READ description)
     Q_PROPERTY(QString OverlayIconName READ none)
     Q_PROPERTY(QList<tidewell::NotifierPixmap> OverlayIconPixmap READ noPixmap)
     Q_PROPERTY(QString AttentionIconName READ none)
@@ -95,11 +95,11 @@ public:
             old.colour.in(shownAppearance_) != content.colour.in(shownAppearance_)) {
             Q_EMIT NewIcon();
         }
-        if (old.text != content.text) {
+        if (old.description != content.description) {
             Q_EMIT NewToolTip();
-            if (showsLabel_) {
-                Q_EMIT XAyatanaNewLabel(label(), labelGuide());
-            }
+        }
+        if (old.text != content.text && showsLabel_) {
+            Q_EMIT XAyatanaNewLabel(label(), labelGuide());
         }
     }
 
@@ -124,10 +124,12 @@ public:
     }
     NotifierTooltip toolTip() const {
         // The figure first: some hosts show the title only.
-        return {{}, {}, plainTooltip(content_.text), plainTooltip(behaviour_.title)};
+        return {{}, {}, plainTooltip(content_.description), plainTooltip(behaviour_.title)};
     }
-    QString text() const { return QString::fromStdString(content_.text); }
-    QString label() const { return showsLabel_ ? text() : QString(); }
+    QString description() const { return QString::fromStdString(content_.description); }
+    QString label() const {
+        return showsLabel_ ? QString::fromStdString(content_.text) : QString();
+    }
     QString labelGuide() const { return tidewell::labelGuide(label()); }
 
     /// Tells the label a moment after the item was registered: GNOME's extension shows a label that

@@ -24,7 +24,7 @@ void TrayIconStatusItem::setContent(const StatusItemContent& content) {
     }
     content_ = content;
     draw();
-    icon_.setToolTip(QString::fromStdString(content.text));
+    icon_.setToolTip(QString::fromStdString(content.description));
     icon_.show();
 }
 

@@ -37,8 +37,10 @@ protected:
         return std::exchange(item.shown, {});
     }
     static StatusItemContent content(const char* symbol, Colour colour, std::uint64_t used) {
-        const auto text = byteText(static_cast<std::int64_t>(used)) + " of 20 GB";
-        return {symbol, colour, used == 0 ? "No Swap" : text};
+        const auto text =
+            used == 0 ? "No Swap" : byteText(static_cast<std::int64_t>(used)) + " of 20 GB";
+        const auto* const level = used == 0 ? "" : used > gigabyte ? ", High" : ", Low";
+        return {symbol, colour, text, text + level};
     }
 
     std::shared_ptr<SparkleModel> updates = makeUpdates();
