@@ -23,6 +23,7 @@ constexpr double iconSize = 16;
 constexpr double spacing = 8;
 constexpr double valuePadding = 1;
 constexpr double valueRadius = 4;
+constexpr double highestBadge = 20; // leaves a gap to the next one, however high the font
 
 /// The same place in a row that is read from the right.
 QRectF mirrored(const QRectF& place, const QRectF& row) {
@@ -41,7 +42,8 @@ double drawBadge(QPainter& painter, const QRectF& row, double right, bool isRigh
                  const Badge& badge) {
     const QFontMetricsF metrics(painter.font(), painter.device());
     const double width = metrics.horizontalAdvance(badge.text);
-    const QSizeF size(width + 2 * valuePadding, metrics.height() + 2 * valuePadding);
+    const QSizeF size(width + 2 * valuePadding,
+                      std::min(metrics.height() + 2 * valuePadding, highestBadge));
     const QRectF place(QPointF(right - size.width(), row.center().y() - size.height() / 2), size);
     const QRectF ground = onDevicePixels(painter, isRightToLeft ? mirrored(place, row) : place);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -39,7 +39,7 @@ std::vector<std::size_t> gapsBefore(const std::vector<double>& times) {
 
 QString spanText(const std::vector<double>& times) {
     const double seconds = times.size() < 2 ? 0 : times.back() - times.front();
-    if (!(seconds > 0) || !std::isfinite(seconds)) {
+    if (!(seconds >= 0.5) || !std::isfinite(seconds)) {
         return {};
     }
     const auto number = [](double value) {

@@ -13,6 +13,7 @@
 #include <unicode/brkiter.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace tidewell {
@@ -43,13 +44,17 @@ std::size_t characterCount(std::string_view text) {
 void drawBar(QPainter& painter, const QRectF& bar, double topRadius, const QColor& colour) {
     const double radius = std::min({topRadius, bar.height(), bar.width() / 2});
     const QSizeF corner(2 * radius, 2 * radius);
-    QPainterPath top(bar.topLeft() + QPointF(0, radius));
+    // On whole pixels, or a pale line would run between the two.
+    const double pixel = 1 / painter.deviceTransform().m22();
+    const double junction = bar.bottom() - std::floor((bar.height() - radius) / pixel) * pixel;
+    QPainterPath top(QPointF(bar.left(), junction));
     top.arcTo({bar.topLeft(), corner}, 180, -90);
     top.arcTo({QPointF(bar.right() - 2 * radius, bar.top()), corner}, 90, -90);
+    top.lineTo(bar.right(), junction);
     top.closeSubpath();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(top, colour);
-    painter.fillRect(bar.adjusted(0, radius, 0, 0), colour);
+    painter.fillRect(QRectF(QPointF(bar.left(), junction), bar.bottomRight()), colour);
 }
 
 } // namespace

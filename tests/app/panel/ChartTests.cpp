@@ -160,7 +160,7 @@ TEST(SampleTimes, TellGapsAndSpan) {
          {Case{{}, {}, ""}, Case{{7}, {}, ""}, Case{{0, 1, 2, 3, 6.5}, {4}, "last 7 s"},
           Case{{0, 60, 120, 480, 540}, {3}, "last 9 min"},
           Case{{0, 3000, 6000}, {}, "last 1 h 40 min"},
-          Case{{0, 1, 2, 90'000 * 3}, {3}, "last 3 d"}, Case{{5, 5, 5}, {}, ""},
+          Case{{0, 1, 2, 90'000 * 3}, {3}, "last 3 d"}, Case{{5, 5, 5.4}, {}, ""},
           Case{{3, 2, 1}, {}, ""}}) {
         EXPECT_EQ(gapsBefore(times), gaps) << span;
         EXPECT_EQ(spanText(times), QString::fromLatin1(span));
