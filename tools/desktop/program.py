@@ -196,9 +196,9 @@ class Tidewell:
 
     def wait_for_open_window(self):
         """The geometry of the panel, which is lower than usual on a low screen."""
-        width = int(PANEL_SIZE[0] * self.desktop.scale)
+        width = PANEL_SIZE[0] * self.desktop.scale
         return wait_for("a window as wide as the panel", lambda: next(
-            (each for each in self.windows() if each[2] == width), None))
+            (each for each in self.windows() if abs(each[2] - width) < 1), None))
 
     def wait_for_no_panel(self):
         wait_for("the panel's end", lambda: not self.panel())
