@@ -7,11 +7,10 @@ import unittest
 import dbus
 import dbus.lowlevel
 from case import DesktopCase, StoreWatch
-from desktop import wait_for
+from desktop import LOGIN, wait_for
 from program import executable
 
-LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1")
-MANAGER = "org.freedesktop.login1.Manager"
+MANAGER = f"{LOGIN[0]}.Manager"
 HISTORIES = ("memoryPressureArray", "swapUsedArray")
 
 
@@ -93,45 +92,34 @@ class PowerOff(DesktopCase):
 
     def setUp(self):
         super().setUp()
-        address = self.desktop.start_bus("system", "system-services")
-        self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = address
-        self.bus = self.desktop.bus(address)
-        self.start_login_manager()
-
-    def start_login_manager(self):
-        self.login_manager = self.desktop.start(
-            "/usr/bin/python3", "-m", "dbusmock", "--template", "logind")
-        wait_for("the login manager", lambda: self.bus.name_has_owner(LOGIN[0]))
+        self.desktop.start_login_manager()
+        self.bus = self.desktop.system_bus()
 
     def inhibitors(self):
         return [tuple(map(str, (what, who, mode))) for what, who, _, mode, _, _ in
                 self.bus.call_blocking(*LOGIN, MANAGER, "ListInhibitors", "", ())]
 
-    def announce(self, value):
-        self.bus.call_blocking(*LOGIN, "org.freedesktop.DBus.Mock", "EmitSignal", "sssav",
-                               (MANAGER, "PrepareForShutdown", "b", [dbus.Boolean(value)]))
-
     def test_saves_under_the_inhibitor_and_once(self):
         watch = StoreWatch(self.desktop)
         tidewell = self.start_with_item()
         for _ in range(2):  # the first is called off: what comes then is to be saved, too
-            self.announce(False)
+            self.desktop.announce_power_off(False)
             inhibitors = wait_for("the inhibitor", self.inhibitors)
             self.assertEqual(inhibitors, [("shutdown", "Tidewell", "delay")])
-            self.announce(True)
+            self.desktop.announce_power_off(True)
             wait_for("the inhibitor's release", lambda: not self.inhibitors())
             self.assertEqual(watch.writes(), 1)
         self.assertTrue(tidewell.history()["memoryPressureArray"])
         stranger = dbus.lowlevel.SignalMessage(LOGIN[1], MANAGER, "PrepareForShutdown")
         stranger.append(False)
         self.bus.send_message(stranger)
-        self.announce(True)
-        self.login_manager.kill()
+        self.desktop.announce_power_off(True)
+        self.desktop.login_process.kill()
         wait_for("the login manager's end", lambda: not self.bus.name_has_owner(LOGIN[0]))
-        self.start_login_manager()
+        self.desktop.start_login_manager()
         wait_for("the inhibitor of the next one", self.inhibitors)
         self.assertEqual(watch.writes(), 0, "a stranger's word was heard")
-        self.announce(True)
+        self.desktop.announce_power_off(True)
         wait_for("the inhibitor's release again", lambda: not self.inhibitors())
         self.assertEqual(tidewell.end(signal.SIGTERM), 0)
         self.assertEqual(watch.writes(), 1, "the power-off that the next one announced")

@@ -19,6 +19,7 @@ import dbus
 import dbus.bus
 
 LINUX_PR_SET_PDEATHSIG = 1
+LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1")
 MARK = "TIDEWELL_DESKTOP"
 
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -354,6 +355,39 @@ class Desktop(Session):
         program = next(pathlib.Path("/usr").glob(path[daemon]))
         self.notification_process = self.start(str(program))
         wait_for(daemon, lambda: self.owner("org.freedesktop.Notifications"))
+
+    def start_compositor(self):
+        """Makes the desktop one of Wayland's, without X11 and without a screen that one sees."""
+        configuration = self.folder / "sway.conf"
+        configuration.write_text("xwayland disable\n")
+        runtime = self.folder / "runtime"
+        self.environment.pop("DISPLAY", None)
+        # It refuses to be root.
+        self.compositor_process = self.start(
+            "unshare", "--user", "--map-user=1000", "--map-group=1000", "sway", "-c",
+            str(configuration), name="sway", environment={
+                "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
+                "WLR_LIBINPUT_NO_DEVICES": "1"})
+        self.environment["WAYLAND_DISPLAY"] = wait_for("sway", lambda: next(
+            (path.name for path in runtime.glob("wayland-?") if accepts(path)), None))
+
+    def start_login_manager(self):
+        """Starts a stand-in of login1, on a system bus of our own."""
+        if "system" not in self.bus_processes:
+            self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = self.start_bus(
+                "system", "system-services")
+        self.login_process = self.start(
+            "/usr/bin/python3", "-m", "dbusmock", "--template", "logind")
+        wait_for("the login manager", lambda: self.system_bus().name_has_owner(LOGIN[0]))
+
+    def system_bus(self):
+        return self.bus(self.environment["DBUS_SYSTEM_BUS_ADDRESS"])
+
+    def announce_power_off(self, comes):
+        """Has the login manager say that the machine goes down, or that it does not."""
+        self.system_bus().call_blocking(
+            *LOGIN, "org.freedesktop.DBus.Mock", "EmitSignal", "sssav",
+            (f"{LOGIN[0]}.Manager", "PrepareForShutdown", "b", [dbus.Boolean(comes)]))
 
     # -- screen -------------------------------------------------------------------------------
 
