@@ -14,6 +14,7 @@ void HistorySaving::saveOnce() {
     if (isLoaded_ && state_.compare_exchange_strong(expected, State::saving)) {
         watcher_.writeData();
         state_ = State::saved;
+        state_.notify_all();
     }
 }
 
@@ -23,7 +24,7 @@ std::optional<DataContainer> HistorySaving::rescue() {
     if (!copy_ || !state_.compare_exchange_strong(expected, State::saved)) {
         return std::nullopt;
     }
-    return std::move(copy_);
+    return std::exchange(copy_, std::nullopt);
 }
 
 void HistorySaving::copySoon() {

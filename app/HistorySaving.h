@@ -26,12 +26,14 @@ public:
     /// The program ends.
     void willTerminate() { saveOnce(); }
 
-    /// For another thread that ends the program where the main thread is blocked: the history as of
-    /// the last sample, which is then the caller's to save. Empty where the main thread has saved
-    /// it, is just saving it, or has not loaded it yet.
+    /// For a thread that ends the program when the main thread is blocked, or has no say: the
+    /// history as of the last sample, which is then the caller's to save. Empty where the main
+    /// thread has saved it, is just saving it, or has not loaded it yet.
     std::optional<DataContainer> rescue();
     /// Whether the main thread is just saving. Any thread.
     bool isSaving() const { return state_ == State::saving; }
+    /// Waits while it is. Any other thread.
+    void waitWhileSaving() const { state_.wait(State::saving); }
 
 private:
     enum class State { unsaved, saving, saved };

@@ -142,19 +142,28 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
     return application;
 }
 
-/// Ends the program from another thread than the main one, which is blocked. The history goes to
-/// the store by nothing that the main thread could hold up.
+/// Saves the history by nothing that the main thread could hold up, on any thread. Whether there
+/// was something to be saved.
+bool rescueHistory(HistorySaving& saving, Log& log) {
+    const auto history = saving.rescue();
+    if (!history) {
+        return false;
+    }
+    if (auto document = encodeDataContainer(*history)) {
+        FileUserDefaults defaults(defaultPreferencesFile(), log);
+        write(defaults, preferences::dataContainer, std::move(*document));
+    }
+    return true;
+}
+
+/// Ends the program from another thread than the main one, which is blocked.
 void endWithoutMainThread(HistorySaving& saving, Log& log) {
     if (saving.isSaving()) {
         return;
     }
-    if (const auto history = saving.rescue()) {
+    if (rescueHistory(saving, log)) {
         logError(log, "The display does not answer: the program is ended without it",
                  "endWithoutMainThread()");
-        if (auto document = encodeDataContainer(*history)) {
-            FileUserDefaults defaults(defaultPreferencesFile(), log);
-            write(defaults, preferences::dataContainer, std::move(*document));
-        }
     }
     std::_Exit(EXIT_SUCCESS);
 }
@@ -162,8 +171,9 @@ void endWithoutMainThread(HistorySaving& saving, Log& log) {
 /// Everything that tells the program to save its history, which is done once for each way out.
 class WaysOut final {
 public:
-    WaysOut(HistorySaving& saving, Log& log)
-        : programEnd_([&saving] { saving.willTerminate(); })
+    WaysOut(HistorySaving& saving, QtMessages& messages, Log& log)
+        : messages_(messages)
+        , programEnd_([&saving] { saving.willTerminate(); })
         // Not quit(): that asks the windows first, and a signal is no question.
         , signals_(
               [] { QCoreApplication::exit(EXIT_SUCCESS); },
@@ -171,9 +181,22 @@ public:
         , powerOff_(QDBusConnection::systemBus(), QApplication::applicationName(),
                     {.willPowerOff = [&saving] { saving.willPowerOff(); },
                      .calledOff = [&saving] { saving.powerOffWasCancelled(); }},
-                    log) {}
+                    log) {
+        messages_.onCompositorLost([this, &saving, &log] {
+            saving.waitWhileSaving();
+            if (rescueHistory(saving, log)) { // if Qt goes on, then so does the history
+                QMetaObject::invokeMethod(
+                    &context_, [&saving] { saving.powerOffWasCancelled(); }, Qt::QueuedConnection);
+            }
+        });
+    }
+    WaysOut(const WaysOut&) = delete;
+    WaysOut& operator=(const WaysOut&) = delete;
+    ~WaysOut() { messages_.onCompositorLost({}); }
 
 private:
+    QtMessages& messages_;
+    QObject context_;
     ProgramEnd programEnd_;
     TerminationSignals signals_;
     PowerOffMonitor powerOff_;
@@ -236,7 +259,7 @@ int runProgram(int argc, char** argv, const Bundle& bundle, UsableDisplay displa
         QDBusConnection::sessionBus(), buses.isSessionHanging(),
         [&restart, program = installedProgram()] { restart(program); }, log);
     TidewellApp app(platform.environment());
-    const WaysOut waysOut(app.historySaving(), log);
+    const WaysOut waysOut(app.historySaving(), messages, log);
     instance.onActivate([&app] { app.openPanel(); });
 
     app.start();

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cassert>
 #include <cstdlib>
+#include <utility>
 
 namespace tidewell {
 
@@ -39,7 +40,19 @@ void QtMessages::started() {
     }
 }
 
+void QtMessages::onCompositorLost(std::function<void()> lost) {
+    const std::lock_guard lock(lossMutex_);
+    compositorLost_ = std::move(lost);
+}
+
 void QtMessages::take(QtMsgType type, const QString& message) {
+    // There is no other sign of it.
+    if (message.startsWith(QStringLiteral("The Wayland connection "))) {
+        const std::lock_guard lock(lossMutex_);
+        if (compositorLost_) {
+            compositorLost_();
+        }
+    }
     std::unique_lock lock(mutex_);
     if (type == QtFatalMsg) {
         log(isStarting_ && !last_.isEmpty() ? last_ + QStringLiteral("; ") + message : message);

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <mutex>
 
 namespace tidewell {
@@ -22,6 +23,11 @@ public:
     /// The application object is there.
     void started();
 
+    /// Calls `lost` when Qt says that the Wayland compositor is gone, on whichever thread that is,
+    /// never on two at a time. What Qt does there next is to call `_exit()` or, on desktops that
+    /// ask for it, to connect anew. An empty function ends it, and waits for a call under way.
+    void onCompositorLost(std::function<void()> lost);
+
 private:
     void take(QtMsgType type, const QString& message);
     void log(const QString& message);
@@ -30,6 +36,8 @@ private:
     std::mutex mutex_;
     bool isStarting_ = true;
     QString last_; // while starting, the first
+    std::mutex lossMutex_;
+    std::function<void()> compositorLost_; // under the mutex
 };
 
 } // namespace tidewell

@@ -11,6 +11,7 @@ from desktop import LOGIN, wait_for
 from program import executable
 
 MANAGER = f"{LOGIN[0]}.Manager"
+NAME = "net.tidewell.Tidewell"
 HISTORIES = ("memoryPressureArray", "swapUsedArray")
 
 
@@ -46,6 +47,21 @@ class Endings(DesktopCase):
         self.assertEqual(self.start().end(), 0)
         self.assertTrue(first.panel(), "a third start closed the panel")
         self.assertEqual(len(self.desktop.status_items()), 1)
+
+
+class LostDisplay(DesktopCase):
+    host = None
+
+    def test_ends_it_with_1_and_the_history_saved(self):
+        for start in (lambda: self.desktop.display_process, self.desktop.start_compositor):
+            display = start()
+            tidewell = self.start()
+            wait_for("the name on the bus", lambda: self.desktop.owner(NAME))
+            self.assertEqual(self.start().end(), 0)
+            display.kill()
+            self.assertEqual(tidewell.end(), 1)
+            self.assertTrue(tidewell.history()["memoryPressureArray"])
+            tidewell.store_file().unlink()
 
 
 class NoDisplay(DesktopCase):

@@ -363,13 +363,14 @@ class Desktop(Session):
         runtime = self.folder / "runtime"
         self.environment.pop("DISPLAY", None)
         # It refuses to be root.
+        as_user = ("unshare", "--user", "--map-user=1000", "--map-group=1000")
         self.compositor_process = self.start(
-            "unshare", "--user", "--map-user=1000", "--map-group=1000", "sway", "-c",
-            str(configuration), name="sway", environment={
-                "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
-                "WLR_LIBINPUT_NO_DEVICES": "1"})
+            *(as_user if os.geteuid() == 0 else ()), "sway", "-c", str(configuration), name="sway",
+            environment={"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
+                         "WLR_LIBINPUT_NO_DEVICES": "1"})
         self.environment["WAYLAND_DISPLAY"] = wait_for("sway", lambda: next(
             (path.name for path in runtime.glob("wayland-?") if accepts(path)), None))
+        return self.compositor_process
 
     def start_login_manager(self):
         """Starts a stand-in of login1, on a system bus of our own."""
