@@ -162,8 +162,14 @@ protected:
         }
         return nullptr;
     }
-    static bool shows(const std::string& text) {
-        return comesTrue([&text] { return shown<QLabel>(text) != nullptr; });
+    static testing::AssertionResult shows(const std::string& text) {
+        if (comesTrue([&text] { return shown<QLabel>(text) != nullptr; })) {
+            return testing::AssertionSuccess();
+        }
+        const QLabel* instead = shown<QLabel>();
+        return testing::AssertionFailure()
+               << "instead of \"" << text << "\" there is "
+               << (instead != nullptr ? instead->text().toStdString() : "no label");
     }
     static void press(const char* title) {
         auto* const button = shown<QPushButton>(title);

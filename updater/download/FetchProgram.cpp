@@ -197,5 +197,7 @@ int main(int argc, char** argv) {
     }
     Fetching fetching(milliseconds, arguments.value(authorities));
     fetching.ask(address);
-    return QCoreApplication::exec();
+    // At once, as nothing is left to be written: the network's thread may still be on its way out,
+    // and takes what exit() would have OpenSSL tidy away under it.
+    ::_exit(QCoreApplication::exec());
 }
