@@ -3,50 +3,15 @@
 // The baseline is what cannot be avoided: opening, reading and closing the same files. Both sides
 // are measured in turns, so that whatever else the machine does falls on both.
 
+#include "benchmarks/StepFiles.h"
 #include "benchmarks/WatchedMachine.h"
 #include "model/memory/probes/linux/LinuxProbes.h"
 
-#include <array>
 #include <cstdio>
-#include <cstring>
-#include <dirent.h>
-#include <fcntl.h>
-#include <unistd.h>
 #include <vector>
 
 namespace tidewell {
 namespace {
-
-void readWhole(const char* path) {
-    static std::array<char, 16384> buffer;
-    const int file = open(path, O_RDONLY | O_CLOEXEC);
-    if (file >= 0) {
-        while (read(file, buffer.data(), buffer.size()) > 0) {
-        }
-        close(file);
-    }
-}
-
-/// The files of one step, found in the same way.
-void readTheFilesOfAStep() {
-    readWhole("/proc/meminfo");
-    readWhole("/proc/spl/kstat/zfs/arcstats");
-    if (access("/sys/class/zram-control", F_OK) != 0) {
-        return;
-    }
-    DIR* directory = opendir("/sys/block");
-    if (directory == nullptr) {
-        return;
-    }
-    while (const dirent* entry = readdir(directory)) {
-        if (std::strncmp(entry->d_name, "zram", 4) == 0) {
-            std::array<char, 300> path{};
-            std::snprintf(path.data(), path.size(), "/sys/block/%s/mm_stat", entry->d_name);
-            readWhole(path.data());
-        }
-    }
-    closedir(directory);
-}
 
 void readTheSameFiles(int steps) {
     for (int i = 0; i < steps; ++i) {
