@@ -55,7 +55,7 @@ class Scene:
     contrast: bool = False
     scale: float = 1
     locale: str = "C.UTF-8"
-    size: tuple = (1280, 900)
+    size: tuple = (1280, 960)  # the alerts at its lower edge are not in the pictures
     notifications: str | None = "xfce4-notifyd"
     applications: bool = False
     font: str = "Inter 10"
