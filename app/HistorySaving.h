@@ -19,12 +19,10 @@ public:
     /// Both must outlive this.
     HistorySaving(MemoryWatcher& watcher, Executor& mainThread);
 
-    /// The machine is about to power off or restart.
-    void willPowerOff() { saveOnce(); }
-    /// It is not, after all: what is sampled from now on is to be saved again.
-    void powerOffWasCancelled() { state_ = State::unsaved; }
-    /// The program ends.
-    void willTerminate() { saveOnce(); }
+    /// The program ends, or the machine is about to power off or restart.
+    void saveOnce();
+    /// It does not, after all: what is sampled from now on is to be saved again.
+    void goOn() { state_ = State::unsaved; }
 
     /// For a thread that ends the program when the main thread is blocked, or has no say: the
     /// history as of the last sample, which is then the caller's to save. Empty where the main
@@ -38,7 +36,6 @@ public:
 private:
     enum class State { unsaved, saving, saved };
 
-    void saveOnce();
     void copySoon();
 
     MemoryWatcher& watcher_;

@@ -173,20 +173,20 @@ class WaysOut final {
 public:
     WaysOut(HistorySaving& saving, QtMessages& messages, Log& log)
         : messages_(messages)
-        , programEnd_([&saving] { saving.willTerminate(); })
+        , programEnd_([&saving] { saving.saveOnce(); })
         // Not quit(): that asks the windows first, and a signal is no question.
         , signals_(
               [] { QCoreApplication::exit(EXIT_SUCCESS); },
               {.patience = 500ms, .call = [&saving, &log] { endWithoutMainThread(saving, log); }})
         , powerOff_(QDBusConnection::systemBus(), QApplication::applicationName(),
-                    {.willPowerOff = [&saving] { saving.willPowerOff(); },
-                     .calledOff = [&saving] { saving.powerOffWasCancelled(); }},
+                    {.willPowerOff = [&saving] { saving.saveOnce(); },
+                     .calledOff = [&saving] { saving.goOn(); }},
                     log) {
         messages_.onCompositorLost([this, &saving, &log] {
             saving.waitWhileSaving();
             if (rescueHistory(saving, log)) { // if Qt goes on, then so does the history
                 QMetaObject::invokeMethod(
-                    &context_, [&saving] { saving.powerOffWasCancelled(); }, Qt::QueuedConnection);
+                    &context_, [&saving] { saving.goOn(); }, Qt::QueuedConnection);
             }
         });
     }

@@ -109,7 +109,7 @@ private:
         OwnedTask task;
     };
     std::optional<Download> download_;
-    // The file that is not fetched again just in case: it is there, or another would be no better.
+    // The file that is not downloaded in advance any more: it is there, or is not what was signed.
     std::optional<Signature> settled_;
     std::optional<FileIdentity> appImage_; // the file as this updater knows it
     std::string remark_;                   // of the fetching program, said once

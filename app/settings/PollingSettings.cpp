@@ -24,8 +24,8 @@ constexpr double shortestInterval = 1;
 constexpr double longestInterval = 5;
 constexpr int symbolSize = 22;
 
-} // namespace
-
+/// Towards zero. What is not a number counts as 0, what no 64-bit number holds as the nearest that
+/// one does.
 std::int64_t wholeSeconds(double seconds) {
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
     constexpr auto least = std::numeric_limits<std::int64_t>::min();
@@ -37,6 +37,8 @@ std::int64_t wholeSeconds(double seconds) {
     }
     return seconds < static_cast<double>(least) ? least : static_cast<std::int64_t>(seconds);
 }
+
+} // namespace
 
 PollingSettings::PollingSettings(UserDefaults& defaults, std::function<bool()> animationsAreWanted)
     : defaults_(defaults)

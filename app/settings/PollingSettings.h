@@ -13,10 +13,6 @@ namespace tidewell {
 
 class SymbolButton;
 
-/// What the settings window shows of a polling interval: whole seconds, towards zero. What is not
-/// a number counts as 0, what no 64-bit number holds as the nearest that one does. Pure.
-std::int64_t wholeSeconds(double seconds);
-
 /// How often the models sample: a slider between two buttons, and the seconds in words. Each choice
 /// is stored at the moment it is made. Main thread.
 class PollingSettings final : public QWidget {

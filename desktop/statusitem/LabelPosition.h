@@ -7,7 +7,7 @@
 
 namespace tidewell {
 
-/// Where it is stored to where the user dragged the label window.
+/// The preference that has the place to which the user dragged the label window.
 struct KeptLabelPosition {
     UserDefaults& defaults;
     StoredPreference<std::string> preference;

@@ -42,6 +42,11 @@ namespace {
 constexpr std::chrono::seconds untilRead{1};
 constexpr std::chrono::hours timeout{24}; // nothing waits for a hung bus
 
+/// `text` without what a host could take for markup.
+QString plainTooltip(const std::string& text) {
+    return QString::fromStdString(text).remove(QLatin1Char('<')).remove(QLatin1Char('&'));
+}
+
 NotifierPixmap pixmapOf(const StatusItemContent& content, Appearance appearance, int size) {
     const auto image = symbolImage(content.symbolName, content.colour.in(appearance), size, 1);
     if (!image) {
@@ -229,10 +234,6 @@ void StatusNotifierStatusItem::setContent(const StatusItemContent& content) {
                         adaptor_->showLabelSoon();
                     });
     }
-}
-
-QString plainTooltip(const std::string& text) {
-    return QString::fromStdString(text).remove(QLatin1Char('<')).remove(QLatin1Char('&'));
 }
 
 QString labelGuide(QString guide) {

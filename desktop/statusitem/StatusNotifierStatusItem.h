@@ -36,9 +36,6 @@ private:
     bool isRegistered_ = false;
 };
 
-/// `text` without what a host could take for markup in a tooltip.
-QString plainTooltip(const std::string& text);
-
 /// The label `guide` with its digits replaced by 8, the widest: hosts reserve its width for the
 /// label.
 QString labelGuide(QString guide);

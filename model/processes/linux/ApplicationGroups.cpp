@@ -123,8 +123,8 @@ private:
             return ofEntry(process.ownEntry);
         }
         if (process.launchEntry != nullptr &&
-            (process.launchedAs == process.id ||
-             (!process.launchEntry->isTerminal && find(process.launchedAs) == none))) {
+            (process.launchedProcess == process.id ||
+             (!process.launchEntry->isTerminal && find(process.launchedProcess) == none))) {
             return ofEntry(process.launchEntry);
         }
         const std::size_t parent = find(process.parent);

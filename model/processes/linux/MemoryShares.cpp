@@ -42,7 +42,7 @@ std::uint64_t doubtOf(ProcessFolder& folder, const Process& process) {
         return 0; // the RSS is all that is to be had
     }
     std::uint64_t doubt = distance(memory.mapped, memory.mappedThen) +
-                          differenceOrZero(memory.residentThen, now) + memory.stirred;
+                          differenceOrZero(memory.residentThen, now) + memory.othersMoved;
     if (memory.copiable > muchShared) {
         // Each fault that did not add a page may have copied a shared one.
         const auto faults = distance(faultsOf(folder, process), memory.faultsThen) * pageSize;
@@ -66,7 +66,7 @@ void noteMoves(const ApplicationGroup& application,
     }
     for (Process* const process : application.members) {
         const auto gone = departed.find(process->leader);
-        process->memory.stirred +=
+        process->memory.othersMoved +=
             partOf(arrived + (gone == departed.end() ? 0 : gone->second), application);
         process->leader = application.leader->id;
     }
@@ -108,7 +108,7 @@ void MemoryShares::readDue(ProcessFolder& folder, std::span<const ApplicationGro
     // What one of them began or ceased to share, others share more or less of.
     for (const auto& [application, bytes] : moved_) {
         for (Process* const process : application->members) {
-            process->memory.stirred +=
+            process->memory.othersMoved +=
                 process->memory.readAt == survey_ ? 0 : partOf(bytes, *application);
         }
     }
@@ -143,7 +143,7 @@ void MemoryShares::readInTurn(ProcessFolder& folder, std::span<Process> processe
 std::int64_t MemoryShares::read(ProcessFolder& folder, Process& process) const {
     ProcessMemory& memory = process.memory;
     memory.readAt = survey_;
-    memory.stirred = 0;
+    memory.othersMoved = 0;
     memory.residentThen = memory.resident.value_or(0);
     memory.mappedThen = memory.mapped;
     const std::uint64_t walk = memory.residentThen + memory.swapped;

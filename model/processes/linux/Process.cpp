@@ -15,8 +15,8 @@ namespace {
 // Enough of a command line to know a script by.
 constexpr std::size_t wordLimit = 32;
 constexpr std::size_t longestCommandLine = 240; // bytes of it that are kept
-/// Seconds in which a process that was just made becomes the program that it is to run, and its
-/// desktop gives it a unit. Until then it looks like its parent.
+/// Seconds that a new process has to call exec(), and its desktop to give it a unit. Until then it
+/// looks like its parent.
 constexpr std::uint64_t settlingTime = 3;
 
 bool hasEnded(const ProcessStat& stat) {
@@ -102,9 +102,10 @@ void learnOrigin(ProcessFolder& folder, Process& process) {
     }
     process.launchedEntry =
         identifierOf(environmentVariable("GIO_LAUNCHED_DESKTOP_FILE", *environment));
-    process.launchedAs = number<ProcessIdentifier>(
-                             environmentVariable("GIO_LAUNCHED_DESKTOP_FILE_PID", *environment))
-                             .value_or(0);
+    process.launchedProcess =
+        number<ProcessIdentifier>(
+            environmentVariable("GIO_LAUNCHED_DESKTOP_FILE_PID", *environment))
+            .value_or(0);
     // Programs that it starts inherit the variables, but do not lie in it.
     const auto mountPoint = environmentVariable("APPDIR", *environment);
     if (!mountPoint.empty() && process.program.path.starts_with(mountPoint)) {

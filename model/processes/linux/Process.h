@@ -10,8 +10,8 @@
 
 namespace tidewell {
 
-/// The memory of a process: what is read at every survey, and the shares as they were last read.
-/// Bytes.
+/// The memory of a process in bytes: what is read at every survey, and the shares as they were when
+/// they were last read.
 struct ProcessMemory {
     std::optional<std::uint64_t> resident; ///< RSS; empty once it has ended
     std::uint64_t mapped = 0;              ///< the part of it from files and shared memory
@@ -24,7 +24,9 @@ struct ProcessMemory {
     std::uint64_t mappedThen = 0;
     std::uint64_t copiable = 0; ///< shared, but to be copied when it is written to
     std::uint64_t faultsThen = 0;
-    std::uint64_t stirred = 0; ///< what others of the application have shared or unshared since
+    /// What others of the application began or ceased to share since, divided by all who share with
+    /// them: so much this one's share may have changed.
+    std::uint64_t othersMoved = 0;
 
     /// What it has to itself, and its part of what it shares: the PSS, as the RSS has moved since.
     std::uint64_t estimate() const;
@@ -41,8 +43,8 @@ struct Process {
     ProcessIdentifier parent = 0;
     std::string commandName;
     std::size_t commandHash = 0; ///< of the command line
-    bool isSettled = false;      ///< too old to be on the way to the program that it is to run
-    bool isWanted = false;       ///< the rest is known of these only
+    bool isSettled = false;      ///< old enough to have called exec() and to be in its unit
+    bool isWanted = false;       ///< by the survey; what follows is known of these only
 
     std::string name;        ///< for the user to read; empty if it has none that can be seen
     std::string commandLine; ///< the same, cut when long
@@ -53,9 +55,10 @@ struct Process {
     std::int32_t terminal = 0;
     std::string unitName;
     std::optional<ApplicationUnit> unit;
-    std::string launchedEntry;        ///< identifier of the entry that GIO started it by
-    ProcessIdentifier launchedAs = 0; ///< the process that was started then, or inherited from
-    std::string appImage;             ///< path of the AppImage that it runs out of
+    // From variables that GIO sets where it starts an application, and that children inherit.
+    std::string launchedEntry;             ///< identifier of the entry that was started
+    ProcessIdentifier launchedProcess = 0; ///< which was this one or an ancestor
+    std::string appImage;                  ///< path of the AppImage that it runs out of
     const DesktopEntry* unitEntry = nullptr;
     const DesktopEntry* ownEntry = nullptr; ///< of the program that it runs
     const DesktopEntry* launchEntry = nullptr;
