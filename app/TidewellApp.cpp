@@ -81,7 +81,7 @@ TidewellApp::TidewellApp(ApplicationEnvironment environment)
 
 void TidewellApp::start() {
     statusItem_ = environment_.makeStatusItem(statusItemBehaviour());
-    label_ = std::make_unique<BarLabelView>(sparkleModel_.get(), *memoryWatcher_, colours::primary,
+    label_ = std::make_unique<BarLabelView>(sparkleModel_.get(), *memoryWatcher_,
                                             environment_.mainThread, *statusItem_);
     label_->appear();
     memoryWatcher_->startPeriodicTask();

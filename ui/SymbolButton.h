@@ -14,7 +14,7 @@ namespace tidewell {
 /// while it is pressed. A click gives it no focus. Main thread.
 class SymbolButton final : public QAbstractButton {
 public:
-    /// `symbol` is a name that `hasSymbol` knows; `name` is what assistive technology says. The
+    /// `symbol` is a name in `ui/Symbols.h`; `name` is what assistive technology says. The
     /// symbol is drawn in a square of `symbolSize` points.
     SymbolButton(std::string_view symbol, const QString& name, int symbolSize = 20);
 

@@ -40,10 +40,6 @@ double fromCircle(QPointF point, int pixels, double stroke) {
     return std::abs(length(point) - outerRadius(pixels) + stroke / 2) - stroke / 2;
 }
 
-double fromRing(QPointF point, int pixels) {
-    return fromCircle(point, pixels, std::max(1.0, std::round(pixels / 14.0)));
-}
-
 double fromDottedRing(QPointF point, int pixels) {
     // Twelve dots run into each other in small pictures.
     const bool isSmall = pixels < 28;
@@ -248,7 +244,6 @@ struct Symbol {
 };
 
 constexpr std::array symbols{
-    Symbol{"circle", fromRing},
     Symbol{"circle.dotted", fromDottedRing},
     Symbol{"circle.fill", fromDisc},
     Symbol{"exclamationmark.triangle", fromWarningSign},
@@ -259,11 +254,6 @@ constexpr std::array symbols{
     Symbol{"tortoise", fromTortoise},
     Symbol{"water.waves", fromWaves},
 };
-
-const Symbol* findSymbol(std::string_view name) {
-    const auto* const found = std::ranges::find(symbols, name, &Symbol::name);
-    return found == symbols.end() ? nullptr : found;
-}
 
 /// How much of the pixel the shape covers, 0 to 255: the mean of its four quarters.
 QRgb coverage(const Symbol& symbol, int x, int y, int pixels) {
@@ -279,14 +269,10 @@ QRgb coverage(const Symbol& symbol, int x, int y, int pixels) {
 
 } // namespace
 
-bool hasSymbol(std::string_view name) {
-    return findSymbol(name) != nullptr;
-}
-
 std::optional<QImage> symbolImage(std::string_view name, std::uint32_t colour, int size,
                                   double devicePixelRatio) {
-    const Symbol* const symbol = findSymbol(name);
-    if (symbol == nullptr) {
+    const auto* const symbol = std::ranges::find(symbols, name, &Symbol::name);
+    if (symbol == symbols.end()) {
         return std::nullopt;
     }
     const int pixels = static_cast<int>(std::lround(size * devicePixelRatio));

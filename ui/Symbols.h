@@ -15,7 +15,6 @@ namespace tidewell {
 
 /// Symbols: small pictures in one colour, known by name.
 ///
-///   "circle"                    a ring
 ///   "circle.dotted"             a ring of dots
 ///   "circle.fill"               a disc
 ///   "exclamationmark.triangle"  the warning sign
@@ -24,9 +23,6 @@ namespace tidewell {
 ///   "info.circle"               an i in a ring
 ///   "power"                     the sign on switches
 ///   "water.waves"               three waves
-
-/// Whether there is a picture of that name.
-bool hasSymbol(std::string_view name);
 
 /// The symbol `name` in the colour 0xRRGGBB on a transparent ground, in a square of `size` points
 /// at `devicePixelRatio`. Edges lie on whole pixels at every size; only alpha varies, never the

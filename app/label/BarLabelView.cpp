@@ -3,7 +3,6 @@
 #include "app/panel/LevelWords.h"
 #include "base/text/ByteText.h"
 #include "base/values/LevelColours.h"
-#include "ui/Symbols.h"
 
 namespace tidewell {
 
@@ -18,23 +17,10 @@ std::string labelText(std::uint64_t swapUsed, std::uint64_t swapTotal) {
     return sizeText(swapUsed) + " of " + sizeText(swapTotal);
 }
 
-LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,
-                        const std::function<bool(std::string_view name)>& isKnown) {
-    const std::string_view name = symbolName(swapUsed);
-    if (!isKnown(name)) {
-        return {"circle", false};
-    }
-    if (showsUpdateMark(isUpdateAvailable)) {
-        return {"exclamationmark.triangle", false};
-    }
-    return {name, true};
-}
-
 BarLabelView::BarLabelView(SparkleModel* sparkleModel, MemoryWatcher& memoryWatcher,
-                           Colour warningColor, Executor& mainThread, StatusItem& statusItem)
+                           Executor& mainThread, StatusItem& statusItem)
     : sparkleModel_(sparkleModel)
     , memoryWatcher_(memoryWatcher)
-    , warningColor_(warningColor)
     , mainThread_(mainThread)
     , statusItem_(statusItem) {}
 
@@ -75,10 +61,10 @@ void BarLabelView::draw() {
         content_.text = labelText(swap.first, swap.second);
     }
     content_.description = withLevel(QString::fromStdString(content_.text), level).toStdString();
-    const auto symbol = labelSymbol(
-        swap.first, sparkleModel_ != nullptr && sparkleModel_->isUpdateAvailable(), hasSymbol);
-    content_.symbolName = symbol.name;
-    content_.colour = symbol.takesWarningColor ? warningColor_ : colours::primary;
+    const bool isMarked =
+        sparkleModel_ != nullptr && showsUpdateMark(sparkleModel_->isUpdateAvailable());
+    content_.symbolName = isMarked ? "exclamationmark.triangle" : symbolName(swap.first);
+    content_.colour = isMarked ? colours::primary : warningColor_;
     statusItem_.setContent(content_);
 }
 

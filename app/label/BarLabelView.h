@@ -7,7 +7,6 @@
 
 #include <QCoreApplication>
 
-#include <functional>
 #include <string_view>
 
 namespace tidewell {
@@ -23,26 +22,15 @@ constexpr bool showsUpdateMark(bool isUpdateAvailable) {
     return isUpdateAvailable;
 }
 
-struct LabelSymbol {
-    std::string_view name;
-    bool takesWarningColor; ///< else it is drawn like text
-};
-
-/// The symbol to show. Where `isKnown` denies the one for the swap in use, it is a plain circle,
-/// and there is no update mark either.
-LabelSymbol labelSymbol(std::uint64_t swapUsed, bool isUpdateAvailable,
-                        const std::function<bool(std::string_view name)>& isKnown);
-
 /// The status item's content: the symbol in the colour of the warning level, and the swap in use.
 /// Sets it at most once for all the changes of one event-loop pass. Main thread.
 class BarLabelView final {
     Q_DECLARE_TR_FUNCTIONS(BarLabelView)
 
 public:
-    /// `sparkleModel` may be null: then there are no updates. `warningColor` is what the symbol
-    /// is drawn in until the warning level changes for the first time. All must outlive the view.
-    BarLabelView(SparkleModel* sparkleModel, MemoryWatcher& memoryWatcher, Colour warningColor,
-                 Executor& mainThread, StatusItem& statusItem);
+    /// `sparkleModel` may be null: then there are no updates. All must outlive the view.
+    BarLabelView(SparkleModel* sparkleModel, MemoryWatcher& memoryWatcher, Executor& mainThread,
+                 StatusItem& statusItem);
 
     /// Shows the label, follows the models from now on, and has updates checked for.
     void appear();
@@ -53,11 +41,11 @@ private:
 
     SparkleModel* sparkleModel_;
     MemoryWatcher& memoryWatcher_;
-    Colour warningColor_;
     Executor& mainThread_;
     StatusItem& statusItem_;
 
     WarningLevel seenLevel_ = WarningLevel::none;
+    Colour warningColor_ = colours::primary; // until the level changes for the first time
     std::optional<std::pair<std::uint64_t, std::uint64_t>> shownSwap_; // used, total
     StatusItemContent content_;
     std::shared_ptr<bool> isDirty_; // shared with the queued drawing, which may outlive the view

@@ -45,8 +45,7 @@ protected:
 
     std::shared_ptr<SparkleModel> updates = makeUpdates();
     FakeStatusItem item;
-    std::optional<BarLabelView> label{std::in_place,    updates.get(), *watcher,
-                                      colours::primary, mainThread,    item};
+    std::optional<BarLabelView> label{std::in_place, updates.get(), *watcher, mainThread, item};
 };
 
 TEST_F(BarLabelViewTest, KeepsTheTextColourUntilTheLevelChangesForTheFirstTime) {
