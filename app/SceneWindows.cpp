@@ -46,7 +46,7 @@ QWidget* makeWindow(const WindowScene& scene, std::unique_ptr<QWidget> content) 
         useRoundedBackground(*window, windowCornerRadius);
     }
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setObjectName(objectName(scene.identifier));
+    window->setObjectName(QLatin1String(scene.objectName));
     window->setWindowTitle(scene.title);
     window->setWindowIcon(applicationIcon());
     for (const QKeySequence& keys :

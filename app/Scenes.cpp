@@ -12,26 +12,24 @@ struct Scenes {
 
 } // namespace
 
-QString objectName(SceneIdentifier identifier) {
-    constexpr std::array names{"about", "settings", "appMemory"};
-    return QString::fromLatin1(names.at(static_cast<std::size_t>(identifier)));
-}
-
 std::array<WindowScene, 3> windowScenes(const QString& applicationName) {
     return {{
         {.identifier = SceneIdentifier::about,
+         .objectName = "about",
          .title = Scenes::tr("About"),
          .width = 400,
          .height = 160,
          .titleBar = TitleBar::hidden,
          .placement = Placement::centred},
         {.identifier = SceneIdentifier::settings,
+         .objectName = "settings",
          .title = Scenes::tr("%1 Settings").arg(applicationName),
          .width = 410,
          .height = 285,
          .titleBar = TitleBar::standard,
          .placement = Placement::centred},
         {.identifier = SceneIdentifier::appMemory,
+         .objectName = "appMemory",
          .title = Scenes::tr("App Memory"),
          .width = 400,
          .height = 380,

@@ -3,15 +3,11 @@
 #include <QString>
 
 #include <array>
-#include <string>
 
 namespace tidewell {
 
 /// The windows that the panel opens.
 enum class SceneIdentifier { about, settings, appMemory };
-
-/// Its text, which is the object name of the window: "about", "settings" or "appMemory".
-QString objectName(SceneIdentifier identifier);
 
 enum class TitleBar { standard, hidden };
 enum class Placement {
@@ -22,6 +18,7 @@ enum class Placement {
 /// One single-instance window of the program, as data. It cannot be resized by the user.
 struct WindowScene {
     SceneIdentifier identifier;
+    const char* objectName; ///< the identifier's text
     QString title;
     int width;  ///< points
     int height; ///< points; 0 for as low as its content

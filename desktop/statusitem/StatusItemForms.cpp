@@ -1,6 +1,6 @@
 #include "desktop/statusitem/StatusItemForms.h"
 
-#include "desktop/statusitem/LabelWindowStatusItem.h"
+#include "desktop/statusitem/LabelWindow.h"
 #include "desktop/statusitem/StatusNotifierStatusItem.h"
 #include "desktop/statusitem/SystemTrayHost.h"
 #include "desktop/statusitem/TrayIconStatusItem.h"
@@ -20,7 +20,7 @@ std::vector<StatusItemForm> statusItemForms(const QDBusConnection& bus,
         return std::make_unique<TrayIconStatusItem>(appearance, place, behaviour);
     };
     const auto labelWindow = [=, &appearance, &place] {
-        return std::make_unique<LabelWindowStatusItem>(appearance, place, labelPosition, behaviour);
+        return makeLabelWindow(appearance, place, labelPosition, behaviour);
     };
     return {
         {.host = notifierHost, .make = notifierItem, .isForgotten = true},

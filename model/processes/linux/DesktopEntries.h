@@ -5,9 +5,7 @@
 #include "model/processes/linux/FolderWatch.h"
 
 #include <set>
-#include <span>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 

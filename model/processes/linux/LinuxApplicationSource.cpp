@@ -7,7 +7,6 @@
 #include "model/processes/linux/MemoryShares.h"
 #include "model/processes/linux/ProcessFiles.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <map>

@@ -1,6 +1,5 @@
 #include "app/label/BarLabelView.h"
 #include "base/text/ByteText.h"
-#include "base/values/LevelColours.h"
 #include "tests/fakes/WatcherSurroundings.h"
 
 #include <gmock/gmock.h>

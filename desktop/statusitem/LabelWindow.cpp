@@ -1,4 +1,4 @@
-#include "desktop/statusitem/LabelWindowStatusItem.h"
+#include "desktop/statusitem/LabelWindow.h"
 
 #include "desktop/appearance/RoundedBackground.h"
 #include "desktop/display/FullScreenWatch.h"
@@ -34,10 +34,8 @@ constexpr int horizontalPadding = 12;
 constexpr int verticalPadding = 6;
 constexpr int cornerRadius = 8;
 
-} // namespace
-
 /// A button, so that it works by keyboard and with a screen reader.
-class LabelWindow final : public QAbstractButton {
+class LabelWindow final : public QAbstractButton, public StatusItem {
 public:
     LabelWindow(DesktopAppearance& appearance, StatusItemPlace& itemPlace,
                 const KeptLabelPosition& position, StatusItemBehaviour behaviour)
@@ -59,7 +57,7 @@ public:
         followAppearance();
     }
 
-    void setContent(const StatusItemContent& content) {
+    void setContent(const StatusItemContent& content) override {
         const bool resizes = content.text != content_.text;
         content_ = content;
         setText(QString::fromStdString(content.text));
@@ -242,15 +240,12 @@ private:
     Subscription appearanceChanged_;
 };
 
-LabelWindowStatusItem::LabelWindowStatusItem(DesktopAppearance& appearance, StatusItemPlace& place,
-                                             const KeptLabelPosition& position,
-                                             StatusItemBehaviour behaviour)
-    : window_(std::make_unique<LabelWindow>(appearance, place, position, std::move(behaviour))) {}
+} // namespace
 
-LabelWindowStatusItem::~LabelWindowStatusItem() = default;
-
-void LabelWindowStatusItem::setContent(const StatusItemContent& content) {
-    window_->setContent(content);
+std::unique_ptr<StatusItem> makeLabelWindow(DesktopAppearance& appearance, StatusItemPlace& place,
+                                            const KeptLabelPosition& position,
+                                            StatusItemBehaviour behaviour) {
+    return std::make_unique<LabelWindow>(appearance, place, position, std::move(behaviour));
 }
 
 } // namespace tidewell
