@@ -1,7 +1,7 @@
 #include "app/Platform.h"
 
 #include "app/updates/ProgramUpdater.h"
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/RunningProgram.h"
 #include "desktop/notifications/NotificationSettingsPrograms.h"

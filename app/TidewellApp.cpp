@@ -4,7 +4,7 @@
 #include "app/panel/ContentView.h"
 #include "app/processes/AppMemoryView.h"
 #include "app/settings/SettingsView.h"
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "model/memory/Translatable.h"
 #include "ui/Palette.h"
 

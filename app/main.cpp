@@ -1,6 +1,6 @@
 #include "app/Platform.h"
 #include "app/TidewellApp.h"
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "desktop/display/LayerShell.h"
 #include "desktop/display/QtPlatform.h"
 #include "desktop/display/WaylandCompositor.h"

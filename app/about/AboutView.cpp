@@ -1,6 +1,6 @@
 #include "app/about/AboutView.h"
 
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "ui/Labels.h"
 #include "ui/Palette.h"
 #include "ui/Pictures.h"

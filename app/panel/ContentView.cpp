@@ -9,7 +9,7 @@
 #include "app/panel/ScrollingBarChartFixed.h"
 #include "app/panel/SwapSection.h"
 #include "app/processes/WindowAndPositionReader.h"
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "model/memory/Translatable.h"
 #include "model/preferences/StoredPreferences.h"
 #include "ui/Labels.h"

@@ -1,6 +1,6 @@
 #include "app/updates/ProgramUpdater.h"
 
-#include "base/ports/BundleInformation.h"
+#include "base/ports/Bundle.h"
 #include "desktop/files/BundleReader.h"
 #include "desktop/files/RunningProgram.h"
 #include "model/preferences/StoredPreferences.h"

@@ -31,4 +31,21 @@ private:
     InfoDictionary info_;
 };
 
+// What the program says of itself, each with a fallback where the information dictionary lacks the
+// key. Any thread.
+
+inline std::string applicationName(const Bundle& bundle) {
+    return bundle.infoString("CFBundleName").value_or("Unknown");
+}
+inline std::string version(const Bundle& bundle) {
+    return bundle.infoString("CFBundleShortVersionString").value_or("No version");
+}
+inline std::string buildNumber(const Bundle& bundle) {
+    return bundle.infoString("CFBundleVersion").value_or("No build");
+}
+inline std::string copyright(const Bundle& bundle) {
+    return bundle.infoString("NSHumanReadableCopyright")
+        .value_or("No copyright information found.");
+}
+
 } // namespace tidewell

@@ -1,6 +1,7 @@
 #include "model/memory/MemoryWatcher.h"
 
 #include "base/values/Difference.h"
+#include "model/memory/DataContainerJson.h"
 #include "model/memory/Translatable.h"
 #include "model/memory/probes/MemoryBreakdown.h"
 #include "model/preferences/StoredPreferences.h"
@@ -130,6 +131,33 @@ Task<void> MemoryWatcher::post(Self self, WarningLevel level) {
     SwapAlertText text = textOf(level, self->swapUsed(), self->environment_.translated);
     self.reset(); // not held while the desktop takes its time
     co_await manager->show(std::move(text.title), std::move(text.subtitle), std::move(text.body));
+}
+
+void MemoryWatcher::writeData() {
+    auto document = encodeDataContainer(
+        {.memoryPressureArray = memoryPressureArray(), .swapUsedArray = swapUsedArray()});
+    if (!document) {
+        logError(environment_.log, "Could not save data", "writeData()", "file");
+        return;
+    }
+    write(environment_.defaults, preferences::dataContainer, std::move(*document));
+}
+
+void MemoryWatcher::readData() {
+    constexpr auto function = "readData()";
+    DataContainer loaded;
+    if (const auto document = stored(environment_.defaults, preferences::dataContainer)) {
+        auto decoded = decodeDataContainer(*document);
+        if (!decoded) {
+            logError(environment_.log, decoded.error().description(), function, "file");
+        } else {
+            loaded = std::move(*decoded);
+        }
+    } else {
+        logInfo(environment_.log, "No data available yet...", function, "file");
+    }
+    memoryPressureArray_ = std::move(loaded.memoryPressureArray);
+    swapUsedArray_ = std::move(loaded.swapUsedArray);
 }
 
 template <typename Item>
