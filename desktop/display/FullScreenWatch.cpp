@@ -27,14 +27,13 @@ std::vector<std::uint32_t> listed(std::uint32_t window, std::uint32_t property) 
 
 FullScreenWatch::FullScreenWatch(std::function<void()> changed)
     : changed_(std::move(changed)) {
-    xcb_connection_t* const server = x11::connection();
-    if (server == nullptr) {
+    if (x11::connection() == nullptr) {
         return;
     }
-    root_ = x11::rootWindow(server);
-    active_ = x11::atom(server, "_NET_ACTIVE_WINDOW");
-    state_ = x11::atom(server, "_NET_WM_STATE");
-    fullScreen_ = x11::atom(server, "_NET_WM_STATE_FULLSCREEN");
+    root_ = x11::rootWindow();
+    active_ = x11::atom("_NET_ACTIVE_WINDOW");
+    state_ = x11::atom("_NET_WM_STATE");
+    fullScreen_ = x11::atom("_NET_WM_STATE_FULLSCREEN");
     // Qt has selected the root window's events.
     qApp->installNativeEventFilter(this);
     follow();

@@ -71,7 +71,7 @@ void OutsideClicks::setOn(bool isOn) {
     } const events{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
                    isOn ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS} : 0U};
     xcb_connection_t* const server = x11::connection();
-    xcb_input_xi_select_events(server, x11::rootWindow(server), 1, &events.header);
+    xcb_input_xi_select_events(server, x11::rootWindow(), 1, &events.header);
     if (isOn) {
         qApp->installNativeEventFilter(this);
     } else {

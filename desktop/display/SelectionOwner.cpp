@@ -11,13 +11,12 @@ namespace tidewell {
 SelectionOwner::SelectionOwner(const std::string& selection, const std::string& property,
                                std::function<void()> changed)
     : changed_(std::move(changed)) {
-    xcb_connection_t* const server = x11::connection();
-    if (server == nullptr) {
+    if (x11::connection() == nullptr) {
         return;
     }
-    selection_ = x11::atom(server, selection + std::to_string(x11::screenNumber()));
-    property_ = property.empty() ? xcb_atom_t{XCB_ATOM_NONE} : x11::atom(server, property);
-    manager_ = x11::atom(server, "MANAGER");
+    selection_ = x11::atom(selection + std::to_string(x11::screenNumber()));
+    property_ = property.empty() ? xcb_atom_t{XCB_ATOM_NONE} : x11::atom(property);
+    manager_ = x11::atom("MANAGER");
     // Qt has selected the root window's events, to which a new owner sends MANAGER.
     qApp->installNativeEventFilter(this);
     window_ = watchedOwner();
@@ -70,7 +69,7 @@ void SelectionOwner::follow() {
 std::uint32_t SelectionOwner::watchedOwner() const {
     xcb_connection_t* const server = x11::connection();
     for (;;) {
-        const xcb_window_t owner = x11::selectionOwner(server, selection_);
+        const xcb_window_t owner = x11::selectionOwner(selection_);
         if (owner == XCB_WINDOW_NONE) {
             return owner;
         }

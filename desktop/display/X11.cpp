@@ -76,16 +76,18 @@ xcb_connection_t* connection() {
     return x11 == nullptr ? nullptr : x11->connection();
 }
 
-xcb_atom_t atom(xcb_connection_t* connection, const std::string& name) {
+xcb_atom_t atom(const std::string& name) {
+    xcb_connection_t* const server = connection();
     const auto request =
-        xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-    const auto reply = owned(xcb_intern_atom_reply(connection, request, nullptr));
+        xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const auto reply = owned(xcb_intern_atom_reply(server, request, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection) {
-    const auto request = xcb_get_selection_owner(connection, selection);
-    const auto reply = owned(xcb_get_selection_owner_reply(connection, request, nullptr));
+xcb_window_t selectionOwner(xcb_atom_t selection) {
+    xcb_connection_t* const server = connection();
+    const auto request = xcb_get_selection_owner(server, selection);
+    const auto reply = owned(xcb_get_selection_owner_reply(server, request, nullptr));
     return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
@@ -116,8 +118,8 @@ int screenNumber() {
     return screen;
 }
 
-xcb_window_t rootWindow(xcb_connection_t* connection) {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+xcb_window_t rootWindow() {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
     for (int number = screenNumber(); number > 0 && screens.rem > 1; --number) {
         xcb_screen_next(&screens);
     }
@@ -178,10 +180,8 @@ bool hasFocus() {
 }
 
 bool isComposited() {
-    xcb_connection_t* const server = connection();
-    return server == nullptr ||
-           selectionOwner(server, atom(server, "_NET_WM_CM_S" + std::to_string(screenNumber()))) !=
-               XCB_WINDOW_NONE;
+    return connection() == nullptr ||
+           selectionOwner(atom("_NET_WM_CM_S" + std::to_string(screenNumber()))) != XCB_WINDOW_NONE;
 }
 
 void leaveOutOfTaskBars(QWidget& window) {
@@ -190,11 +190,9 @@ void leaveOutOfTaskBars(QWidget& window) {
         return;
     }
     // Qt adds its own states when it maps the window.
-    const std::array states{atom(server, "_NET_WM_STATE_SKIP_TASKBAR"),
-                            atom(server, "_NET_WM_STATE_SKIP_PAGER")};
+    const std::array states{atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")};
     xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                        atom(server, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
-                        states.data());
+                        atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
 }
 
 void showOnAllWorkspaces(QWidget& window) {
@@ -208,10 +206,10 @@ void showOnAllWorkspaces(QWidget& window) {
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = atom(server, "_NET_WM_DESKTOP");
+    message.type = atom("_NET_WM_DESKTOP");
     message.data.data32[0] = all;
     message.data.data32[1] = fromProgram;
-    xcb_send_event(server, 0, rootWindow(server),
+    xcb_send_event(server, 0, rootWindow(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
 }
@@ -235,7 +233,7 @@ void useActivationToken(QWidget& window) {
     }
     qunsetenv("XDG_ACTIVATION_TOKEN");
     xcb_change_property(server, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                        atom(server, "_NET_STARTUP_ID"), atom(server, "UTF8_STRING"), 8,
+                        atom("_NET_STARTUP_ID"), atom("UTF8_STRING"), 8,
                         static_cast<std::uint32_t>(token.size()), token.constData());
 }
 

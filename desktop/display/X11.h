@@ -25,20 +25,22 @@ OwnConnection connect(std::chrono::milliseconds patience);
 /// Qt's connection; null on another platform.
 xcb_connection_t* connection();
 
+// The next three are for programs on X11 only.
+
 /// The atom of that name; XCB_ATOM_NONE when the connection has failed.
-xcb_atom_t atom(xcb_connection_t* connection, const std::string& name);
+xcb_atom_t atom(const std::string& name);
 
 /// The owner of a selection; XCB_WINDOW_NONE without one.
-xcb_window_t selectionOwner(xcb_connection_t* connection, xcb_atom_t selection);
+xcb_window_t selectionOwner(xcb_atom_t selection);
+
+/// The root window of the program's screen.
+xcb_window_t rootWindow();
 
 /// The bytes of a window's property, 65,536 at most; none where either is missing.
 std::vector<std::uint8_t> property(xcb_window_t window, xcb_atom_t name);
 
 /// The X screen of `DISPLAY`, the n of selections such as _NET_WM_CM_Sn.
 int screenNumber();
-
-/// The root window of the program's screen.
-xcb_window_t rootWindow(xcb_connection_t* connection);
 
 /// Whether the X server is XWayland; false without X11.
 bool isXWayland();
