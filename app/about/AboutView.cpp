@@ -31,9 +31,8 @@ QString fromBundle(std::string (*lookup)(const Bundle&), const Bundle& bundle) {
 
 } // namespace
 
-AboutView::AboutView(Environment environment, QWidget* parent)
-    : QWidget(parent)
-    , environment_(std::move(environment)) {
+AboutView::AboutView(Environment environment)
+    : environment_(std::move(environment)) {
     auto* icon = new PictureView(drawApplicationIcon);
     icon->setFixedSize(iconHeight, iconHeight);
     icon->setAccessibleName(fromBundle(applicationName, environment_.bundle));

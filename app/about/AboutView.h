@@ -22,7 +22,7 @@ public:
         std::function<void()> dismissWindow; ///< closes the window that the view is in
     };
 
-    explicit AboutView(Environment environment, QWidget* parent = nullptr);
+    explicit AboutView(Environment environment);
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;

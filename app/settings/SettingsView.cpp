@@ -21,9 +21,8 @@ TitledBox* makeBox(const QString& title, QWidget* content) {
 
 } // namespace
 
-SettingsView::SettingsView(Environment environment, QWidget* parent)
-    : QWidget(parent)
-    , environment_(std::move(environment)) {
+SettingsView::SettingsView(Environment environment)
+    : environment_(std::move(environment)) {
     setFont(textFont(TextStyle::body));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, 8, 16, 12);

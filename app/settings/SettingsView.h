@@ -28,7 +28,7 @@ public:
         std::function<bool()> animationsAreWanted;
     };
 
-    explicit SettingsView(Environment environment, QWidget* parent = nullptr);
+    explicit SettingsView(Environment environment);
 
 private:
     QWidget* makeGeneralSettings();
