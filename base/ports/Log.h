@@ -31,9 +31,9 @@ public:
     virtual void write(const LogRecord& record) = 0;
 };
 
-/// Logs a message. `file` is a source path, of which the last component is logged; `function` is
-/// the caller's signature as text, for example "show(title:subtitle:body:)". Does nothing more than
-/// asking the log when the level is off. Any thread.
+/// Logs a message. Of `file`, a source path, the last component is logged. `function` is what the
+/// line calls its caller: a name and the names of the arguments, "show(title:subtitle:body:)". When
+/// the level is off, nothing is made of all this. Any thread.
 void logMessage(Log& log, std::string_view message, std::string_view category,
                 std::string_view file, std::string_view function, std::int64_t line,
                 LogLevel level);

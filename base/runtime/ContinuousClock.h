@@ -19,9 +19,9 @@ public:
 
     virtual Instant now() const = 0;
 
-    /// Calls `ring` once at `deadline` or as soon after it as the clock's owner gets to it, never
-    /// from within this call. A deadline in the past rings at once. Rings in the order of their
-    /// deadlines, equal ones in the order in which they were set.
+    /// Calls `ring` once, at `deadline` or as soon after it as the clock can, on a thread of the
+    /// clock's choice and never from within this call. A deadline in the past rings at once. Rings
+    /// in the order of their deadlines, equal ones in the order in which they were set.
     virtual AlarmId setAlarm(Instant deadline, std::function<void()> ring) = 0;
 
     /// Forgets an alarm; one that rang or never was is ignored.

@@ -7,11 +7,13 @@
 
 namespace tidewell {
 
-/// A task that is bound to its owner: once this was cancelled, assigned to or destroyed, the task
-/// runs no further than to where it waits next. It is destroyed there, as a job of its executor;
-/// work that it has elsewhere is done before. Any thread. On the executor's own the task has no
-/// step under way, and so may refer to the owner of this, except in the destructors of its
-/// variables.
+/// A task that ends with its owner. Cancelling, assigning to or destroying this lets the task run
+/// to its next `co_await` at most. The coroutine is destroyed later, by a job of its executor, and
+/// not before a job that it waits for on another one (see `runOn`) has returned. Any thread.
+///
+/// On the executor's own thread no step of the task is running meanwhile, and none runs afterwards.
+/// There, the task may refer to the object that this is a member of; only the destructors of its
+/// local variables may not, since they run later.
 class OwnedTask {
 public:
     OwnedTask() = default;

@@ -10,8 +10,7 @@
 namespace tidewell {
 
 /// An executor with a thread of its own, which starts with the first job and blocks while the queue
-/// is empty. Where the system has no thread left, jobs wait for the next one to be posted, which
-/// tries again.
+/// is empty. Where no thread can be made, jobs stay queued, and the next `post()` tries again.
 /// Destroying it waits for the job that runs at the moment and drops the rest; it must not be
 /// destroyed by one of its own jobs.
 class SerialExecutor final : public Executor {

@@ -126,13 +126,14 @@ private:
 
 namespace detail {
 
-/// A spawned task: the outermost coroutine with its executor and its cancellation. Owned by
-/// whatever will resume it, so that nothing has to be torn down by hand.
+/// A spawned task: the outermost coroutine with its executor and its cancellation. Whatever is
+/// going to resume it has a reference: when the last of these goes, so does the task.
 struct RunningTask final : std::enable_shared_from_this<RunningTask> {
     RunningTask(Executor& executor, Task<void> body);
 
-    /// Queues the next step of `task`, which does not take place once that was cancelled. Takes the
-    /// caller's share of it: whoever lets go last destroys the task, on its own thread.
+    /// Queues a job that resumes `step`, unless the task is cancelled by then. The job takes over
+    /// the caller's reference, so that the last one is dropped on the executor's thread, which
+    /// destroys the task.
     static void post(std::shared_ptr<RunningTask> task, std::coroutine_handle<> step);
     static void start(std::shared_ptr<RunningTask> task);
 

@@ -32,8 +32,8 @@ private:
 
 namespace detail {
 
-/// Runs on the thread that cancels. Holds a resumption weakly: whoever is to resume owns it, so a
-/// task of which that is dropped is not kept alive by its own cancellation.
+/// Called on the thread that cancels. The function holds the `Resumption` by a weak pointer: that
+/// owns the task, which owns this.
 using OnCancel = std::stop_callback<std::function<void()>>;
 
 class WorkElsewhere {
@@ -90,7 +90,8 @@ public:
                     pending->resume();
                 }
             });
-        // Off this awaiter: the task may be destroyed inside the call, if it drops the answer.
+        // A local: where `ask` drops its argument, the task and this awaiter are destroyed
+        // meanwhile.
         const Ask ask = std::move(ask_);
         ask([this, resumption = std::move(resumption)](T value) {
             if (resumption->claim()) {

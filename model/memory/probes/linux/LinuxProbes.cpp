@@ -38,8 +38,9 @@ LinuxProbes::LinuxProbes(const std::string& proc, const std::string& sys, Log& l
     , log_(log) {}
 
 std::optional<std::int64_t> LinuxProbes::getFreeMemoryPercentage() {
-    unused_ = read();
-    return unused_ ? freeMemoryPercentage(unused_->info, unused_->unlisted) : std::nullopt;
+    // Writing /proc/meminfo is the kernel's largest part of a step, so it is asked for once.
+    step_ = read();
+    return step_ ? freeMemoryPercentage(step_->info, step_->unlisted) : std::nullopt;
 }
 
 std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
@@ -60,7 +61,7 @@ std::optional<SwapUsage> LinuxProbes::getSwapUsage() {
 }
 
 std::optional<std::uint64_t> LinuxProbes::getPhysicalMemory() {
-    const auto info = unused_ ? Result<MemInfo>(unused_->info) : readMemInfo();
+    const auto info = step_ ? Result<MemInfo>(step_->info) : readMemInfo();
     if (!info || !info->total) {
         return std::nullopt;
     }
@@ -68,9 +69,7 @@ std::optional<std::uint64_t> LinuxProbes::getPhysicalMemory() {
 }
 
 std::optional<MemoryCounters> LinuxProbes::getMemoryCounters() {
-    // Writing /proc/meminfo is the kernel's largest part of a step, so it is asked for once.
-    const auto unused = std::exchange(unused_, std::nullopt);
-    const auto reading = unused ? unused : read();
+    const auto reading = step_ ? step_ : read();
     return reading ? memoryCounters(reading->info, reading->unlisted, pageSize_) : std::nullopt;
 }
 

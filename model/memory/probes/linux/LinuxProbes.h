@@ -13,9 +13,9 @@ namespace tidewell {
 /// MemInfo.cpp defines what counts as what. Why the file cannot be read is logged once, until it
 /// can be read again; of the parts that claim to be larger than memory, the first.
 ///
-/// A sampling step asks for the percentage, then for physical memory and the counters. All three
-/// tell of the same moment: getMemoryCounters() uses up what getFreeMemoryPercentage() has read,
-/// getPhysicalMemory() looks at it, and each reads afresh when there is nothing.
+/// getFreeMemoryPercentage() reads the files, and so begins a sampling step: physical memory and
+/// the counters are then those of the same moment, until it is called again. Where it read nothing,
+/// they are read when asked for.
 ///
 /// The kernel has the contents of these files at hand: reading them does not block. But nobody
 /// reads the figures of a zram device that is being reset until all its memory is free, which may
@@ -50,8 +50,8 @@ private:
     std::string blockPath_;
     std::uint64_t pageSize_;
     Log& log_;
-    std::optional<Reading> unused_; // read for the percentage, not yet for the counters
-    bool isUnreadable_ = false;     // the file, at the last attempt
+    std::optional<Reading> step_;
+    bool isUnreadable_ = false; // the file, at the last attempt
     bool hasToldOfTooLarge_ = false;
 };
 
