@@ -14,8 +14,8 @@ namespace tidewell {
 struct StatusItemContent {
     std::string symbolName;           ///< of ui/Symbols.h
     Colour colour = colours::primary; ///< drawn in the status area's appearance
-    std::string text = {};
-    std::string description = {}; ///< for tooltips and assistive technology
+    std::string text;
+    std::string description; ///< for tooltips and assistive technology
 
     bool operator==(const StatusItemContent&) const = default;
 };

@@ -58,7 +58,7 @@ TEST_F(SandboxedBus, RegistersTheItemByItsUniqueNameWhereItMayHaveNoOther) {
     StatusNotifierHost host{inside, log};
     const StatusItemBehaviour behaviour{"tidewell", "Tidewell", [] {}, {}};
     StatusNotifierStatusItem item{inside, host, appearance, place, behaviour};
-    item.setContent({.symbolName = "circle.fill", .text = "1 MB of 8 GB"});
+    item.setContent({.symbolName = "circle.fill", .text = "1 MB of 8 GB", .description = {}});
     ASSERT_TRUE(comesTrue([&registered] { return !registered.isEmpty(); }));
     auto question = QDBusMessage::createMethodCall(
         registered, QString::fromLatin1(StatusNotifierStatusItem::path),

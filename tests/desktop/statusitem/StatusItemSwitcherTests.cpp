@@ -39,7 +39,9 @@ protected:
         return {std::move(host), [this, name] { return std::make_unique<Item>(notes, name); },
                 isForgotten};
     }
-    void show(const char* text) { switcher.setContent({.symbolName = {}, .text = text}); }
+    void show(const char* text) {
+        switcher.setContent({.symbolName = {}, .text = text, .description = {}});
+    }
     std::vector<std::string> notesAfter(double seconds) {
         clock.advance(seconds);
         return std::exchange(notes, {});

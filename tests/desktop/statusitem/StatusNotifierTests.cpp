@@ -64,7 +64,7 @@ TEST_F(StatusNotifier, DoesWhatWasClickedInItsMenuAndNothingElse) {
 }
 
 TEST_F(StatusNotifier, TellsTheFigureInTheTooltipsTitleAndToScreenReaders) {
-    item.setContent({.symbolName = "circle.fill", .description = "1 MB <of> 8 & GB"});
+    item.setContent({.symbolName = "circle.fill", .text = {}, .description = "1 MB <of> 8 & GB"});
     const auto tooltip = property(u"ToolTip"_s).value<QDBusArgument>();
     QString iconName;
     QString title;
