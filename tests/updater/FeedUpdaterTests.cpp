@@ -162,21 +162,22 @@ protected:
         }
         return nullptr;
     }
-    static testing::AssertionResult shows(const std::string& text) {
+    testing::AssertionResult shows(const std::string& text) {
         if (comesTrue([&text] { return shown<QLabel>(text) != nullptr; })) {
             return testing::AssertionSuccess();
         }
         const QLabel* instead = shown<QLabel>();
         return testing::AssertionFailure()
                << "instead of \"" << text << "\" there is "
-               << (instead != nullptr ? instead->text().toStdString() : "no label");
+               << (instead != nullptr ? instead->text().toStdString() : "no label")
+               << ", and the log " << testing::PrintToString(log.takeLines());
     }
     static void press(const char* title) {
         auto* const button = shown<QPushButton>(title);
         ASSERT_NE(button, nullptr) << title;
         button->click();
     }
-    static void confirm(const std::string& message) {
+    void confirm(const std::string& message) {
         EXPECT_TRUE(shows(message)) << message;
         press("OK");
     }

@@ -89,14 +89,18 @@ Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
         program.waitForFinished(-1);
         return tl::unexpected(*failed);
     }
-    std::string said = reason.simplified().left(longestReason).toStdString();
+    const std::string said = reason.simplified().left(longestReason).toStdString();
     const bool isEnd = program.exitStatus() == QProcess::NormalExit;
     if (isEnd && program.exitCode() == 0) {
         return said;
     }
     const auto problem = static_cast<UpdateProblem>(program.exitCode());
-    const bool isKnown = problem >= UpdateProblem::broken && problem <= UpdateProblem::timedOut;
-    return failure(said, isEnd && isKnown ? problem : UpdateProblem::broken);
+    if (isEnd && problem >= UpdateProblem::broken && problem <= UpdateProblem::timedOut) {
+        return failure(said, problem);
+    }
+    return failure("the fetching program ended with " + std::string(isEnd ? "status " : "signal ") +
+                       std::to_string(program.exitCode()) + " " + said,
+                   UpdateProblem::broken);
 }
 
 } // namespace tidewell

@@ -100,10 +100,9 @@ public:
                 fail(UpdateProblem::broken, QStringLiteral("nobody reads"));
             }
         });
-        QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] {
-            reply->deleteLater();
-            finish(*reply);
-        });
+        // Six at most, which end with the process: to delete one would race with the network's
+        // thread.
+        QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] { finish(*reply); });
     }
 
 private:
