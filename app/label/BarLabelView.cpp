@@ -1,8 +1,8 @@
 #include "app/label/BarLabelView.h"
 
-#include "app/panel/LevelWords.h"
 #include "base/text/ByteText.h"
 #include "base/values/LevelColours.h"
+#include "ui/LevelWords.h"
 
 namespace tidewell {
 

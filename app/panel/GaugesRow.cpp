@@ -1,9 +1,9 @@
 #include "app/panel/GaugesRow.h"
 
-#include "app/panel/LevelWords.h"
 #include "base/text/IntegerText.h"
 #include "base/values/LevelColours.h"
 #include "ui/Labels.h"
+#include "ui/LevelWords.h"
 #include "ui/Palette.h"
 #include "ui/RoundGauge.h"
 #include "ui/TextDirection.h"

@@ -1,11 +1,11 @@
 #include "app/panel/SwapSection.h"
 
-#include "app/panel/LevelWords.h"
 #include "app/panel/ScrollingBarChart.h"
 #include "base/text/ByteText.h"
 #include "base/text/IntegerText.h"
 #include "base/values/LevelColours.h"
 #include "ui/Labels.h"
+#include "ui/LevelWords.h"
 #include "ui/LinearGauge.h"
 #include "ui/Pictures.h"
 #include "ui/TitledBox.h"

@@ -1,4 +1,4 @@
-#include "app/panel/LevelWords.h"
+#include "ui/LevelWords.h"
 
 #include <QCoreApplication>
 
