@@ -512,6 +512,7 @@ TEST_F(FeedUpdaterTest, InstallsNothingLeavesNothingAndSaysWhyWhereSomethingIsWr
                              Case{"broken/feed.xml", "", "cannot be reached"},
                              Case{"plain/missing.xml", "", "does not have"},
                              Case{"password/feed.xml", "", "does not have"},
+                             Case{"named/feed.xml", "", "not safe"},
                              Case{"redirect-6/feed.xml", "", "not safe"},
                              Case{"weaker/feed.xml", "", "not safe"},
                              Case{"plain/feed.xml", "", "could not prove", false},

@@ -30,8 +30,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.answer(302, "Location", f"/redirect-{left}/{name}" if left else f"/plain/{name}")
         elif behaviour == "weaker":
             self.answer(302, "Location", f"http://127.0.0.1:1/{name}")
+        elif behaviour == "named":
+            self.answer(302, "Location", f"https://a:b@{self.headers['Host']}/password/{name}")
         elif behaviour == "password" and "Authorization" not in self.headers:
-            self.answer(401, "WWW-Authenticate", "Negotiate")
+            self.answer(401, "WWW-Authenticate", 'Basic realm="a"')
         elif behaviour == "endless":
             self.send_body(itertools.repeat(bytes(65536)))
         elif behaviour == "slow":

@@ -71,7 +71,8 @@ public:
                               QNetworkRequest::ManualRedirectPolicy);
         request_.setAttribute(QNetworkRequest::Http2AllowedAttribute, false); // one stream will do
         request_.setRawHeader("User-Agent", "Tidewell");
-        // Nobody who asks for a password or a cookie gets one.
+        // Nobody who asks for a password or a cookie gets one. There should be none: an address
+        // with one in it is refused, and the environment leads to no ticket.
         for (const auto attribute : {QNetworkRequest::AuthenticationReuseAttribute,
                                      QNetworkRequest::CookieLoadControlAttribute,
                                      QNetworkRequest::CookieSaveControlAttribute}) {
