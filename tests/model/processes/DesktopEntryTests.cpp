@@ -33,7 +33,7 @@ TEST(DesktopEntry, IsReadWithTheNameOfTheUsersLanguage) {
 TEST(CommandLine, IsSplitAsEntriesQuoteIt) {
     EXPECT_THAT(splitCommand(R"(  "/opt/my app/run" --a='b c' %U 100%% \"x %)"),
                 ElementsAre("/opt/my app/run", "--a=b c", "100%", "\"x", "%"));
-    EXPECT_THAT(splitCommand(R"(a "" "b \$ 'c)"), ElementsAre("a", "", "b $ 'c"));
+    EXPECT_THAT(splitCommand("a\t\"\"\n\"b \\$ 'c"), ElementsAre("a", "", "b $ 'c"));
 }
 
 TEST(CommandLine, OfAnEntryIsAboutTheProgramBehindItsWrappers) {

@@ -290,7 +290,7 @@ TEST_F(LinuxApplicationSourceTest, FindsTheEntryThatAProgramBelongsTo) {
     writeEntry("g", "Name=\xe2\x80\x8b\nExec=blank\n");
     writeEntry("h", "Name=Gone\nExec=x\n");
     writeEntry("i", "Name=Python\nExec=python3\n");
-    writeEntry("h", "Hidden=true\n", "home/share");
+    writeEntry("h", "Name=Hidden\nExec=x\nHidden=true\n", "home/share");
     writeEntry("large", "Name=Large\nExec=x\n#" + std::string(1 << 20, ' '));
     const auto entries = folder.path() / "usr/applications";
     std::filesystem::create_directory_symlink(entries, entries / "loop");
@@ -428,6 +428,17 @@ TEST_F(LinuxApplicationSourceTest, ReadsSharesAsFarAsItsCreditGoesTheLargestFirs
         ASSERT_LT(looks, 20);
     }
     EXPECT_GT(looks, 4) << "the debt is paid off";
+    for (const int id : {10, 20, 30, 40}) {
+        use(id, {9000, 2000}); // which nothing tells of
+    }
+    const auto isRead = [](const auto& application) {
+        return application.usage->proportional == 2000 * mebibyte;
+    };
+    while (std::ranges::count_if(list, isRead) == 0 && looks < 20) {
+        look();
+        ++looks;
+    }
+    EXPECT_EQ(std::ranges::count_if(list, isRead), 1) << "one at a time";
 }
 
 TEST_F(LinuxApplicationSourceTest, TakesAGiantByItsRssAndGoesOnWithTheOthers) {

@@ -16,9 +16,10 @@ using testing::ElementsAre;
 TEST(ProcessFiles, GiveNothingWhenTheyAreCutShort) {
     const std::string whole = "1 () (a) S 42 0 0 34816 0 0 77 0 0 0 0 0 0 0 0 0 0 0 987654";
     EXPECT_EQ(parseProcessStat(whole), (ProcessStat{") (a", 'S', 42, 34816, 77, 987654, false}));
-    for (const char* cut :
-         {"", "1 (", "1 )(", "1 (a) S", "1 (a) S x 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 1",
-          "1 (a) S 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0"}) {
+    for (const char* cut : {"", "1 a) S 42 0 0 0 0 0 77 0 0 0 0 0 0 0 0 0 0 0 1",
+                            ") S 42 0 0 0 0 0 77 0 0 0 0 0 0 0 0 0 0 0 1 (", "1 (a) S",
+                            "1 (a) S x 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 1",
+                            "1 (a) S 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0"}) {
         EXPECT_EQ(parseProcessStat(cut), std::nullopt) << cut;
     }
     EXPECT_EQ(parseProcessPages("12 5 3 2 0 1 0\n"), (ProcessPages{5, 3, 2}));

@@ -111,7 +111,7 @@ TEST_F(LinuxProbesTest, ReadsItsFileOnceForASamplingStepAndAddsUpTheZramDevicesT
 }
 
 TEST(MemInfo, ReadsTheLinesItKnowsAndTakesWhatIsNoNumberOfKilobytesAsMissing) {
-    const auto info = parseMemInfo("SwapCached: 9 kB\nCached: 3\nCached: 4 kB\nShmem: 2 kB");
+    const auto info = parseMemInfo("none\nSwapCached: 9 kB\nCached: 3\nCached: 4 kB\nShmem: 2 kB");
     EXPECT_EQ(info.cached, 3U) << "the first of two, and without a unit";
     EXPECT_EQ(info.shared, 2U) << "without a line end";
     for (const std::string value :
