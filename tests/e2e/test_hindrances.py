@@ -83,8 +83,10 @@ class StoppedDisplay(DesktopCase):
 
         def is_blocked():
             try:
-                return not self.desktop.bus().call_blocking(
-                    *tidewell.item, "org.freedesktop.DBus.Peer", "Ping", "", (), timeout=0.3)
+                self.desktop.bus().call_blocking(
+                    *tidewell.item, dbus.PROPERTIES_IFACE, "Get", "ss",
+                    ("org.kde.StatusNotifierItem", "Id"), timeout=0.3)
+                return False
             except dbus.DBusException:
                 return True
         wait_for("the program to wait for the display", is_blocked)
