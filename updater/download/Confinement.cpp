@@ -129,9 +129,11 @@ constexpr auto refused = std::to_array<std::uint32_t>({
     SYS_chmod,
     SYS_chown,
     SYS_lchown,
-    SYS_utime,
     SYS_utimes,
     SYS_futimesat,
+#endif
+#ifdef SYS_utime // which 32-bit Arm never had
+    SYS_utime,
 #endif
 });
 

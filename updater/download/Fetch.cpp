@@ -89,7 +89,7 @@ Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
         program.waitForFinished(-1);
         return tl::unexpected(*failed);
     }
-    const std::string said = reason.simplified().left(longestReason).toStdString();
+    std::string said = reason.simplified().left(longestReason).toStdString();
     const bool isEnd = program.exitStatus() == QProcess::NormalExit;
     if (isEnd && program.exitCode() == 0) {
         return said;

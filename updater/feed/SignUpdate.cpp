@@ -60,7 +60,7 @@ SecretKey readKey(const QString& path) {
         giveUp(path + QStringLiteral(": ") + file.errorString());
     }
     KeyText text;
-    const qint64 length = file.read(text.data(), qint64(text.size()));
+    const auto length = static_cast<qsizetype>(file.read(text.data(), qint64(text.size())));
     const auto key = readSecretKey({text.data(), std::max<qsizetype>(length, 0)});
     if (!key) {
         giveUp(QStringLiteral("the key's file holds no key"));

@@ -88,8 +88,9 @@ void TimerFdClock::armTimer() {
         const auto next =
             std::max(alarms_.begin()->first.time_since_epoch(), std::chrono::nanoseconds(1));
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(next);
-        setting.it_value.tv_sec = seconds.count();
-        setting.it_value.tv_nsec = (next - seconds).count();
+        setting.it_value.tv_sec = static_cast<std::time_t>(seconds.count());
+        setting.it_value.tv_nsec =
+            static_cast<decltype(timespec::tv_nsec)>((next - seconds).count());
     }
     timerfd_settime(timer_, TFD_TIMER_ABSTIME, &setting, nullptr);
 }
