@@ -55,8 +55,7 @@ Gauge::Gauge() {
     makeAccessible<Gauge, AccessibleGauge>();
 }
 
-void Gauge::contentChanged(const Reading& before) {
-    update();
+void Gauge::tellOfChange(const Reading& before) {
     const Reading now = reading();
     if (now.value != before.value || now.minimum != before.minimum ||
         now.maximum != before.maximum) {

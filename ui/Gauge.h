@@ -27,7 +27,7 @@ protected:
     Gauge();
 
     /// To be called after the content changed, with what `reading` gave before.
-    void contentChanged(const Reading& before);
+    void tellOfChange(const Reading& before);
 };
 
 /// A gauge of a plain struct with a `value`, its `text`, a `minimum` and a `maximum`.
@@ -37,16 +37,24 @@ public:
     const Content& content() const { return content_; }
     /// Draws anew only what differs from what is shown.
     void setContent(Content content) {
-        if (content != content_) {
-            const Reading before = reading();
-            content_ = std::move(content);
-            contentChanged(before);
+        if (content == content_) {
+            return;
         }
+        if (!looksLike(content)) {
+            update();
+        }
+        const Reading before = reading();
+        content_ = std::move(content);
+        tellOfChange(before);
     }
 
     Reading reading() const final {
         return {content_.value, content_.minimum, content_.maximum, content_.text};
     }
+
+protected:
+    /// Whether other content would be painted alike.
+    virtual bool looksLike(const Content& /*other*/) const { return false; }
 
 private:
     Content content_;

@@ -114,6 +114,20 @@ const QImage& RoundGauge::arc(Appearance appearance) {
     return arc_;
 }
 
+double RoundGauge::markerPlace(const RoundGaugeContent& content) const {
+    constexpr double arcLength = arcRadius * span * std::numbers::pi / 180;
+    constexpr int stepsPerPixel = 4;
+    const double steps = std::ceil(arcLength * devicePixelRatioF()) * stepsPerPixel;
+    const double place = gaugeFraction(content.value, content.minimum, content.maximum);
+    return std::round(place * steps) / steps;
+}
+
+bool RoundGauge::looksLike(const RoundGaugeContent& other) const {
+    RoundGaugeContent moved = content();
+    moved.value = other.value;
+    return moved == other && markerPlace(moved) == markerPlace(content());
+}
+
 void RoundGauge::paintEvent(QPaintEvent*) {
     const RoundGaugeContent& shown = content();
     QPainter painter(this);
@@ -124,7 +138,7 @@ void RoundGauge::paintEvent(QPaintEvent*) {
 
     drawOnDevicePixels(painter, middle - QPointF(diameter, diameter) / 2, arc(appearance));
 
-    const QPointF marker = onArc(middle, gaugeFraction(shown.value, shown.minimum, shown.maximum));
+    const QPointF marker = onArc(middle, markerPlace(shown));
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().color(backgroundRole()));
     painter.drawEllipse(marker, markerRing, markerRing);

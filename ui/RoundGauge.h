@@ -34,9 +34,12 @@ public:
     RoundGauge();
 
 protected:
+    bool looksLike(const RoundGaugeContent& other) const override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// Where on the arc the marker stands, 0 to 1, in steps too short to see.
+    double markerPlace(const RoundGaugeContent& content) const;
     const QImage& arc(Appearance appearance);
 
     QImage arc_; ///< rendered for these, and its own device pixel ratio

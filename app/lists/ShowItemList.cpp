@@ -4,6 +4,7 @@
 #include "app/lists/RowTip.h"
 #include "app/lists/ShowItemView.h"
 #include "app/lists/UsageText.h"
+#include "base/text/ByteText.h"
 #include "ui/Drawing.h"
 #include "ui/Palette.h"
 #include "ui/ScrollThumb.h"
@@ -37,11 +38,13 @@ constexpr Measures measuresOf(ShowItemList::Kind kind) {
 }
 
 constexpr double cornerRadius = 5;
+constexpr double focusRoom = 5; // of the ring, beside the row
 
 bool looksLike(const DisplayContainer& one, const DisplayContainer& other) {
     return one.showItem.label == other.showItem.label &&
-           one.showItem.value == other.showItem.value &&
            one.showItem.color == other.showItem.color && one.image == other.image &&
+           (one.showItem.value == other.showItem.value ||
+            sizeText(one.showItem.value) == sizeText(other.showItem.value)) &&
            (one.usage ? one.usage->swapped : 0) == (other.usage ? other.usage->swapped : 0);
 }
 
@@ -62,20 +65,33 @@ ShowItemList::ShowItemList(Kind kind)
 ShowItemList::~ShowItemList() = default;
 
 void ShowItemList::setItems(std::vector<DisplayContainer> items) {
-    const bool looksTheSame = std::ranges::equal(items_, items, looksLike);
+    const QRegion changed = changedBy(items);
     const auto current = current_;
     const ItemKey key = current ? itemKey(*current) : 0;
     items_ = std::move(items);
     updateTip();
-    if (looksTheSame) {
-        return;
+    if (!changed.isEmpty()) {
+        updateScrollBar();
+        viewport()->update(changed);
+        tellOfChanges(*this);
     }
-    updateScrollBar();
-    viewport()->update();
-    tellOfChanges(*this);
     if (current) {
         keepCurrent(*current, key);
     }
+}
+
+/// Where the list looks otherwise with these items.
+QRegion ShowItemList::changedBy(const std::vector<DisplayContainer>& items) const {
+    if (items.size() != items_.size()) {
+        return viewport()->rect();
+    }
+    QRegion changed;
+    for (std::size_t row = 0; row < items.size(); ++row) {
+        if (!looksLike(items_[row], items[row])) {
+            changed += rowArea(row);
+        }
+    }
+    return changed;
 }
 
 void ShowItemList::setSwapMark(const SwapMark& mark) {
@@ -113,8 +129,12 @@ void ShowItemList::keepCurrent(std::size_t old, ItemKey key) {
         current_.reset();
     } else if (!found) {
         setCurrentRow(std::min(old, items_.size() - 1));
-    } else if (current_ = found; rowFrame(old).intersects(QRectF(viewport()->rect()))) {
-        scrollToRow(*found); // its place in the order may be another
+    } else if (found != old) {
+        current_ = found;
+        viewport()->update();
+        if (rowFrame(old).intersects(QRectF(viewport()->rect()))) {
+            scrollToRow(*found);
+        }
     }
 }
 
@@ -195,6 +215,11 @@ QRectF ShowItemList::rowFrame(std::size_t index) const {
     const auto top = measures.above + measures.pitch * static_cast<double>(index);
     return {static_cast<double>(measures.beside), top - verticalScrollBar()->value(),
             static_cast<double>(viewport()->width() - 2 * measures.beside), ShowItemView::height};
+}
+
+QRect ShowItemList::rowArea(std::size_t index) const {
+    const double gap = measuresOf(kind_).pitch - ShowItemView::height;
+    return rowFrame(index).adjusted(-focusRoom, -gap / 2, focusRoom, gap / 2).toAlignedRect();
 }
 
 QRectF ShowItemList::headerFrame() const {
@@ -290,9 +315,12 @@ void ShowItemList::paintEvent(QPaintEvent* event) {
         if (frame.top() >= area.bottom()) {
             break;
         }
+        if (!event->region().intersects(rowArea(row))) {
+            continue;
+        }
         this->row(row).paint(painter, frame, *this, fonts, icons_);
         if (row == current_ && hasFocus()) {
-            drawFocusRing(painter, frame.adjusted(-5, -2, 5, 2), cornerRadius,
+            drawFocusRing(painter, frame.adjusted(-focusRoom, -2, focusRoom, 2), cornerRadius,
                           appearanceOf(palette()));
         }
     }

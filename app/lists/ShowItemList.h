@@ -29,8 +29,8 @@ public:
     explicit ShowItemList(Kind kind = Kind::figures);
     ~ShowItemList() override;
 
-    /// Replaces the rows. Nothing is repainted when they look as they did: rows made anew have new
-    /// identifiers, so those do not count.
+    /// Replaces the rows. Only those are repainted that look otherwise than before: rows made anew
+    /// have new identifiers, and figures grow by less than is shown, so those do not count.
     void setItems(std::vector<DisplayContainer> items);
 
     /// Which of the rows have a remark on swap.
@@ -63,6 +63,8 @@ protected:
 private:
     void updateScrollBar();
     QRectF headerFrame() const;
+    QRect rowArea(std::size_t index) const; // with its share of the gaps and its focus ring
+    QRegion changedBy(const std::vector<DisplayContainer>& items) const;
     std::optional<std::size_t> rowAt(QPointF position) const;
     void setCurrentRow(std::size_t row);
     void scrollToRow(std::size_t row);

@@ -25,15 +25,13 @@ QString integer(std::int64_t value) {
     return QString::fromStdString(integerText(value));
 }
 
-RoundGaugeContent percentage(double value, Colour textColour) {
-    return {.value = value,
-            .text = percentText(static_cast<std::int64_t>(value)), // without its fraction
-            .textColour = textColour,
-            .minimumText = integer(0),
-            .maximumText = integer(100),
-            .minimumTextColour = colours::systemGreen,
-            .maximumTextColour = colours::systemRed,
-            .gradient = gaugeGradient(value)};
+void showPercentage(RoundGauge& gauge, double value, Colour textColour) {
+    RoundGaugeContent content = gauge.content();
+    content.value = value;
+    content.text = percentText(static_cast<std::int64_t>(value)); // without its fraction
+    content.textColour = textColour;
+    content.gradient = gaugeGradient(value);
+    gauge.setContent(std::move(content));
 }
 
 } // namespace
@@ -68,6 +66,12 @@ RoundGauge* GaugesRow::addGauge(int side, const QString& caption) {
     auto* gauge = new RoundGauge;
     gauge->setParent(this);
     gauge->setAccessibleName(caption);
+    RoundGaugeContent content;
+    content.minimumText = integer(0);
+    content.maximumText = integer(100);
+    content.minimumTextColour = colours::systemGreen;
+    content.maximumTextColour = colours::systemRed;
+    gauge->setContent(std::move(content));
     gauge->move(centre - gauge->width() / 2, 0);
     QLabel* label = makeLabel(caption, TextStyle::body);
     label->setParent(this);
@@ -76,10 +80,15 @@ RoundGauge* GaugesRow::addGauge(int side, const QString& caption) {
 }
 
 void GaugesRow::setContent(std::int64_t memoryPressure, double usedMemoryPercentage) {
-    pressure_->setContent(
-        percentage(static_cast<double>(memoryPressure), pressureColour(memoryPressure)));
-    pressure_->setToolTip(withLevel(percentText(memoryPressure), pressureLevel(memoryPressure)));
-    usage_->setContent(percentage(usedMemoryPercentage, colours::primary));
+    if (std::exchange(shownPressure_, memoryPressure) != memoryPressure) {
+        showPercentage(*pressure_, static_cast<double>(memoryPressure),
+                       pressureColour(memoryPressure));
+        pressure_->setToolTip(
+            withLevel(percentText(memoryPressure), pressureLevel(memoryPressure)));
+    }
+    if (std::exchange(shownUsage_, usedMemoryPercentage) != usedMemoryPercentage) {
+        showPercentage(*usage_, usedMemoryPercentage, colours::primary);
+    }
 }
 
 void GaugesRow::enterEvent(QEnterEvent* event) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace tidewell {
@@ -33,6 +34,8 @@ private:
     RoundGauge* addGauge(int side, const QString& caption);
 
     std::function<void()> entered_;
+    std::optional<std::int64_t> shownPressure_;
+    std::optional<double> shownUsage_;
     RoundGauge* pressure_;
     RoundGauge* usage_;
 };

@@ -68,23 +68,32 @@ QWidget* SwapSection::makeHistory(int width) {
 }
 
 void SwapSection::refresh() {
-    const std::uint64_t used = memoryWatcher_->swapUsed();
-    const std::uint64_t total = memoryWatcher_->swapTotal();
-    if (used != 0) {
-        gauge_->setContent({.value = static_cast<double>(used),
-                            .maximum = static_cast<double>(total),
-                            .text = QString::fromStdString(sizeText(used)),
-                            .minimumText = QString::fromStdString(integerText(0) + " MB"),
-                            .maximumText = QString::fromStdString(sizeText(total)),
-                            .tint = levelColour(memoryWatcher_->warningLevel())});
-        const QString figure = tr("%1 of %2")
-                                   .arg(QString::fromStdString(sizeText(used)),
-                                        QString::fromStdString(sizeText(total)));
-        gauge_->setToolTip(withLevel(figure, memoryWatcher_->warningLevel()));
+    const Use use{.used = memoryWatcher_->swapUsed(),
+                  .total = memoryWatcher_->swapTotal(),
+                  .level = memoryWatcher_->warningLevel()};
+    if (std::exchange(shown_, use) != use) {
+        show(use);
+    }
+    if (use.used != 0) {
         chart_->setData(memoryWatcher_->swapUsedArray());
         chartBox_->setNote(chart_->spanText());
     }
-    box_->setNote(used != 0 ? levelWord(memoryWatcher_->warningLevel()) : QString());
+}
+
+void SwapSection::show(const Use& use) {
+    const auto& [used, total, level] = use;
+    if (used != 0) {
+        const QString usedText = QString::fromStdString(sizeText(used));
+        const QString totalText = QString::fromStdString(sizeText(total));
+        gauge_->setContent({.value = static_cast<double>(used),
+                            .maximum = static_cast<double>(total),
+                            .text = usedText,
+                            .minimumText = QString::fromStdString(integerText(0) + " MB"),
+                            .maximumText = totalText,
+                            .tint = levelColour(level)});
+        gauge_->setToolTip(withLevel(tr("%1 of %2").arg(usedText, totalText), level));
+    }
+    box_->setNote(used != 0 ? levelWord(level) : QString());
     state_->setCurrentIndex(used != 0 ? 1 : 0);
     history_->setCurrentIndex(used != 0 ? 1 : 0);
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QStackedWidget;
 
@@ -30,10 +31,19 @@ public:
     void refresh();
 
 private:
+    struct Use {
+        std::uint64_t used; // bytes
+        std::uint64_t total;
+        WarningLevel level;
+        bool operator==(const Use&) const = default;
+    };
+
+    void show(const Use& use);
     QWidget* makeBox(int width, const std::function<void()>& entered);
     QWidget* makeHistory(int width);
 
     std::shared_ptr<MemoryWatcher> memoryWatcher_;
+    std::optional<Use> shown_;
     TitledBox* box_ = nullptr;
     QStackedWidget* state_ = nullptr; ///< the text that there is none, or the gauge
     LinearGauge* gauge_ = nullptr;

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QTest>
 
@@ -133,6 +134,34 @@ TEST_F(ShowItemListTest, TellsWhatAnApplicationUsesWhileThePointerIsOnItsRow) {
     std::ranges::reverse(items);
     list.setItems(items);
     EXPECT_FALSE(tip->isVisible()) << "another row is there now";
+}
+
+TEST_F(ShowItemListTest, PaintsOnlyRowsThatLookOtherwise) {
+    struct Painted : QObject {
+        QRegion region;
+        bool eventFilter(QObject* /*viewport*/, QEvent* event) override {
+            if (event->type() == QEvent::Paint) {
+                region += static_cast<QPaintEvent*>(event)->region();
+            }
+            return false;
+        }
+    } painted;
+    auto items = rows(9);
+    items[4].showItem.value = 5ULL << 30U;
+    list.setItems(items);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+    list.repaint();
+    list.viewport()->installEventFilter(&painted);
+    for (const auto& [grown, isSeen] : {std::pair(1U << 10U, false), std::pair(1U << 30U, true)}) {
+        items[4].showItem.value += grown;
+        list.setItems(items);
+        QCoreApplication::processEvents();
+        for (std::size_t row = 0; row < items.size(); ++row) {
+            EXPECT_EQ(painted.region.intersects(list.rowFrame(row).toAlignedRect()),
+                      row == 4 && isSeen)
+                << row << " " << grown;
+        }
+    }
 }
 
 TEST_F(ShowItemListTest, CutsLabelsAndNeverByteCounts) {
