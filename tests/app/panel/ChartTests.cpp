@@ -226,6 +226,11 @@ TEST_F(SwapChart, KnowsItsBarsByTheirPlace) {
     items.back().value = 1;
     chart.setData(items);
     EXPECT_EQ(labels().back(), "  1 byte") << "too low for the pointer";
+    const QImage lowest = chart.grab().toImage();
+    const auto inLastBar = [&](int above) {
+        return lowest.pixelColor(lowest.width() - 3, lowest.height() - 1 - above);
+    };
+    EXPECT_NE(inLastBar(0), inLastBar(1)) << "a bar that is there is seen";
 
     items.assign(100, {4096, 6});
     chart.setData(items);
