@@ -1,5 +1,6 @@
 #include "desktop/files/JournalLog.h"
 
+#include <endian.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -7,7 +8,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <bit>
 #include <cerrno>
 #include <climits>
 
@@ -46,8 +46,7 @@ std::string onOneLine(std::string_view text) {
 
 /// A field in the journal's native protocol, in the form that any value may have.
 void appendField(std::string& datagram, std::string_view name, std::string_view value) {
-    const std::uint64_t length = value.size();
-    static_assert(std::endian::native == std::endian::little);
+    const std::uint64_t length = htole64(value.size());
     datagram.append(name).append("\n");
     datagram.append(reinterpret_cast<const char*>(&length), sizeof length);
     datagram.append(value).append("\n");
