@@ -105,6 +105,7 @@ TEST_F(MemoryWatcherTest, TakesOverPhysicalMemoryThatChangesOrIsReadOnlyLater) {
     probes.physical = std::nullopt;
     start();
     log.takeLines();
+    EXPECT_THAT(watcher->showItems(), IsEmpty());
     probes.counters = counters; // 12 GB in use
     using Case = std::tuple<std::optional<std::uint64_t>, std::uint64_t, double>;
     for (const auto& [read, total, percentage] :

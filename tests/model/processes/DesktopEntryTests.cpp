@@ -65,6 +65,8 @@ TEST(DesktopEntries, AreSoughtWhereTheEnvironmentSays) {
                                          {"XDG_DATA_HOME", "relative"},
                                          {"XDG_DATA_DIRS", "/x:relative::/y/"}});
     EXPECT_THAT(usualDataFolders(), ElementsAre("/home/a/.local/share", "/x", "/y/"));
+    const ScopedEnvironment none({{"XDG_DATA_HOME", "/home/b"}, {"XDG_DATA_DIRS", ""}});
+    EXPECT_THAT(usualDataFolders(), ElementsAre("/home/b", "/usr/local/share", "/usr/share"));
 }
 
 } // namespace

@@ -50,7 +50,10 @@ TEST_F(SparkleModelTest, StartsTheUpdaterWhereTheUserWantsChecksAndDoesWithoutOn
 TEST_F(SparkleModelTest, ChecksAtOnceAndAgainAfterTheIntervalThatHeldAtItsStart) {
     ASSERT_TRUE(updater->startUpdater());
     model->scheduleUpdateChecks();
+    updater->find("2");
+    EXPECT_TRUE(model->isUpdateAvailable());
     EXPECT_EQ(checksIn(1e6), 1) << "one, without automatic checks";
+    EXPECT_FALSE(model->isUpdateAvailable());
 
     updater->checks = true;
     model->scheduleUpdateChecks();
