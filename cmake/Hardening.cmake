@@ -19,6 +19,13 @@ foreach(flag IN ITEMS -fstack-clash-protection -fcf-protection=full -mbranch-pro
     endif()
 endforeach()
 
+# Link-time optimisation, where somebody asks for it, takes an executable's -fPIC for -fPIE, and copies
+# out of Qt's libraries what these go on to use themselves: the first screen crashes the program.
+check_cxx_compiler_flag(-mno-direct-extern-access TIDEWELL_HAS_INDIRECT_ACCESS)
+if(TIDEWELL_HAS_INDIRECT_ACCESS)
+    add_link_options(-mno-direct-extern-access)
+endif()
+
 # __FILE__ and debugging information name files as the repository does.
 add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
 if(NOT PROJECT_BINARY_DIR MATCHES "^${PROJECT_SOURCE_DIR}/")
