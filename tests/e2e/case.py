@@ -8,10 +8,12 @@ import unittest
 
 from accessibility import ScreenReader
 from desktop import Desktop
+from program import HERE as TOOLS
 from program import Tidewell, meminfo
 from Xlib import X, display, protocol
 
 JOURNAL = "/run/systemd/journal/socket"
+STUBBORN = ("/usr/bin/python3", str(TOOLS / "stubborn_wm.py"))
 
 
 class DesktopCase(unittest.TestCase):

@@ -1,6 +1,6 @@
 import signal
 
-from case import DesktopCase
+from case import STUBBORN, DesktopCase
 from desktop import wait_for
 from program import LEVEL_COLOURS, WINDOW_COLOUR
 
@@ -133,11 +133,12 @@ class TaskBars(LabelWindow):
 
 class TwoScreens(LabelWindow):
     SCREENS = ((0, 640), (640, 1280))  # from left to right
+    left, right = "left", "right"
 
     def setUp(self):
         super().setUp()
-        self.desktop.plug_in("left", 640, 900, 0, "screen")
-        self.desktop.plug_in("right", 640, 900, 640)
+        self.desktop.plug_in(self.left, 640, 900, 0, "screen")
+        self.desktop.plug_in(self.right, 640, 900, 640)
 
     def screen_of(self, window):
         """The number of the screen that the whole window lies on, or None."""
@@ -150,7 +151,7 @@ class TwoScreens(LabelWindow):
                  self.screen_of(tidewell.panel()) == number)
 
     def test_have_the_panel_where_the_item_is_as_they_come_and_go(self):
-        tidewell = self.start_with_label()
+        tidewell, right = self.start_with_label(), self.right
         x, y, width, height = self.label
         self.assertEqual(self.screen_of(self.label), 0)
         self.desktop.click(x + 10, y + 10)
@@ -161,14 +162,30 @@ class TwoScreens(LabelWindow):
         self.wait_for_label(tidewell, (x + 500, y, width, height))
         self.desktop.click(x + 510, y + 10)
         self.wait_for_screen(tidewell, 1)
-        for screen, change in ((0, lambda: self.desktop.unplug("right")),
-                               (1, lambda: self.desktop.plug_in("right", 640, 900, 640)),
-                               (0, lambda: self.desktop.unplug("right"))):
+        for screen, change in ((0, lambda: self.desktop.unplug(right)),
+                               (1, lambda: self.desktop.plug_in(right, 640, 900, 640)),
+                               (0, lambda: self.desktop.unplug(right))):
             change()
             self.wait_for_screen(tidewell, screen)
             self.assertEqual(self.screen_of(tidewell.label_window()), screen)
         self.desktop.press("Escape")
         tidewell.wait_for_no_panel()
+
+
+class XWaylandScreens(TwoScreens):
+    """XWayland is known by their names, as older versions are. No client is told of clicks elsewhere
+    there."""
+
+    left, right = "XWAYLAND0", "XWAYLAND1"
+    window_manager = STUBBORN
+
+    def test_take_a_click_on_any_of_them_for_the_panels_end(self):
+        tidewell = self.start_with_label()
+        for x, y in ((20, 800), (1000, 450)):  # beside the panel, and on the other screen
+            self.desktop.click(*(place + 10 for place in self.label[:2]))
+            tidewell.wait_for_panel()
+            self.desktop.click(x, y)
+            tidewell.wait_for_no_panel()
 
 
 class LabelWindowOnXfwm(LabelWindow):

@@ -1,10 +1,10 @@
 import pathlib
+import signal
 import time
 
-from case import DesktopCase
+from case import STUBBORN, DesktopCase
 from desktop import wait_for
-from program import HERE as TOOLS
-from program import LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
+from program import ITEM, LEVEL_COLOURS, PANEL_SIZE, TEXT_COLOUR
 
 
 class XfcePanel(DesktopCase):
@@ -55,7 +55,7 @@ class XfcePanel(DesktopCase):
 
 
 class StubbornWindowManager(DesktopCase):
-    window_manager = ("/usr/bin/python3", str(TOOLS / "stubborn_wm.py"))
+    window_manager = STUBBORN
 
     def test_leaves_no_panel_behind_that_nothing_closes(self):
         tidewell = self.start_with_panel()
@@ -66,6 +66,18 @@ class StubbornWindowManager(DesktopCase):
         wait_for("the process window's end", lambda: not tidewell.process_window())
         wait_for("the panel's end",
                  lambda: self.desktop.press("Escape") or not tidewell.panel())
+
+
+class HostUnderXWayland(DesktopCase):
+    def test_is_believed_in_the_pointers_place_where_it_tells_places(self):
+        self.desktop.plug_in("XWAYLAND0", *self.desktop.size, 0, "screen")
+        self.desktop.move_pointer(900, 10)
+        for desktop, middle in (("GNOME", 400), ("sway", self.desktop.size[0] - 4 - 175)):
+            tidewell = self.start_with_item(environment={"XDG_CURRENT_DESKTOP": desktop})
+            self.desktop.call(*tidewell.item, ITEM, "Activate", 400, 14, signature="ii")
+            x, y, width, _ = tidewell.wait_for_panel()
+            self.assertEqual((x + width // 2, y < 40), (middle, True), desktop)
+            tidewell.end(signal.SIGTERM)
 
 
 class DarkXfcePanel(DesktopCase):
