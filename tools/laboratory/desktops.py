@@ -30,7 +30,9 @@ class RealDesktop(Session):
     shows_tooltips = True
     shows_labels = False
     bar = None  # the Area of its bar
+    has_wallpaper = False  # a picture, which comes up after its bars
     workspaces = 1
+    lists_focus = True  # whether it tells of each window whether it has the focus
     notifies = False  # whether notifications are tried on it
     notifier = None  # its daemon's program in /usr, where the bus starts one on demand
     outlives_notifier = True
@@ -66,9 +68,11 @@ class RealDesktop(Session):
         seen = []
 
         def is_still():
-            seen.append(self.picture().tobytes())
+            picture = self.picture()
+            seen.append(picture.tobytes())
             time.sleep(0.3)
-            return len(seen) > 4 and len(set(seen[-5:])) == 1
+            has_colours = not self.has_wallpaper or picture.getcolors(1000) is None
+            return has_colours and len(seen) > 4 and len(set(seen[-5:])) == 1
         wait_for("the desktop to come to rest", is_still, timeout=60)
 
     def start_session(self):

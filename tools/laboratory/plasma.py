@@ -26,7 +26,7 @@ class Plasma(RealDesktop):
                "XDG_SESSION_TYPE": "wayland", "XDG_MENU_PREFIX": "plasma-",
                "XDG_CONFIG_DIRS": "/etc/xdg", "QT_QUICK_BACKEND": "software"}
     bar = Area(0, 840, 1280, 60)
-    edge = "bottom"
+    has_wallpaper = True
     notifies = True
     has_notification_switch = True
 

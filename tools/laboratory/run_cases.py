@@ -28,18 +28,20 @@ PICTURED = {"beside the item": "panel", "left of the panel": "processes", "in it
 
 def try_case(desktop, case, folder):
     """None, or what was wrong."""
+    failed = folder / f"failed-{case.name.replace(' ', '-')}.png"
     try:
         with Trial(desktop) as trial:
             try:
                 for step in case.steps:
                     step(trial)
             except (Unmet, DesktopError) as error:
-                desktop.picture().save(folder / f"failed-{case.name.replace(' ', '-')}.png")
+                desktop.picture().save(failed)
                 return str(error)
             if case.name in PICTURED:
                 desktop.picture().save(folder / f"{PICTURED[case.name]}.png")
         return None
     except Exception as error:  # the laboratory's own: told, and the next case tried
+        desktop.picture().save(failed)
         with open(folder / "errors.log", "a", encoding="utf-8") as log:
             log.write(f"{case.name}: {traceback.format_exc()}\n")
         return f"could not be tried: {error}"

@@ -11,7 +11,7 @@ import time
 import dbus
 from desktop import DesktopError, wait_for
 from program import PANEL_SIZE, PROCESS_WINDOW_SIZE, Tidewell
-from screens import MIDDLE, Area, differences
+from screens import MIDDLE, NEUTRAL, Area, differences
 
 IDENTIFIER = "net.tidewell.Tidewell"
 # In points of the panel.
@@ -23,7 +23,6 @@ NEAR = 24
 PATIENCE, LASTING = 4.0, 0.8
 GRANTED = "Notification permission granted."
 NOT_SHOWN = "Error showing notification: "
-NEUTRAL = (420, 820)  # a place where nothing is
 
 
 class Unmet(Exception):
@@ -56,7 +55,11 @@ class Trial:
         for process in self._others:
             process.kill()
             process.wait()
-        wait_for("the desktop as it was", lambda: not self.changes(), timeout=30)
+        deadline = time.monotonic() + 30
+        while left := self.changes():
+            if time.monotonic() > deadline:
+                raise DesktopError(f"this is left behind: {'; '.join(map(str, left))}")
+            time.sleep(0.1)
 
     def start(self):
         """The program runs, and what is to be clicked is there."""
@@ -291,6 +294,9 @@ def open_and_close_settings(trial):
     time.sleep(0.5)
     trial.desktop.close_window()
     met(lambda: len(trial.areas()) <= before, lambda: f"the settings did not close: {trial.seen()}")
+    if trial.desktop.lists_focus:
+        met(lambda: trial.desktop.focused() == trial.tidewell.process.pid,
+            lambda: "the panel did not get the focus back")
 
 
 def show_second_workspace(trial):

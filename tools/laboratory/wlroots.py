@@ -20,6 +20,7 @@ class WlrootsDesktop(RealDesktop):
     what changed on the screen."""
 
     xwayland = False
+    lists_focus = False  # of the layer shell's surfaces
     compositor = ()  # the command
     workspaces = 2
 

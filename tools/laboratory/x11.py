@@ -31,6 +31,7 @@ XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 </channel>
 """
 
+
 class X11Desktop(RealDesktop):
     def start_session(self):
         self.environment["DISPLAY"] = self.start_display(self.size)
@@ -59,6 +60,7 @@ class Xfce(X11Desktop):
     notifies = True
     notifier = "lib/*/xfce4/notifyd/xfce4-notifyd"
     versions = ("xfwm4", "xfdesktop4", "xfce4-panel")
+    has_wallpaper = True
     session = {"XDG_CURRENT_DESKTOP": "XFCE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 29)
     workspaces = 4
@@ -82,6 +84,7 @@ class Mate(X11Desktop):
     notifier = "lib*/mate-notification-daemon/mate-notification-daemon"
     versions = ("marco", "caja", "mate-panel")
     shows_labels = True
+    has_wallpaper = True
     session = {"XDG_CURRENT_DESKTOP": "MATE", "XDG_SESSION_TYPE": "x11"}
     bar = Area(0, 0, 1280, 26)
 
@@ -117,6 +120,8 @@ class Cinnamon(X11Desktop):
     bar = Area(0, 860, 1280, 40)
 
     def start_desktop(self):
+        self.run("gsettings", "set", "org.cinnamon.desktop.notifications", "display-notifications",
+                 "false")
         self.start(str(next(pathlib.Path("/usr").glob("lib*/**/xapp-sn-watcher"))))
         self.start_window_manager("cinnamon")
         self.wait_for_host()
@@ -126,6 +131,7 @@ class Plasma5(X11Desktop):
     suite = "bookworm"
     lists = ("trees/plasma5",)
     versions = ("kwin-x11", "plasma-workspace")
+    has_wallpaper = True
     session = {"XDG_CURRENT_DESKTOP": "KDE", "XDG_SESSION_DESKTOP": "KDE",
                "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "DESKTOP_SESSION": "plasma",
                "XDG_SESSION_TYPE": "x11", "XDG_MENU_PREFIX": "plasma-",
@@ -133,6 +139,7 @@ class Plasma5(X11Desktop):
     bar = Area(0, 856, 1280, 44)
 
     def start_desktop(self):
+        self.write(".config/plasmanotifyrc", "[DoNotDisturb]\nUntil=2099,1,1,0,0,0\n")
         self.start_window_manager("kwin_x11")
         self.start("kded5")
         self.start(str(next(pathlib.Path("/usr/lib").glob("*/libexec/kactivitymanagerd"))))
