@@ -65,8 +65,10 @@ UsableDisplay findDisplay(Log& log) {
     if (!isWanted && layershell::isOffered()) {
         return {.isThere = true, .isX11 = isSet("DISPLAY")};
     }
-    // With patience: at log-in a display may be slow.
-    UsableDisplay display{.server = x11::connect(10s)};
+    UsableDisplay display;
+    if (isSet("DISPLAY")) {
+        display.server = x11::connect(10s); // with patience: at log-in it may be slow
+    }
     display.isX11 = display.server != nullptr;
     display.isThere = display.isX11 || isWanted || compositorOffers("wl_compositor", 5s);
     if (!display.isThere) {
