@@ -1,14 +1,16 @@
 #!/usr/bin/python3
 """footprint.py BUILD: what the program costs, on a virtual desktop with a panel that hosts status
 items: its panel never opened and a check for updates behind it, against the least program with a tray
-icon and the least that reads its files; then its panel open, against other monitors that are
-installed. Takes four minutes, in two of which it counts.
+icon and the least that reads its files; the same natively on Wayland, and with Plasma's theme
+installed in a session that calls itself Plasma, where these can be had; then its panel open, against
+other monitors that are installed. Takes five minutes, in two of which it counts.
 """
 
 import os
 import pathlib
 import re
 import shutil
+import signal
 import sys
 import tempfile
 import threading
@@ -21,6 +23,8 @@ from program import Tidewell, meminfo, write_history  # noqa: E402
 
 SETTLING = 20  # seconds until the start is long over: D-Bus time-outs, the first alarms
 COUNTING = 60  # seconds
+PLASMA_THEME = "lib/*/qt6/plugins/platformthemes/KDEPlasmaPlatformTheme6.so"
+PLASMA = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "6"}
 
 TEXT_WINDOW = """conky.config = { own_window = true, own_window_type = 'desktop', use_xft = true,
     double_buffer = true, update_interval = 1, font = 'Inter:size=10', alignment = 'top_left' }
@@ -61,13 +65,50 @@ def costs(processes):
         yield busy / 1e6 * 60 / COUNTING, switches / COUNTING
 
 
-def settled(desktop, program):
+def settled(desktop, program, environment=None):
     """Starts a program and returns it once it has shown its item and calmed down."""
     before = len(desktop.status_items())
-    process = desktop.start(str(program), name=program.name)
+    process = desktop.start(str(program), name=program.name, environment=environment)
     wait_for("the status item", lambda: len(desktop.status_items()) > before)
     time.sleep(SETTLING)
     return process
+
+
+def has_loaded(process, library):
+    return library in pathlib.Path(f"/proc/{process.pid}/maps").read_text()
+
+
+def start_sway(desktop):
+    """Its Wayland display, without a screen."""
+    configuration = desktop.folder / "sway.conf"
+    configuration.write_text("xwayland disable\n")
+    desktop.start("sway", "--config", str(configuration),
+                  environment={"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman"})
+    return wait_for("sway", lambda: next(
+        (desktop.folder / "runtime").glob("wayland-?"), None)).name
+
+
+def print_elsewhere(desktop, program, tidewell, on_xfce):
+    """A line for each other kind of session, whose programs are all hosted by Xfce's panel."""
+    print(f"{'private dirty, kB':36}{'Xfce':>9}{'there':>10}{'ratio':>8}")
+    sessions = {}
+    if not next(pathlib.Path("/usr").glob(PLASMA_THEME), None):
+        print("called Plasma: left out, Plasma's theme is not installed")
+    else:
+        sessions["called Plasma"] = PLASMA
+    if not shutil.which("sway") or not has_loaded(tidewell, "libLayerShellQtInterface"):
+        print("Wayland: left out, there is no sway, or the program was built without layer-shell-qt")
+    else:
+        sessions["Wayland"] = {"DISPLAY": "", "WAYLAND_DISPLAY": start_sway(desktop)}
+    for name, environment in sessions.items():
+        items = len(desktop.status_items())
+        tidewell.send_signal(signal.SIGTERM)
+        tidewell.wait()
+        wait_for("the item's end", lambda items=items: len(desktop.status_items()) < items)
+        tidewell = settled(desktop, program, environment)
+        assert has_loaded(tidewell, "/libqwayland") == (name == "Wayland"), "on a wrong display"
+        size = memory(tidewell.pid)["private dirty"]
+        print(f"{name:36}{on_xfce:9}{size:10}{size / on_xfce:8.2f}   (at most 1.15)")
 
 
 def measure_hidden(build):
@@ -77,7 +118,8 @@ def measure_hidden(build):
         enable_automatic_checks(desktop)
         loop = desktop.start(str(build / "bin/bare_loop"))
         bare = settled(desktop, build / "bin/bare_tray")
-        tidewell = settled(desktop, install(build, pathlib.Path(folder), updates))
+        program = install(build, pathlib.Path(folder), updates)
+        tidewell = settled(desktop, program)
         assert updates.asked == ["/feed.xml"], "no check for updates was made"
         baseline, own = memory(bare.pid), memory(tidewell.pid)
         print(f"{'panel closed':36}{'bare':>9}{'Tidewell':>10}{'ratio':>8}")
@@ -89,6 +131,7 @@ def measure_hidden(build):
         print(f"{'on the processor, ms a minute':36}{least:9.1f}{busy:10.1f}{busy / least:8.2f}"
               "   (at most 1.6)")
         print(f"{'wake-ups a second, all threads':46}{rate:9.2f}{'':8}   (at most 1.2)")
+        print_elsewhere(desktop, program, tidewell, own["private dirty"])
 
 
 def start_other_monitors(desktop):

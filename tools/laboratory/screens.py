@@ -10,7 +10,6 @@ from Xlib.ext import xtest
 from Xlib.protocol import event
 
 LEFT, MIDDLE, RIGHT = 1, 2, 3
-NEUTRAL = (420, 820)  # a place where nothing is
 MODIFIERS = {"ctrl": "Control_L", "alt": "Alt_L", "shift": "Shift_L", "super": "Super_L"}
 
 

@@ -57,10 +57,10 @@ class Tree:
         """Installs the packages of tools/packages/LIST."""
         self.run("root", "/src/tools/install-packages", *lists, log="install")
 
-    def build(self):
-        """Builds the program there; /build/bin/tidewell in the tree is it."""
+    def build(self, *targets):
+        """Builds the targets there; /build/bin/tidewell in the tree is the program."""
         for step in (["cmake", "-S", "/src", "-B", "/build", "--preset", "release"],
-                     ["cmake", "--build", "/build", "--target", "tidewell"]):
+                     ["cmake", "--build", "/build", "--target", *targets]):
             # A preset is looked for where cmake is started.
             self.run("root", "env", "-C", "/src", *step, log="build")
 

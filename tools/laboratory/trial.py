@@ -11,7 +11,7 @@ import time
 import dbus
 from desktop import DesktopError, wait_for
 from program import PANEL_SIZE, PROCESS_WINDOW_SIZE, Tidewell
-from screens import MIDDLE, NEUTRAL, Area, differences
+from screens import MIDDLE, Area, differences
 
 IDENTIFIER = "net.tidewell.Tidewell"
 # In points of the panel.
@@ -23,6 +23,7 @@ NEAR = 24
 PATIENCE, LASTING = 4.0, 0.8
 GRANTED = "Notification permission granted."
 NOT_SHOWN = "Error showing notification: "
+NEUTRAL = (420, 820)  # a place where nothing is
 
 
 class Unmet(Exception):
