@@ -15,16 +15,26 @@ void HistorySaving::saveOnce() {
         watcher_.writeData();
         state_ = State::saved;
         state_.notify_all();
+    } else {
+        waitWhileSaving(); // on another thread, whose work the program's end would cut off
     }
 }
 
-std::optional<DataContainer> HistorySaving::rescue() {
-    const std::lock_guard lock(mutex_);
-    State expected = State::unsaved;
-    if (!copy_ || !state_.compare_exchange_strong(expected, State::saved)) {
-        return std::nullopt;
+bool HistorySaving::rescue(const std::function<void(const DataContainer&)>& save) {
+    std::optional<DataContainer> copy;
+    {
+        const std::lock_guard lock(mutex_);
+        State expected = State::unsaved;
+        if (!copy_ || !state_.compare_exchange_strong(expected, State::saving)) {
+            return false;
+        }
+        copy = std::exchange(copy_, std::nullopt);
     }
-    return std::exchange(copy_, std::nullopt);
+    save(*copy);
+    State expected = State::saving; // unless it goes on meanwhile
+    state_.compare_exchange_strong(expected, State::saved);
+    state_.notify_all();
+    return true;
 }
 
 void HistorySaving::copySoon() {

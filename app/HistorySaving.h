@@ -5,6 +5,7 @@
 #include "model/memory/MemoryWatcher.h"
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -24,13 +25,14 @@ public:
     /// It does not, after all: what is sampled from now on is to be saved again.
     void goOn() { state_ = State::unsaved; }
 
-    /// For a thread that ends the program when the main thread is blocked, or has no say: the
-    /// history as of the last sample, which is then the caller's to save. Empty where the main
-    /// thread has saved it, is just saving it, or has not loaded it yet.
-    std::optional<DataContainer> rescue();
-    /// Whether the main thread is just saving. Any thread.
+    /// Where the main thread is blocked, or has no say: has the history as of the last sample
+    /// saved. Does nothing and says so where it was saved, is just being saved, or is not loaded
+    /// yet. Any thread.
+    bool rescue(const std::function<void(const DataContainer&)>& save);
+    /// Whether it is just being saved, on whatever thread: nothing ends the program meanwhile. Any
+    /// thread.
     bool isSaving() const { return state_ == State::saving; }
-    /// Waits while it is. Any other thread.
+    /// Waits while it is. Any thread but the one that saves.
     void waitWhileSaving() const { state_.wait(State::saving); }
 
 private:

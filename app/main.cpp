@@ -147,15 +147,12 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, const Bund
 /// Saves the history by nothing that the main thread could hold up, on any thread. Whether there
 /// was something to be saved.
 bool rescueHistory(HistorySaving& saving, Log& log) {
-    const auto history = saving.rescue();
-    if (!history) {
-        return false;
-    }
-    if (auto document = encodeDataContainer(*history)) {
-        FileUserDefaults defaults(defaultPreferencesFile(), log);
-        write(defaults, preferences::dataContainer, std::move(*document));
-    }
-    return true;
+    return saving.rescue([&log](const DataContainer& history) {
+        if (auto document = encodeDataContainer(history)) {
+            FileUserDefaults defaults(defaultPreferencesFile(), log);
+            write(defaults, preferences::dataContainer, std::move(*document));
+        }
+    });
 }
 
 /// Ends the program from another thread than the main one, which is blocked.

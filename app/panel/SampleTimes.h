@@ -15,7 +15,7 @@ namespace tidewell {
 std::vector<std::size_t> gapsBefore(const std::vector<double>& times);
 
 /// How far the history reaches back, such as "last 1 h 40 min", in the user's language; empty below
-/// two samples, and below a second.
+/// two samples, and below half a second.
 QString spanText(const std::vector<double>& times);
 
 } // namespace tidewell

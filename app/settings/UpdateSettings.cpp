@@ -120,7 +120,8 @@ void UpdateSettings::applyAutomaticDownloads(bool download) {
 }
 
 void UpdateSettings::applyCheckInterval() {
-    if (SPUUpdater* updater = model_->updater()) {
+    SPUUpdater* updater = model_->updater();
+    if (updater != nullptr && interval_->currentIndex() >= 0) {
         updater->setUpdateCheckInterval(interval_->currentData().toDouble());
     }
 }

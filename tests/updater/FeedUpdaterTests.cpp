@@ -288,7 +288,9 @@ TEST_F(FeedUpdaterTest, FetchesAheadInSilenceAndHandsTheVerifiedFileToTheDesktop
     checkSilently();
     ASSERT_TRUE(
         comesTrue([this] { return downloaded() == QStringList(u"Tidewell-1.10.AppImage"_s); }));
-    EXPECT_EQ(fs::status(downloads).permissions(), fs::perms::owner_all);
+    for (const auto& made : {fs::path(downloads), fs::path(downloads).parent_path()}) {
+        EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all) << made;
+    }
     put("new", "something else");
     startUpdater(); // as after a new start of the program
     installAndConfirm("was downloaded and verified");
@@ -404,8 +406,10 @@ TEST_F(FeedUpdaterTest, TouchesNothingOutsideOfTheFolderThatItDownloadsInto) {
 
 /// How much a confined process still can of what it must not, and cannot of what it must.
 int faultsWhenConfined(const std::string& folder) {
-    const auto lacking = confine({"/usr", "/lib", "/lib64"});
-    int faults = 0;
+    const std::string link = folder + "/linked";
+    int faults = ::symlink("/etc/passwd", link.c_str()) != 0;
+    const auto lacking = confine({"/usr", "/lib", "/lib64", link});
+    faults += ::open(link.c_str(), O_RDONLY) < 0; // as /etc/resolv.conf is, which leads elsewhere
     if (lacking.find("Landlock") == std::string::npos) {
         faults += ::open((folder + "/server.key").c_str(), O_RDONLY) >= 0;
         faults += ::open((folder + "/made").c_str(), O_WRONLY | O_CREAT, S_IRUSR) >= 0;

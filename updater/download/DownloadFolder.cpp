@@ -3,14 +3,17 @@
 #include "base/values/OpenFolder.h"
 #include "updater/UpdateProblem.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <cerrno>
+#include <string_view>
 #include <utility>
 
 #include <fcntl.h>
+#include <grp.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,13 +27,34 @@ tl::unexpected<Error> systemFailure(const QString& path) {
                    UpdateProblem::cannotStore);
 }
 
-/// Whether others can put something else in the place of what is in a folder. Where each user has a
-/// group of their own, it has their number, and some have their folders writable for it.
+/// Whether a group is nobody else's: many systems give each user one of their own name, and some
+/// have their folders writable for it.
+bool isOwnGroup(gid_t number) {
+    std::array<char, 16384> names{};
+    std::array<char, 16384> groupNames{};
+    passwd user{};
+    passwd* known = nullptr;
+    group owners{};
+    group* knownOwners = nullptr;
+    if (::getpwuid_r(::geteuid(), &user, names.data(), names.size(), &known) != 0 ||
+        ::getgrgid_r(number, &owners, groupNames.data(), groupNames.size(), &knownOwners) != 0 ||
+        known == nullptr || knownOwners == nullptr) {
+        return false;
+    }
+    const std::string_view name = user.pw_name;
+    bool isShared = false;
+    for (char** member = owners.gr_mem; *member != nullptr; ++member) {
+        isShared = isShared || *member != name;
+    }
+    return owners.gr_name == name && !isShared;
+}
+
+/// Whether others can put something else in the place of what is in a folder.
 bool isOthersToChange(const struct stat& folder) {
-    const bool isForOthers = folder.st_gid != 0 && folder.st_gid != ::geteuid();
+    const bool isForOthers =
+        (folder.st_mode & S_IWGRP) != 0 && folder.st_gid != 0 && !isOwnGroup(folder.st_gid);
     return (folder.st_uid != 0 && folder.st_uid != ::geteuid()) ||
-           ((folder.st_mode & (S_IWOTH | (isForOthers ? S_IWGRP : 0))) != 0 &&
-            (folder.st_mode & S_ISVTX) == 0);
+           ((isForOthers || (folder.st_mode & S_IWOTH) != 0) && (folder.st_mode & S_ISVTX) == 0);
 }
 
 /// Whether nobody but this user and root can put something else in a folder's place.
@@ -46,12 +70,21 @@ bool isSafeBelow(const QString& folder) {
     }
 }
 
+/// Makes a folder, and those above it, where they are not there: this user's alone, as everything
+/// below is, whatever the umask says.
+bool makePrivately(const QString& folder) {
+    const QFileInfo wanted(folder);
+    return wanted.isDir() ||
+           (makePrivately(wanted.path()) &&
+            (::mkdir(QFile::encodeName(folder).constData(), S_IRWXU) == 0 || wanted.isDir()));
+}
+
 } // namespace
 
 Result<DownloadFolder> DownloadFolder::open(const QString& path) {
     const QString above = QFileInfo(path).path();
-    if (!QDir().mkpath(above)) {
-        return failure("cannot create " + above.toStdString(), UpdateProblem::cannotStore);
+    if (!makePrivately(above)) {
+        return systemFailure(above);
     }
     const QString parent = QFileInfo(above).canonicalFilePath();
     if (!isSafeBelow(parent)) {

@@ -99,7 +99,7 @@ Result<std::string> fetch(const FetchSettings& settings, const QUrl& address,
         return failure(said, problem);
     }
     return failure("the fetching program ended with " + std::string(isEnd ? "status " : "signal ") +
-                       std::to_string(program.exitCode()) + " " + said,
+                       std::to_string(program.exitCode()) + (said.empty() ? "" : ": ") + said,
                    UpdateProblem::broken);
 }
 

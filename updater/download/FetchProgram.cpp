@@ -141,7 +141,9 @@ private:
     int redirectsLeft_ = mostRedirects;
 };
 
-/// What the libraries read: themselves, how names are looked up and how servers are trusted.
+/// What the libraries read: themselves, how names are looked up and how servers are trusted. Some
+/// systems keep files of /etc elsewhere and link to them: Landlock looks at what a link leads to,
+/// so that such links are named themselves.
 std::vector<std::string> readablePaths(const char* authorities) {
     std::error_code error; // a program that does not find itself has no libraries of its own
     const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
@@ -149,6 +151,13 @@ std::vector<std::string> readablePaths(const char* authorities) {
                                    "/lib",
                                    "/lib64",
                                    "/etc",
+                                   "/etc/resolv.conf",
+                                   "/etc/ssl/certs",
+                                   "/etc/ssl/ca-bundle.pem",
+                                   "/etc/pki/tls/certs/ca-bundle.crt",
+                                   "/var/lib/ca-certificates",
+                                   "/nix/store",
+                                   "/gnu/store",
                                    "/dev/null",
                                    "/dev/urandom",
                                    "/proc/self",
@@ -182,7 +191,7 @@ int main(int argc, char** argv) {
     constexpr int authorities = 4; // the argument
     const std::string lacking = confine(readablePaths(argc > authorities ? argv[authorities] : ""));
     if (!lacking.empty()) {
-        std::fprintf(stderr, "fetches without what this kernel lacks: %s\n", lacking.c_str());
+        std::fprintf(stderr, "fetches without: %s\n", lacking.c_str());
     }
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
