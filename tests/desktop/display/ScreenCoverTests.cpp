@@ -7,12 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace tidewell {
 namespace {
 
 TEST(ScreenCover, TakesPressesOverAllOfItsScreen) {
     QScreen* const screen = QGuiApplication::primaryScreen();
-    QPointingDevice* const finger = QTest::createTouchDevice();
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
     int clicks = 0;
     const auto count = [&clicks] { ++clicks; };
     ScreenCover cover(*screen, count);
@@ -26,8 +28,8 @@ TEST(ScreenCover, TakesPressesOverAllOfItsScreen) {
         EXPECT_EQ(clicks, 0) << "the pointer on its way";
         QTest::mouseClick(window, Qt::RightButton, {}, {5, 5});
         EXPECT_EQ(clicks, 1);
-        QTest::touchEvent(window, finger).press(0, {5, 5});
-        QTest::touchEvent(window, finger).release(0, {5, 5});
+        QTest::touchEvent(window, finger.get()).press(0, {5, 5});
+        QTest::touchEvent(window, finger.get()).release(0, {5, 5});
         EXPECT_EQ(clicks, 2);
     }
     QWidget ours;
