@@ -401,6 +401,8 @@ TEST_F(FeedUpdaterTest, TouchesNothingOutsideOfTheFolderThatItDownloadsInto) {
     fs::create_directory_symlink(letter.parent_path(), downloads);
     held.clear({});
     EXPECT_FALSE(held.file(u"letter"_s, O_RDONLY));
+    fs::create_symlink(letter, fs::path(downloads + ".aside") / "linked");
+    EXPECT_FALSE(held.file(u"linked"_s, O_RDONLY)) << "which was put there meanwhile";
     EXPECT_EQ(readText(letter), "dear");
 }
 
