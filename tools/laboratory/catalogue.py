@@ -1,7 +1,7 @@
 """The desktops that there are, by name, in the order in which they are tried and shown."""
 
 from gnome import Gnome, GnomeWithoutExtension
-from plasma import Plasma
+from plasma import Plasma, PlasmaScaled
 from wlroots import (Labwc, LabwcWithoutHost, LabwcWithXWayland, Sway, SwayWithoutHost,
                      SwayWithXWayland, SwayWithXWaylandWithoutHost)
 from x11 import Cinnamon, Lxqt, Mate, Plasma5, Xfce, XfceWithoutHost
@@ -17,6 +17,7 @@ DESKTOPS = {
     "labwc-label": LabwcWithoutHost,
     "labwc-xwayland": LabwcWithXWayland,
     "plasma": Plasma,
+    "plasma-scaled": PlasmaScaled,
     "gnome": Gnome,
     "gnome-label": GnomeWithoutExtension,
     "lxqt": Lxqt,

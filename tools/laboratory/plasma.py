@@ -90,3 +90,11 @@ class Plasma(RealDesktop):
 
     def start_other_window(self):
         return self.start("foot", "--override=cursor.blink=no")
+
+
+class PlasmaScaled(Plasma):
+    """Its screen is as large in points."""
+
+    size = (1920, 1350)
+    scale = 1.5
+    bar = Area(0, 1260, 1920, 90)

@@ -43,10 +43,11 @@ class Trial:
     def __enter__(self):
         shutil.rmtree(self.desktop.home / ".config/tidewell", ignore_errors=True)
         self.desktop.point(*NEUTRAL)
-        self.bare = self.desktop.picture()
+        self.bare = self.when_still()
         return self
 
     def __exit__(self, *_):
+        self.desktop.point(*NEUTRAL)  # else Waybar keeps the tooltip of an item that goes
         if self._notifies:
             self.desktop.end_to_notify()
         with contextlib.suppress(AttributeError):
