@@ -35,7 +35,8 @@ class Plasma(RealDesktop):
         self.screen = XScreen(outer)
         self.environment["DISPLAY"] = outer
         self.write(".config/kscreenlockerrc", "[Daemon]\nAutolock=false\n")
-        width, height = self.size
+        self.write(".config/kwinoutputconfig.json", json.dumps(self.outputs()))
+        width, height = (round(length / self.scale) for length in self.size)  # it takes points
         self.start("kwin_wayland", "--x11-display", outer, "--width", str(width), "--height",
                    str(height), "--scale", str(self.scale), "--no-lockscreen", "--xwayland",
                    "--socket", "wayland-9", environment={
@@ -54,6 +55,17 @@ class Plasma(RealDesktop):
         self.start("kded6")
         self.start(str(next(pathlib.Path("/usr/lib").glob("*/libexec/kactivitymanagerd"))))
         self.start_shell()
+
+    def outputs(self):
+        """As KWin's own settings say it. Without them it finds a scale by itself."""
+        width, height = self.size
+        return [{"name": "outputs", "data": [
+                    {"connectorName": "X11-0", "scale": self.scale,
+                     "mode": {"width": width, "height": height, "refreshRate": 60000}}]},
+                {"name": "setups", "data": [
+                    {"lidClosed": False, "outputs": [
+                        {"enabled": True, "outputIndex": 0, "position": {"x": 0, "y": 0},
+                         "priority": 0}]}]}]
 
     def start_shell(self):
         self.start("plasmashell", "--no-respawn", environment={"QT_QPA_PLATFORM": "wayland"})
