@@ -1,7 +1,7 @@
 """The desktops that there are, by name, in the order in which they are tried and shown."""
 
 from gnome import Gnome, GnomeWithoutExtension
-from plasma import Plasma, PlasmaScaled
+from plasma import Plasma, PlasmaLeft, PlasmaRight, PlasmaScaled, PlasmaTop
 from wlroots import (Labwc, LabwcWithoutHost, LabwcWithXWayland, Sway, SwayWithoutHost,
                      SwayWithXWayland, SwayWithXWaylandWithoutHost)
 from x11 import Cinnamon, Lxqt, Mate, Plasma5, Xfce, XfceWithoutHost
@@ -18,6 +18,9 @@ DESKTOPS = {
     "labwc-xwayland": LabwcWithXWayland,
     "plasma": Plasma,
     "plasma-scaled": PlasmaScaled,
+    "plasma-top": PlasmaTop,
+    "plasma-left": PlasmaLeft,
+    "plasma-right": PlasmaRight,
     "gnome": Gnome,
     "gnome-label": GnomeWithoutExtension,
     "lxqt": Lxqt,

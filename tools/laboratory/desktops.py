@@ -30,6 +30,7 @@ class RealDesktop(Session):
     shows_tooltips = True
     shows_labels = False
     bar = None  # the Area of its bar
+    neutral = (420, 820)  # a place where nothing is
     has_wallpaper = False  # a picture, which comes up after its bars
     workspaces = 1
     lists_focus = True  # whether it tells of each window whether it has the focus

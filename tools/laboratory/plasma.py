@@ -25,6 +25,7 @@ class Plasma(RealDesktop):
                "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "6", "DESKTOP_SESSION": "plasma",
                "XDG_SESSION_TYPE": "wayland", "XDG_MENU_PREFIX": "plasma-",
                "XDG_CONFIG_DIRS": "/etc/xdg", "QT_QUICK_BACKEND": "software"}
+    edge = "bottom"  # at which its bar is
     bar = Area(0, 840, 1280, 60)
     has_wallpaper = True
     notifies = True
@@ -55,6 +56,8 @@ class Plasma(RealDesktop):
         self.start("kded6")
         self.start(str(next(pathlib.Path("/usr/lib").glob("*/libexec/kactivitymanagerd"))))
         self.start_shell()
+        self.call("org.kde.plasmashell", "/PlasmaShell", "org.kde.PlasmaShell", "evaluateScript",
+                  f"panels().forEach(panel => panel.location = '{self.edge}');", signature="s")
 
     def outputs(self):
         """As KWin's own settings say it. Without them it finds a scale by itself."""
@@ -70,6 +73,7 @@ class Plasma(RealDesktop):
     def start_shell(self):
         self.start("plasmashell", "--no-respawn", environment={"QT_QPA_PLATFORM": "wayland"})
         self.wait_for_host()
+        wait_for("its scripts", lambda: self.owner("org.kde.plasmashell"))
         wait_for("notifications", lambda: self.owner(NOTIFICATIONS), timeout=60)
 
     def begin_to_notify(self):
@@ -110,3 +114,19 @@ class PlasmaScaled(Plasma):
     size = (1920, 1350)
     scale = 1.5
     bar = Area(0, 1260, 1920, 90)
+
+
+class PlasmaTop(Plasma):
+    edge = "top"
+    bar = Area(0, 0, 1280, 60)
+
+
+class PlasmaLeft(Plasma):
+    edge = "left"
+    bar = Area(0, 0, 60, 900)
+    neutral = (1150, 820)
+
+
+class PlasmaRight(Plasma):
+    edge = "right"
+    bar = Area(1220, 0, 60, 900)

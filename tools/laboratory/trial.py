@@ -23,7 +23,6 @@ NEAR = 24
 PATIENCE, LASTING = 4.0, 0.8
 GRANTED = "Notification permission granted."
 NOT_SHOWN = "Error showing notification: "
-NEUTRAL = (420, 820)  # a place where nothing is
 
 
 class Unmet(Exception):
@@ -42,12 +41,12 @@ class Trial:
 
     def __enter__(self):
         shutil.rmtree(self.desktop.home / ".config/tidewell", ignore_errors=True)
-        self.desktop.point(*NEUTRAL)
+        self.desktop.point(*self.desktop.neutral)
         self.bare = self.when_still()
         return self
 
     def __exit__(self, *_):
-        self.desktop.point(*NEUTRAL)  # else Waybar keeps the tooltip of an item that goes
+        self.desktop.point(*self.desktop.neutral)  # else Waybar keeps the tooltip of an item that goes
         if self._notifies:
             self.desktop.end_to_notify()
         with contextlib.suppress(AttributeError):
@@ -251,18 +250,25 @@ def press(keys):
     return press_keys
 
 
+def place_on_other_window(trial):
+    """Where the panel does not cover it."""
+    panel, other = trial.panel(), trial.other
+    is_covered = panel is not None and panel.x < other.x + 60 < panel.right
+    return other.right - 60 if is_covered else other.x + 60, other.y + other.height // 2
+
+
 def click_on_other_window(trial):
-    trial.desktop.click(trial.other.x + 60, trial.other.y + trial.other.height // 2)
+    trial.desktop.click(*place_on_other_window(trial))
 
 
 def cross_other_window(trial):
     """The pointer goes over another window, and rests there."""
-    trial.desktop.point(trial.other.x + 60, trial.other.y + trial.other.height // 2)
+    trial.desktop.point(*place_on_other_window(trial))
     time.sleep(LASTING)
 
 
 def click_on_desktop(trial):
-    trial.desktop.click(*NEUTRAL)
+    trial.desktop.click(*trial.desktop.neutral)
 
 
 def click_on_bar(trial):
@@ -279,14 +285,14 @@ def hover_figures(trial):
 
 def leave(trial):
     """The pointer goes away from all of the program's windows."""
-    trial.desktop.point(*NEUTRAL)
+    trial.desktop.point(*trial.desktop.neutral)
 
 
 def leave_by_process_window(trial):
     """The pointer goes onto the process window, and away from there."""
     trial.desktop.point(*trial.process_window().middle)
     time.sleep(0.3)
-    trial.desktop.point(*NEUTRAL)
+    trial.desktop.point(*trial.desktop.neutral)
 
 
 def open_and_close_settings(trial):
@@ -368,9 +374,10 @@ def process_window_is_beside_panel(trial):
     panel = trial.panel()
     if panel is None:
         raise Unmet(f"the panel closed; seen: {trial.seen()}")
-    right, bottom = trial.points(BESIDE_PANEL, ABOVE_PANEL_BOTTOM)
-    expected = (panel.x - right, panel.bottom - bottom)
-    if max(abs(window.right - expected[0]), abs(window.bottom - expected[1])) > 2:
+    beside, above = trial.points(BESIDE_PANEL, ABOVE_PANEL_BOTTOM)
+    has_room = panel.x - beside >= window.width
+    across = window.right - (panel.x - beside) if has_room else window.x - (panel.right + beside)
+    if max(abs(across), abs(window.bottom - (panel.bottom - above))) > 2:
         raise Unmet(f"process window {window}, panel {panel}")
 
 
